@@ -1,0 +1,24 @@
+# How every source of ours is compiled.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+# Optimised, so that tests over large files are quick; with assertions and the library's own checks.
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -D_GLIBCXX_ASSERTIONS" CACHE STRING "")
+
+set(AMBULET_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
+if(AMBULET_SANITIZE)
+  add_compile_options(-fsanitize=${AMBULET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${AMBULET_SANITIZE})
+endif()
+
+add_library(ambulet_compile INTERFACE)
+target_compile_options(ambulet_compile INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                 -Wsign-conversion -Wold-style-cast -Werror)
+target_compile_definitions(ambulet_compile INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+                                                     QT_NO_KEYWORDS)

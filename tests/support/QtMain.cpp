@@ -1,0 +1,15 @@
+// The main of the test programs that need an application object. Settings go to a folder of the
+// run's own, so that no test reads or writes the user's.
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
+    qputenv("XDG_CONFIG_DIRS", settings.path().toUtf8());
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
