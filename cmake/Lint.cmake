@@ -2,10 +2,12 @@
 #   format  the layout is the one that .clang-format says
 #   tidy    clang-tidy, a stamp a source, so that only what changed is looked at again
 function(ambulet_lint)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.h
-       ${PROJECT_SOURCE_DIR}/tests/*.h ${PROJECT_SOURCE_DIR}/bench/*.h)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp
-       ${PROJECT_SOURCE_DIR}/tests/*.cpp ${PROJECT_SOURCE_DIR}/bench/*.cpp)
+  foreach(folder src console bench tests)
+    list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+    list(APPEND source_globs ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  endforeach()
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${header_globs})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_globs})
 
   add_custom_target(format
     COMMAND clang-format --dry-run -Werror ${headers} ${sources}
