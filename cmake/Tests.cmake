@@ -2,7 +2,7 @@
 #
 # One test program a folder, its cases known to CTest by name, "Text.DateFormatter.…" for the folder
 # text. Each case starts in UTC and US English; a case that needs another zone or locale sets it.
-# QT: the program has a QApplication on the offscreen platform and settings in a folder of its own.
+# QT: the program has a QApplication that draws in memory and settings in a folder of its own.
 include(GoogleTest)
 
 function(ambulet_test folder)
@@ -16,7 +16,7 @@ function(ambulet_test folder)
   target_link_libraries(test_${folder} PRIVATE ambulet_compile GTest::gtest ${ARG_LINKS})
   if(ARG_QT)
     target_sources(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/QtMain.cpp)
-    target_link_libraries(test_${folder} PRIVATE Qt6::Widgets)
+    target_link_libraries(test_${folder} PRIVATE Qt6::Widgets Qt6::Test)
   else()
     target_link_libraries(test_${folder} PRIVATE GTest::gtest_main)
   endif()
@@ -24,6 +24,6 @@ function(ambulet_test folder)
     TEST_PREFIX ${first}${rest}.
     DISCOVERY_MODE PRE_TEST
     PROPERTIES
-      ENVIRONMENT "TZ=UTC;LC_ALL=en_US.UTF-8;QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0"
+      ENVIRONMENT "TZ=UTC;LC_ALL=en_US.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0"
       TIMEOUT 300)
 endfunction()

@@ -1,5 +1,5 @@
-// The main of the test programs that need an application object. Settings go to a folder of the
-// run's own, so that no test reads or writes the user's.
+// The main of the test programs that need an application object. It draws in memory. Settings go to
+// a folder of the run's own, so that no test reads or writes the user's.
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -7,6 +7,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     qputenv("XDG_CONFIG_DIRS", settings.path().toUtf8());

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <Qt>
+
+/// A column of a TableView.
+struct TableColumn {
+    QString identifier;  ///< names the column to the data source
+    QString title;       ///< its header
+    int width;           ///< at first, in points
+    int minimumWidth;    ///< in points
+    Qt::Alignment alignment;
+};

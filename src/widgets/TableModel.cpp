@@ -1,0 +1,91 @@
+#include "widgets/TableModel.h"
+
+#include "widgets/TableViewDataSource.h"
+
+#include <QFont>
+
+#include <utility>
+
+void TableModel::setDataSource(TableViewDataSource* dataSource) {
+    beginResetModel();
+    _dataSource = dataSource;
+    _rowCount = _dataSource == nullptr ? 0 : _dataSource->numberOfRowsInTableView();
+    endResetModel();
+}
+
+void TableModel::setColumns(std::vector<TableColumn> columns) {
+    beginResetModel();
+    _columns = std::move(columns);
+    endResetModel();
+}
+
+void TableModel::reload() {
+    setDataSource(_dataSource);
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : _rowCount;
+}
+
+int TableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(_columns.size());
+}
+
+const TableColumn& TableModel::columnOf(const QModelIndex& index) const {
+    return _columns[static_cast<std::size_t>(index.column())];
+}
+
+bool TableModel::isShown(const QModelIndex& index) const {
+    return index.isValid() && _dataSource != nullptr &&
+           index.row() < _dataSource->numberOfRowsInTableView();
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+    if (!isShown(index)) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole: {
+        const QString text =
+            _dataSource->objectValueForTableColumn(columnOf(index).identifier, index.row());
+        return text.isNull() ? QVariant() : QVariant(text);
+    }
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(columnOf(index).alignment | Qt::AlignVCenter);
+    case Qt::FontRole:
+        if (_dataSource->isGroupRow(index.row())) {
+            QFont bold;
+            bold.setBold(true);
+            return bold;
+        }
+        return {};
+    case groupRole:
+        return _dataSource->isGroupRow(index.row());
+    default:
+        return {};
+    }
+}
+
+QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 ||
+        static_cast<std::size_t>(section) >= _columns.size()) {
+        return {};
+    }
+    const TableColumn& column = _columns[static_cast<std::size_t>(section)];
+    switch (role) {
+    case Qt::DisplayRole:
+        return column.title;
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(column.alignment | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
+    // With no flag at all, rather than with the selectable one alone missing, arrow keys pass over
+    // the row, clicks on it leave the selection as it is and ranges across it go on behind it.
+    return isShown(index) && _dataSource->shouldSelectRow(index.row())
+               ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
+               : Qt::NoItemFlags;
+}

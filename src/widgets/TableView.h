@@ -1,0 +1,61 @@
+#pragma once
+
+#include "widgets/TableColumn.h"
+
+#include <QTableView>
+
+#include <vector>
+
+class TableModel;
+class TableViewDataSource;
+
+/// A table of whole-row selections under fixed columns, filled by a data source: group rows on a
+/// band, several rows selected at once, a selection that outlives a reload of the data. The last
+/// column takes up what the others leave. It knows nothing of what it shows. Main thread only.
+class TableView : public QTableView {
+    Q_OBJECT
+
+  public:
+    explicit TableView(QWidget* parent = nullptr);
+
+    /// Not owned; null shows no rows.
+    void setDataSource(TableViewDataSource* dataSource);
+
+    /// In place of all columns that there were.
+    void setColumns(std::vector<TableColumn> columns);
+    const std::vector<TableColumn>& columns() const;
+
+    /// Asks the data source for everything anew. The selected indexes and the scroll position stay
+    /// as far as there still are such rows; nobody is told of it.
+    void reloadData();
+
+    /// Ascending. Rows that the user could not select are here too where `selectRowIndexes` was
+    /// given them.
+    const std::vector<int>& selectedRowIndexes() const { return _selectedRowIndexes; }
+
+    /// Selects just these rows, selectable by the user or not; those that do not exist are left
+    /// out.
+    void selectRowIndexes(std::vector<int> rows);
+
+    void deselectAll();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+
+  private:
+    void showSelection();
+    void setSelectedRowIndexes(std::vector<int> rows);
+    void columnDidResize(int column, int oldWidth, int newWidth);
+    void fitLastColumn();
+    void fitRowHeight();
+
+    TableModel* _model;
+    TableViewDataSource* _dataSource = nullptr;
+    // Kept here and not in Qt's selection model, which forgets all at a reset and cannot hold rows
+    // that the user may not select.
+    std::vector<int> _selectedRowIndexes;
+    bool _showingSelection = false;
+};

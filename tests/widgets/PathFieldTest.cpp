@@ -1,0 +1,44 @@
+#include "widgets/PathField.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+QImage picture(PathField& field) {
+    return field.grab().toImage();
+}
+
+TEST(PathField, cannotBeTypedIn) {
+    PathField field;
+    field.setText(QStringLiteral("/tmp/export.xml"));
+    field.show();
+    field.setFocus();
+    QTest::keyClicks(&field, QStringLiteral("abc"));
+    EXPECT_EQ(field.text(), QStringLiteral("/tmp/export.xml"));
+}
+
+TEST(PathField, theWholePathIsInTheTooltip) {
+    PathField field;
+    const QString path = QStringLiteral("/home/someone/") + QString(300, u'x');
+    field.setText(path);
+    EXPECT_EQ(field.toolTip(), path);
+}
+
+// Two paths that differ only in their last letters look different in a field far too short for
+// them, as they would not if the end were cut off; likewise for the first letters.
+TEST(PathField, aLongPathIsShortenedInItsMiddle) {
+    PathField field;
+    field.resize(200, 30);
+    const QString middle(300, u'-');
+    field.setText(u'a' + middle + u'a');
+    const QImage first = picture(field);
+    field.setText(u'a' + middle + u'b');
+    EXPECT_NE(picture(field), first);
+    field.setText(u'b' + middle + u'a');
+    EXPECT_NE(picture(field), first);
+    field.setText(u'a' + middle + u'.' + middle + u'a');
+    EXPECT_EQ(picture(field), first);
+}
+
+}  // namespace

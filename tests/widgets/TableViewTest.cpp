@@ -1,0 +1,197 @@
+#include "widgets/TableView.h"
+
+#include "widgets/TestRows.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Rows = std::vector<int>;
+
+const std::vector<TableColumn> columns = {
+    {QStringLiteral("a"), QStringLiteral("First"), 170, 80, Qt::AlignLeading},
+    {QStringLiteral("b"), QStringLiteral("Second"), 110, 60, Qt::AlignRight},
+    {QStringLiteral("c"), QStringLiteral("Third"), 160, 80, Qt::AlignRight},
+};
+
+class TableViewTest : public testing::Test {
+  protected:
+    TableViewTest() {
+        table.setFrameShape(QFrame::NoFrame);
+        table.setColumns(columns);
+        table.setDataSource(&rows);
+        table.resize(600, 400);
+        table.show();
+    }
+
+    void click(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QRect cell = table.visualRect(table.model()->index(row, 0));
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers, cell.center());
+    }
+
+    TestRows rows{"GddddGdd"};
+    TableView table;
+};
+
+TEST_F(TableViewTest, aClickSelectsOneRow) {
+    click(2);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2}));
+    click(7);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({7}));
+    EXPECT_EQ(rows.notifications, 2);
+}
+
+TEST_F(TableViewTest, aControlClickAddsARowAndTakesItAway) {
+    click(2);
+    click(6, Qt::ControlModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 6}));
+    click(2, Qt::ControlModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({6}));
+}
+
+TEST_F(TableViewTest, aShiftClickSelectsTheRangeWithoutItsGroupRows) {
+    click(3);
+    click(6, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({3, 4, 6}));
+}
+
+TEST_F(TableViewTest, aClickOnAGroupRowLeavesTheSelection) {
+    click(2);
+    for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
+        click(5, modifiers);
+        EXPECT_EQ(table.selectedRowIndexes(), Rows({2}));
+    }
+    EXPECT_EQ(rows.notifications, 1);
+}
+
+TEST_F(TableViewTest, arrowKeysPassOverGroupRows) {
+    click(4);
+    QTest::keyClick(&table, Qt::Key_Down);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({6}));
+    QTest::keyClick(&table, Qt::Key_Up);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({4}));
+}
+
+TEST_F(TableViewTest, selectAllTakesEveryRowButTheGroupRows) {
+    table.setFocus();
+    QTest::keySequence(&table, QKeySequence::SelectAll);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({1, 2, 3, 4, 6, 7}));
+}
+
+TEST_F(TableViewTest, theProgramCanSelectGroupRowsToo) {
+    table.selectRowIndexes({5, 0, 5, 99, -1});
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({0, 5}));
+    EXPECT_EQ(rows.notifications, 1);
+}
+
+TEST_F(TableViewTest, selectingTheSameRowsAgainNotifiesNobody) {
+    table.selectRowIndexes({1, 2});
+    table.selectRowIndexes({2, 1});
+    EXPECT_EQ(rows.notifications, 1);
+}
+
+TEST_F(TableViewTest, deselectAllOnAnEmptySelectionNotifiesNobody) {
+    table.deselectAll();
+    EXPECT_EQ(rows.notifications, 0);
+    click(1);
+    table.deselectAll();
+    EXPECT_EQ(table.selectedRowIndexes(), Rows());
+    EXPECT_EQ(rows.notifications, 2);
+}
+
+TEST_F(TableViewTest, aReloadKeepsTheSelectedRowsAndNotifiesNobody) {
+    table.selectRowIndexes({0, 2, 7});
+    rows.notifications = 0;
+    table.reloadData();
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({0, 2, 7}));
+    EXPECT_TRUE(table.selectionModel()->isRowSelected(2, {}));
+    EXPECT_TRUE(table.selectionModel()->isRowSelected(7, {}));
+    EXPECT_EQ(rows.notifications, 0);
+}
+
+TEST_F(TableViewTest, aReloadWithFewerRowsKeepsTheSelectedRowsThatAreLeft) {
+    table.selectRowIndexes({2, 7});
+    rows.kinds = "Gdd";
+    table.reloadData();
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2}));
+    rows.kinds.clear();
+    table.reloadData();
+    EXPECT_EQ(table.selectedRowIndexes(), Rows());
+    EXPECT_EQ(rows.notifications, 1);
+}
+
+TEST_F(TableViewTest, aReloadKeepsTheScrollPosition) {
+    rows.kinds = std::string(500, 'd');
+    table.reloadData();
+    QCoreApplication::processEvents();
+    table.verticalScrollBar()->setValue(1234);
+    table.reloadData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(table.verticalScrollBar()->value(), 1234);
+}
+
+TEST_F(TableViewTest, aClickBelowTheLastRowClearsTheSelection) {
+    click(2);
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.viewport()->rect().bottomLeft());
+    EXPECT_EQ(table.selectedRowIndexes(), Rows());
+}
+
+TEST_F(TableViewTest, newColumnsReplaceTheOldOnes) {
+    table.setColumns(columns);
+    table.setColumns(columns);
+    ASSERT_EQ(table.model()->columnCount(), 3);
+    EXPECT_EQ(table.columnWidth(0), 170);
+    EXPECT_EQ(table.columnWidth(1), 110);
+}
+
+TEST_F(TableViewTest, theLastColumnTakesUpTheGrowthOfTheTable) {
+    EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 170 - 110);
+    table.resize(900, 400);
+    EXPECT_EQ(table.columnWidth(0), 170);
+    EXPECT_EQ(table.columnWidth(1), 110);
+    EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 170 - 110);
+}
+
+TEST_F(TableViewTest, aNarrowTableScrollsSidewaysRatherThanGoBelowTheLastColumnsMinimum) {
+    table.resize(300, 400);
+    EXPECT_EQ(table.columnWidth(2), 80);
+    EXPECT_GT(table.horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(TableViewTest, eachColumnHasAMinimumWidthOfItsOwn) {
+    for (int column = 0; column < 3; ++column) {
+        table.setColumnWidth(column, 20);
+    }
+    EXPECT_EQ(table.columnWidth(0), 80);
+    EXPECT_EQ(table.columnWidth(1), 60);
+    EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 80 - 60);
+}
+
+TEST_F(TableViewTest, aLargerFontMakesTallerRows) {
+    const int before = table.rowHeight(1);
+    QFont font = table.font();
+    font.setPointSizeF(font.pointSizeF() * 2);
+    table.setFont(font);
+    EXPECT_GE(table.rowHeight(1), table.fontMetrics().height());
+    EXPECT_GT(table.rowHeight(1), before);
+}
+
+TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    table.setPalette(dark);
+    const QImage picture = table.viewport()->grab().toImage();
+    const auto ground = [&](int row) {
+        return picture.pixelColor(table.visualRect(table.model()->index(row, 2)).topLeft() +
+                                  QPoint(3, 3));
+    };
+    EXPECT_EQ(ground(1), QColor(Qt::black));
+    EXPECT_EQ(ground(0), QColor(20, 20, 20));  // 8 % of the way from black to white: 20.4
+}
+
+}  // namespace

@@ -1,0 +1,50 @@
+#include "widgets/WindowController.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct TestController : WindowController {
+    int loads = 0;
+    int didLoads = 0;
+
+    std::unique_ptr<QWidget> loadWindow() override {
+        ++loads;
+        return std::make_unique<QWidget>();
+    }
+    void windowDidLoad() override {
+        ++didLoads;
+        EXPECT_TRUE(isWindowLoaded());
+    }
+};
+
+TEST(WindowController, theWindowIsLoadedAtItsFirstShowingAndOnlyOnce) {
+    TestController controller;
+    EXPECT_FALSE(controller.isWindowLoaded());
+    controller.showWindow();
+    controller.showWindow();
+    EXPECT_EQ(controller.loads, 1);
+    EXPECT_EQ(controller.didLoads, 1);
+    EXPECT_TRUE(controller.window()->isVisible());
+}
+
+TEST(WindowController, aClosedWindowIsHiddenAndComesBack) {
+    TestController controller;
+    controller.showWindow();
+    controller.window()->close();
+    EXPECT_FALSE(controller.window()->isVisible());
+    controller.showWindow();
+    EXPECT_TRUE(controller.window()->isVisible());
+    EXPECT_EQ(controller.loads, 1);
+}
+
+TEST(WindowController, aMinimisedWindowIsRestored) {
+    TestController controller;
+    controller.showWindow();
+    controller.window()->showMinimized();
+    controller.showWindow();
+    EXPECT_FALSE(controller.window()->isMinimized());
+}
+
+}  // namespace
