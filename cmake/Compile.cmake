@@ -9,7 +9,7 @@ set(CMAKE_AUTORCC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 # Optimised, so that tests over large files are quick; with assertions and the library's own checks.
-set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -D_GLIBCXX_ASSERTIONS" CACHE STRING "")
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -D_GLIBCXX_ASSERTIONS")
 
 set(AMBULET_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
 if(AMBULET_SANITIZE)
