@@ -1,0 +1,13 @@
+#pragma once
+
+#include <unicode/utypes.h>
+
+#include <stdexcept>
+
+/// Throws std::runtime_error with ICU's name of the error, if `status` is one. For calls that fail
+/// only where ICU's own data are missing or memory has run out.
+inline void orThrow(UErrorCode status) {
+    if (U_FAILURE(status)) {
+        throw std::runtime_error(u_errorName(status));
+    }
+}

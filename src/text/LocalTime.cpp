@@ -1,0 +1,68 @@
+#include "text/LocalTime.h"
+
+#include <ctime>
+
+// All of it is made of one question to the system: how far is local time ahead of UTC at an
+// instant? It relies on a zone not changing its offset twice within two days. The closest two
+// changes in the time zone database are four days apart (Freetown, September 1939).
+
+using namespace std::chrono;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Local time, as if it were UTC.
+sys_seconds wallClock(sys_seconds instant) {
+    return instant + offsetFromUtc(instant);
+}
+
+/// The first instant after `before`, which has another offset than `after`, with the offset of
+/// `after`.
+sys_seconds change(sys_seconds before, sys_seconds after) {
+    const seconds offset = offsetFromUtc(after);
+    while (after - before > 1s) {
+        const sys_seconds middle = before + (after - before) / 2;
+        (offsetFromUtc(middle) == offset ? after : before) = middle;
+    }
+    return after;
+}
+
+}  // namespace
+
+seconds offsetFromUtc(sys_seconds instant) {
+    const std::time_t time = instant.time_since_epoch().count();
+    std::tm parts{};
+    return localtime_r(&time, &parts) == nullptr ? 0s : seconds(parts.tm_gmtoff);
+}
+
+year_month_day localDate(sys_seconds instant) {
+    return floor<days>(wallClock(instant));
+}
+
+LocalDay localDay(sys_seconds instant) {
+    const seconds offset = offsetFromUtc(instant);
+    const sys_days day = floor<days>(instant + offset);
+    LocalDay stretch{day, day - offset, day + 24h - offset};
+    if (offsetFromUtc(stretch.begin) != offset) {
+        stretch.begin = change(stretch.begin, instant);
+    }
+    if (offsetFromUtc(stretch.end - 1s) != offset) {
+        stretch.end = change(instant, stretch.end - 1s);
+    }
+    return stretch;
+}
+
+std::optional<sys_seconds> startOfDay(year_month_day date) {
+    if (!date.ok()) {
+        return std::nullopt;
+    }
+    // Offsets lie within 16 hours of UTC. The larger one gives the earlier instant, and it is the
+    // larger one that is in force before the clock is put back.
+    const sys_seconds midnight = sys_days(date);
+    for (const seconds offset : {offsetFromUtc(midnight - 16h), offsetFromUtc(midnight + 16h)}) {
+        if (offsetFromUtc(midnight - offset) == offset) {
+            return midnight - offset;
+        }
+    }
+    return std::nullopt;
+}
