@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+class InputFile;
+
+/// Bytes `begin` up to, and without, `end` of a file.
+struct ByteRange {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+};
+
+/// Where the document type declaration of `file` stands, well-formed or not: from "<!DOCTYPE" to
+/// the first "]>" outside quotes and comments, or up to the start tag of the root element that it
+/// names. None where the document has no such declaration, or no such end can be found. In UTF-16
+/// and in every encoding that has ASCII in it.
+std::optional<ByteRange> findDoctype(const InputFile& file);

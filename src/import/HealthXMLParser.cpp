@@ -1,0 +1,26 @@
+#include "import/HealthXMLParser.h"
+
+#include "import/ExpatReader.h"
+#include "import/InputFile.h"
+
+#include <system_error>
+
+std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (const auto file = InputFile::open(path, ignored)) {
+        // Whether it was well-formed is not looked at: what was read stands.
+        ExpatReader().read(*file, *this);
+    }
+    return days();
+}
+
+void HealthXMLParser::didStartElement(std::string_view name, const XMLAttributes& attributes) {
+    if (name != "Record" || attributes.value("type") != "HKQuantityTypeIdentifierStepCount") {
+        return;
+    }
+    const auto startDate = attributes.value("startDate");
+    const auto value = attributes.value("value");
+    if (startDate && value) {
+        _sums.add(*startDate, *value);
+    }
+}

@@ -1,0 +1,35 @@
+#include "import/StepSums.h"
+
+#include "model/StepTotals.h"
+#include "text/Numbers.h"
+
+#include <algorithm>
+#include <functional>
+
+void StepSums::add(std::string_view startDate, std::string_view value) {
+    if (const auto instant = _instants.instant(startDate)) {
+        std::int64_t& daySum = sum(*instant);
+        daySum = wrappingSum(daySum, integerValue(value));
+    }
+}
+
+std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
+    if (_lastSum == nullptr || !_lastDay.contains(instant)) {
+        _lastDay = localDay(instant);
+        _lastSum = &_sums[_lastDay.date];
+    }
+    return *_lastSum;
+}
+
+std::vector<DailySteps> StepSums::days() const {
+    std::vector<DailySteps> days;
+    for (const auto& [date, steps] : _sums) {
+        if (const auto start = startOfDay(date)) {
+            DailySteps& day = days.emplace_back();
+            day.setDate(*start);
+            day.setSteps(steps);
+        }
+    }
+    std::ranges::sort(days, std::greater(), &DailySteps::date);
+    return days;
+}

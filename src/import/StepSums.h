@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/DailySteps.h"
+#include "text/InstantReader.h"
+#include "text/LocalTime.h"
+
+#include <cstdint>
+#include <map>
+#include <string_view>
+#include <vector>
+
+/// Step counts summed by the calendar day, in the user's time zone, on which they start. One thread
+/// at a time.
+class StepSums {
+  public:
+    /// Adds the steps that the text `value` holds, 0 where it holds no number, to the day of
+    /// `startDate`. Where `startDate` is not of the form "yyyy-MM-dd HH:mm:ss Z" nothing is added.
+    /// Sums wrap around at the ends of the signed 64-bit range.
+    void add(std::string_view startDate, std::string_view value);
+
+    /// The days to which anything was added, newest first. A day whose midnight the clock skipped
+    /// has no instant to begin at and is left out.
+    std::vector<DailySteps> days() const;
+
+  private:
+    std::int64_t& sum(std::chrono::sys_seconds instant);
+
+    InstantReader _instants;
+    std::map<std::chrono::year_month_day, std::int64_t> _sums;
+
+    // The day that was last added to: records come in runs of one day.
+    LocalDay _lastDay;
+    std::int64_t* _lastSum = nullptr;
+};
