@@ -1,5 +1,6 @@
 #include "widgets/TableView.h"
 
+#include "widgets/TableHeader.h"
 #include "widgets/TableModel.h"
 #include "widgets/TableViewDataSource.h"
 
@@ -14,7 +15,8 @@
 
 namespace {
 
-constexpr int rowPadding = 8;  // points above and below a row's text, together
+constexpr int rowPadding = 8;    // points above and below a row's text, together
+constexpr int cellPadding = 11;  // points at either side of a cell's text, beyond the style's own
 
 // Between two colours of the palette, so that light and dark desktops both get a fitting one.
 QColor mixed(const QColor& ground, const QColor& ink, qreal share) {
@@ -28,6 +30,17 @@ QColor mixed(const QColor& ground, const QColor& ink, qreal share) {
 class RowDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem ground = option;
+        initStyleOption(&ground, index);
+        const QWidget* const table = option.widget;
+        table->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &ground, painter, table);
+        QStyleOptionViewItem text = option;
+        text.rect.adjust(cellPadding, 0, -cellPadding, 0);
+        QStyledItemDelegate::paint(painter, text, index);
+    }
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -76,8 +89,10 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setSectionsClickable(false);
+    auto* const header = new TableHeader(cellPadding, this);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    setHorizontalHeader(header);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TableView::columnDidResize);
     fitRowHeight();
 }

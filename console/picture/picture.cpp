@@ -1,0 +1,73 @@
+// picture FILE [PROGRAM [ARGUMENT]...]
+//
+// Saves the screen as FILE. Where a program is named, starts it on the display first, waits until
+// it has drawn something and the screen has then stood still for a while, and ends the program
+// after that. Exit status 1 where the program ends by itself, the screen does not come to rest or
+// the file cannot be written.
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
+#include <QThread>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int stillMs = 1500;
+constexpr int patienceMs = 60000;
+constexpr int intervalMs = 100;
+
+QImage screen() {
+    return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() < 2) {
+        std::fputs("usage: picture FILE [PROGRAM [ARGUMENT]...]\n", stderr);
+        return 2;
+    }
+
+    const QImage before = screen();
+    if (arguments.size() == 2) {
+        return before.save(arguments[1]) ? 0 : 1;
+    }
+    QProcess program;
+    program.setProcessChannelMode(QProcess::ForwardedChannels);
+    program.start(arguments[2], arguments.mid(3));
+    if (!program.waitForStarted()) {
+        std::fprintf(stderr, "picture: cannot start %s\n", qPrintable(arguments[2]));
+        return 1;
+    }
+
+    QImage last = before;
+    QElapsedTimer patience;
+    QElapsedTimer still;
+    patience.start();
+    still.start();
+    while (last == before || still.elapsed() < stillMs) {
+        if (program.waitForFinished(intervalMs)) {
+            std::fputs("picture: the program has ended by itself\n", stderr);
+            return 1;
+        }
+        if (patience.elapsed() > patienceMs) {
+            std::fputs("picture: the screen does not come to rest\n", stderr);
+            break;
+        }
+        const QImage now = screen();
+        if (now != last) {
+            last = now;
+            still.restart();
+        }
+    }
+    program.terminate();
+    program.waitForFinished();
+    return patience.elapsed() <= patienceMs && last.save(arguments[1]) ? 0 : 1;
+}

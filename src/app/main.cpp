@@ -1,0 +1,20 @@
+#include "app/AppDelegate.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+    int status = 0;
+    {
+        const QApplication application(argc, argv);
+        AppDelegate delegate;
+        QTimer::singleShot(0, &application,
+                           [&delegate] { delegate.applicationDidFinishLaunching(); });
+        status = QApplication::exec();
+    }
+    // Not by return: a file that is still being read is not waited for, nor are the objects that
+    // its thread uses torn down under it.
+    std::quick_exit(status);
+}

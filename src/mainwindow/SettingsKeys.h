@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+/// The keys of the settings; there are no others but the window's frame.
+namespace SettingsKeys {
+
+/// Text: the chosen file's path. Its presence says that a file was once chosen.
+inline const QString xmlFilePath = QStringLiteral("xmlFilePath");
+
+/// Data: a FileBookmark of the chosen file.
+inline const QString xmlFileBookmark = QStringLiteral("xmlFileBookmark");
+
+/// Number: feet per step, greater than 0.
+inline const QString strideFootLength = QStringLiteral("strideFootLength");
+
+}  // namespace SettingsKeys

@@ -1,0 +1,58 @@
+"""Choosing a file, finding it again at the next start, quitting while it is read."""
+
+import subprocess
+import time
+import unittest
+
+from driver import BIN, Atspi, ProgramTest, key, type_text, wait_for
+
+
+def days_of(file):
+    printed = subprocess.run([BIN / "stepdays", file], check=True, capture_output=True, text=True)
+    return len(printed.stdout.splitlines())
+
+
+class Loading(ProgramTest):
+    def test_the_first_start_a_choice_and_a_restart(self):
+        file = self.export("2M")
+        loaded = f"Loaded {days_of(file)} days of data\\."
+
+        program = self.start()
+        program.label("No file selected\\.")
+        program.label("From: —")
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
+        program.find(Atspi.Role.PUSH_BUTTON, "Open")
+        type_text(str(file))
+        self.picture("choosing.png")
+        key("Return")
+        program.find(Atspi.Role.TEXT, None)
+        program.label(loaded)
+        program.label("From: [A-Z][a-z]{2} [0-9]+, [0-9]{4}")
+        path = program.find(Atspi.Role.TEXT)
+        self.assertEqual(Atspi.Text.get_text(path, 0, -1), str(file))
+        self.picture("loaded.png")
+        key("alt+F4")
+        self.assertEqual(program.end(), 0)
+
+        again = self.start()
+        again.label(loaded)
+        key("alt+F4")
+        self.assertEqual(again.end(), 0)
+        self.assertEqual([entry.name for entry in self.configuration.iterdir()],
+                         [self.settings_file.name])
+
+    def test_quitting_during_a_load_ends_the_process_at_once(self):
+        self.remember(self.export("1G"))
+        program = self.start()
+        program.label("Parsing XML…")
+        wait_for("the window in front", lambda: any(
+            node.get_state_set().contains(Atspi.StateType.ACTIVE)
+            for node in program.all(Atspi.Role.FRAME)))
+        before = time.monotonic()
+        key("alt+F4")
+        self.assertEqual(program.end(), 0)
+        self.assertLess(time.monotonic() - before, 0.5)
+
+
+if __name__ == "__main__":
+    unittest.main()

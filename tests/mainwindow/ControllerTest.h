@@ -1,0 +1,83 @@
+#pragma once
+
+#include "mainwindow/MainWindowController.h"
+#include "mainwindow/SettingsKeys.h"
+#include "platform/Bundle.h"
+#include "platform/UserDefaults.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+
+struct TestRecord {
+    const char* day;  // yyyy-MM-dd
+    const char* value;
+};
+
+/// A main window controller on real settings and real files, in a folder of the case's own.
+class ControllerTest : public testing::Test {
+  protected:
+    QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
+
+    /// Writes an export whose step records are the given ones, at noon UTC, and returns its path.
+    QString writeExport(const char* name, std::initializer_list<TestRecord> records) const {
+        QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData>\n";
+        for (const TestRecord& record : records) {
+            text += QByteArray(" <Record type=\"HKQuantityTypeIdentifierStepCount\" startDate=\"") +
+                    record.day + " 12:00:00 +0000\" value=\"" + record.value + "\"/>\n";
+        }
+        return writeFile(name, text + "</HealthData>\n");
+    }
+
+    QString writeFile(const char* name, const QByteArray& bytes) const {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(bytes), bytes.size());
+        return file.fileName();
+    }
+
+    /// A controller that remembers the file at `file`, without a window yet.
+    MainWindowController& makeController(const QString& file = {}) {
+        if (!file.isNull()) {
+            defaults.setString(SettingsKeys::xmlFilePath, file);
+        }
+        controller = std::make_unique<MainWindowController>(defaults, Bundle::main());
+        return *controller;
+    }
+
+    /// The same, its window shown and the file loaded.
+    MainWindowController& load(const QString& file) {
+        makeController(file).showWindow();
+        waitForLoad();
+        return *controller;
+    }
+
+    MainWindowController& load(std::initializer_list<TestRecord> records) {
+        return load(writeExport("export.xml", records));
+    }
+
+    void waitForLoad() const {
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return status().startsWith(QLatin1String("Loaded")); }));
+    }
+
+    QString status() const { return controller->statusLabel()->text(); }
+
+    QString cell(int row, const char* column) const {
+        return controller->objectValueForTableColumn(QString::fromUtf8(column), row);
+    }
+
+    void click(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        TableView& table = *controller->tableView();
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers,
+                          table.visualRect(table.model()->index(row, 0)).center());
+    }
+
+    QTemporaryDir folder;
+    UserDefaults defaults{path("settings.ini")};
+    std::unique_ptr<MainWindowController> controller;
+};

@@ -1,0 +1,253 @@
+#include "mainwindow/ControllerTest.h"
+#include "platform/FileBookmark.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QPushButton>
+#include <QTimer>
+
+#include <functional>
+#include <sys/stat.h>
+
+namespace {
+
+class LoadingTest : public ControllerTest {
+  protected:
+    // Answers the open dialog with `file`, or cancels it where that is null, and calls `inspect`
+    // with the dialog first. The dialog is the real one.
+    void choose(const QString& file, const std::function<void(QFileDialog&)>& inspect = {}) {
+        bool answered = false;
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || answered) {
+                return;
+            }
+            answered = true;
+            if (inspect) {
+                inspect(*dialog);
+            }
+            if (file.isNull()) {
+                dialog->reject();
+                return;
+            }
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(name, nullptr);
+            name->setText(file);
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        answer.start(0);
+        controller->chooseFileAction();
+        EXPECT_TRUE(answered);
+    }
+
+    QByteArray storedBookmark() const {
+        return defaults.data(SettingsKeys::xmlFileBookmark).value_or(QByteArray());
+    }
+};
+
+TEST_F(LoadingTest, atTheFirstStartNoFileIsSelectedAndTheTableIsEmpty) {
+    makeController().showWindow();
+    EXPECT_EQ(status(), QStringLiteral("No file selected."));
+    EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
+    EXPECT_FALSE(controller->progressIndicator()->isVisible());
+}
+
+TEST_F(LoadingTest, theRememberedFileIsLoadedAtTheStart) {
+    load({{"2025-03-02", "4000"}, {"2025-03-01", "10000"}, {"2025-02-27", "7000"}});
+    EXPECT_EQ(status(), QStringLiteral("Loaded 3 days of data."));
+    EXPECT_EQ(controller->allSteps().size(), 3U);
+    EXPECT_EQ(controller->tableView()->model()->rowCount(), 5);
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 3"));
+}
+
+TEST_F(LoadingTest, oneDayIsStillCalledDays) {
+    load({{"2025-03-02", "4000"}});
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, theIndicatorIsBusyWhileAFileIsRead) {
+    makeController(writeExport("export.xml", {{"2025-03-02", "4000"}})).showWindow();
+    EXPECT_TRUE(controller->progressIndicator()->isVisible());
+    EXPECT_EQ(controller->progressIndicator()->maximum(), 0);
+    waitForLoad();
+    EXPECT_FALSE(controller->progressIndicator()->isVisible());
+}
+
+TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
+    load(path("gone.xml"));
+    EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
+    EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
+}
+
+TEST_F(LoadingTest, aBrokenFileGivesTheDaysBeforeTheBreak) {
+    load(writeFile("broken.xml",
+                   "<HealthData><Record type=\"HKQuantityTypeIdentifierStepCount\" "
+                   "startDate=\"2025-03-02 12:00:00 +0000\" value=\"7\"/><Record ty"));
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, aFIFOInTheFilesPlaceGivesNoDaysAndDoesNotBlock) {
+    ASSERT_EQ(mkfifo(path("fifo.xml").toUtf8().constData(), 0600), 0);
+    load(path("fifo.xml"));
+    EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
+}
+
+TEST_F(LoadingTest, anEmptyRememberedPathGivesNoDays) {
+    load(QStringLiteral(""));
+    EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
+}
+
+TEST_F(LoadingTest, theDialogAsksForOneXMLFile) {
+    makeController().showWindow();
+    choose({}, [](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Select a HealthKit XML export file"));
+        EXPECT_EQ(dialog.labelText(QFileDialog::Accept), QStringLiteral("Open"));
+        EXPECT_EQ(dialog.nameFilters(), QStringList(QStringLiteral("XML files (*.xml)")));
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        EXPECT_TRUE(dialog.isModal());
+    });
+}
+
+TEST_F(LoadingTest, theButtonOpensTheDialog) {
+    makeController().showWindow();
+    bool seen = false;
+    QTimer::singleShot(0, [&seen] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        seen = true;
+        dialog->reject();
+    });
+    controller->window()->findChild<QPushButton*>()->click();
+    EXPECT_TRUE(seen);
+}
+
+TEST_F(LoadingTest, cancellingTheDialogLeavesEverythingAsItWas) {
+    load({{"2025-03-02", "4000"}});
+    const QByteArray bookmark = storedBookmark();
+    choose({});
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+    EXPECT_EQ(controller->allSteps().size(), 1U);
+    EXPECT_EQ(controller->filePath(), path("export.xml"));
+    EXPECT_EQ(storedBookmark(), bookmark);
+}
+
+TEST_F(LoadingTest, cancellingTheDialogLeavesALoadUnderWay) {
+    makeController(writeExport("export.xml", {{"2025-03-02", "4000"}})).showWindow();
+    choose({});
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, choosingAFileClearsTheOldOneAndShowsTheNewPathAtOnce) {
+    load({{"2025-03-02", "4000"}});
+    const QString other = writeExport("other.xml", {{"2024-01-01", "1"}, {"2024-01-02", "2"}});
+    choose(other);
+    EXPECT_EQ(controller->filePathField()->text(), other);
+    EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+    EXPECT_TRUE(controller->allSteps().empty());
+    EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 0"));
+    EXPECT_EQ(controller->fromLabel()->text(), QStringLiteral("From: —"));
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+}
+
+TEST_F(LoadingTest, aChosenFileIsRememberedByPathAndBookmark) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "4000"}});
+    makeController().showWindow();
+    choose(file);
+    EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), file);
+    const auto resolved = FileBookmark::resolve(storedBookmark());
+    ASSERT_TRUE(resolved);
+    EXPECT_EQ(resolved->file.path, file);
+    EXPECT_FALSE(resolved->stale);
+
+    load(QString());
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, theBookmarkIsTriedBeforeThePath) {
+    const QString one = writeExport("one.xml", {{"2025-03-02", "1"}});
+    const QString two = writeExport("two.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({one}));
+    load(two);
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+    EXPECT_EQ(controller->filePathField()->text(), two);
+}
+
+TEST_F(LoadingTest, thePathServesWhereTheBookmarkLeadsNowhere) {
+    defaults.setData(SettingsKeys::xmlFileBookmark, QByteArray("no bookmark"));
+    load({{"2025-03-02", "1"}});
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, aMovedFileIsFoundThroughItsBookmarkWhichIsStoredAnew) {
+    const QString old = writeExport("export.xml", {{"2025-03-02", "1"}});
+    const QByteArray bookmark = *FileBookmark::make({old});
+    defaults.setData(SettingsKeys::xmlFileBookmark, bookmark);
+    ASSERT_TRUE(QFile::rename(old, path("moved.xml")));
+    load(old);
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+    EXPECT_NE(storedBookmark(), bookmark);
+    EXPECT_FALSE(FileBookmark::resolve(storedBookmark())->stale);
+    EXPECT_EQ(controller->filePathField()->text(), old);
+    EXPECT_EQ(controller->filePath(), old);
+    EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), old);
+}
+
+TEST_F(LoadingTest, ofOverlappingLoadsTheOneThatEndsLastDecides) {
+    load({{"2025-03-02", "1"}});
+    QList<std::size_t> loaded;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset,
+                     [&] { loaded.append(controller->allSteps().size()); });
+    // Neither of the two can end before the event loop runs again.
+    controller->loadData();
+    const QString other = writeExport("other.xml", {{"2024-01-01", "1"}, {"2024-01-02", "2"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({other}));
+    controller->loadData();
+    ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.size() == 2; }));
+    EXPECT_TRUE(loaded.contains(1U) && loaded.contains(2U));
+    EXPECT_EQ(controller->allSteps().size(), loaded.last());
+    EXPECT_EQ(status(), QStringLiteral("Loaded %1 days of data.").arg(loaded.last()));
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: %1").arg(loaded.last()));
+}
+
+TEST_F(LoadingTest, aControllerDestroyedDuringALoadIsNotTouchedByIt) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    makeController(file).showWindow();
+    controller.reset();
+    // Another load of the same file gives the first one the time to end.
+    load(file);
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, unwritableSettingsKeepTheChoiceForTheRun) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("settings.ini")));
+    makeController().showWindow();
+    choose(file);
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+    controller->statusLabel()->clear();
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, nothingIsWrittenButTheSettings) {
+    const QString configuration = qEnvironmentVariable("XDG_CONFIG_HOME");
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    makeController().showWindow();
+    choose(file);
+    waitForLoad();
+    controller.reset();
+    EXPECT_EQ(QDir(configuration).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+              QStringList());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({QStringLiteral("export.xml"), QStringLiteral("settings.ini")}));
+}
+
+}  // namespace

@@ -1,0 +1,153 @@
+#include "mainwindow/ControllerTest.h"
+#include "text/LocalTime.h"
+
+namespace {
+
+class StatisticsTest : public ControllerTest {
+  protected:
+    // The texts of the six labels, in the order of from, to, days, total, miles, average.
+    QStringList texts() const {
+        QStringList all;
+        for (const QLabel* label :
+             {controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
+              controller->totalLabel(), controller->milesLabel(), controller->averageLabel()}) {
+            all.append(label->text());
+        }
+        return all;
+    }
+
+    QString bold() const {
+        QString names;
+        for (const auto& [label, name] : {std::pair(controller->fromLabel(), u'f'),
+                                          {controller->toLabel(), u't'},
+                                          {controller->daysLabel(), u'd'},
+                                          {controller->totalLabel(), u's'},
+                                          {controller->milesLabel(), u'm'},
+                                          {controller->averageLabel(), u'a'}}) {
+            if (label->font().bold()) {
+                names.append(name);
+            }
+        }
+        return names;
+    }
+
+    const QStringList none = {QStringLiteral("From: —"),  QStringLiteral("To: —"),
+                              QStringLiteral("Days: 0"),  QStringLiteral("Steps: —"),
+                              QStringLiteral("Miles: —"), QStringLiteral("Average: —")};
+};
+
+TEST_F(StatisticsTest, aSelectionIsSummedUp) {
+    // 4000 + 10000 + 7000 = 21000; × 2.5 ÷ 5280 = 9.9432; ÷ 3 = 3.3144.
+    load({{"2025-03-02", "4000"},
+          {"2025-03-01", "10000"},
+          {"2025-02-27", "7000"},
+          {"2025-02-26", "1"}});
+    // March 2025, 2nd, 1st, February 2025, 27th, 26th
+    click(1);
+    click(4, Qt::ShiftModifier);
+    EXPECT_EQ(texts(),
+              QStringList({QStringLiteral("From: Feb 27, 2025"), QStringLiteral("To: Mar 2, 2025"),
+                           QStringLiteral("Days: 3"), QStringLiteral("Steps: 21,000"),
+                           QStringLiteral("Miles: 9.94 @ 2.50 ft/step"),
+                           QStringLiteral("Average: 7,000 steps/day, 3.31 miles/day")}));
+    EXPECT_EQ(bold(), QStringLiteral("ft"));
+}
+
+TEST_F(StatisticsTest, withNothingSelectedAllDaysCountInTheRegularFont) {
+    load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
+    EXPECT_EQ(texts().mid(0, 4),
+              QStringList({QStringLiteral("From: Feb 27, 2025"), QStringLiteral("To: Mar 2, 2025"),
+                           QStringLiteral("Days: 2"), QStringLiteral("Steps: 11,000")}));
+    EXPECT_EQ(bold(), QString());
+}
+
+TEST_F(StatisticsTest, oneSelectedDayIsBothFirstAndLastInBold) {
+    load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
+    click(1);
+    EXPECT_EQ(texts().mid(0, 3),
+              QStringList({QStringLiteral("From: Mar 2, 2025"), QStringLiteral("To: Mar 2, 2025"),
+                           QStringLiteral("Days: 1")}));
+    EXPECT_EQ(bold(), QStringLiteral("ft"));
+    click(1, Qt::ControlModifier);
+    EXPECT_EQ(texts()[2], QStringLiteral("Days: 2"));
+    EXPECT_EQ(bold(), QString());
+}
+
+TEST_F(StatisticsTest, daysAWeekApartAreTwoDays) {
+    // (1000 + 4000) ÷ 2 = 2500; 5000 × 2.5 ÷ 5280 ÷ 2 = 1.1837.
+    load({{"2025-03-09", "1000"}, {"2025-03-05", "77"}, {"2025-03-02", "4000"}});
+    click(1);
+    click(3, Qt::ControlModifier);
+    EXPECT_EQ(texts()[2], QStringLiteral("Days: 2"));
+    EXPECT_EQ(texts()[5], QStringLiteral("Average: 2,500 steps/day, 1.18 miles/day"));
+}
+
+TEST_F(StatisticsTest, aSelectionOfMonthsAloneCountsNoDaysInBold) {
+    load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
+    controller->tableView()->selectRowIndexes({0, 2});
+    EXPECT_EQ(texts(), none);
+    EXPECT_EQ(bold(), QStringLiteral("ft"));
+}
+
+TEST_F(StatisticsTest, aMonthAmongSelectedDaysAddsNothing) {
+    load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}, {"2025-02-26", "1"}});
+    controller->tableView()->selectRowIndexes({1, 2, 3});
+    EXPECT_EQ(texts()[2], QStringLiteral("Days: 2"));
+    EXPECT_EQ(texts()[3], QStringLiteral("Steps: 11,000"));
+}
+
+TEST_F(StatisticsTest, withNoDataThereAreDashesInTheRegularFont) {
+    load(std::initializer_list<TestRecord>{});
+    EXPECT_EQ(texts(), none);
+    EXPECT_EQ(bold(), QString());
+}
+
+TEST_F(StatisticsTest, theStrideIsShownWithTwoDecimalsAndUsedWithAll) {
+    // 1000000 × 2.456 ÷ 5280 = 465.1515; at 2.46 it would be 465.9091.
+    defaults.setDouble(SettingsKeys::strideFootLength, 2.456);
+    load({{"2025-03-02", "1000000"}});
+    EXPECT_EQ(texts()[4], QStringLiteral("Miles: 465.15 @ 2.46 ft/step"));
+}
+
+TEST_F(StatisticsTest, theStrideIsNeitherGroupedNorLocalised) {
+    qputenv("LC_NUMERIC", "de_DE.UTF-8");
+    qunsetenv("LC_ALL");
+    defaults.setDouble(SettingsKeys::strideFootLength, 1234.5);
+    // 21120 × 1234.5 ÷ 5280 = 4938
+    load({{"2025-03-02", "21120"}});
+    qputenv("LC_ALL", "en_US.UTF-8");
+    EXPECT_EQ(texts()[4], QStringLiteral("Miles: 4.938,00 @ 1234.50 ft/step"));
+}
+
+TEST_F(StatisticsTest, aStrideOfZeroGivesZeroMiles) {
+    defaults.setDouble(SettingsKeys::strideFootLength, 0);
+    load({{"2025-03-02", "4000"}});
+    EXPECT_EQ(texts()[4], QStringLiteral("Miles: 0.00 @ 0.00 ft/step"));
+    EXPECT_EQ(texts()[5], QStringLiteral("Average: 4,000 steps/day, 0.00 miles/day"));
+}
+
+TEST_F(StatisticsTest, aStrideChangedMeanwhileShowsAtTheNextUpdate) {
+    load({{"2025-03-02", "5280"}});
+    defaults.setDouble(SettingsKeys::strideFootLength, 4);
+    controller->recomputeStats();
+    EXPECT_EQ(texts()[4], QStringLiteral("Miles: 4.00 @ 4.00 ft/step"));
+}
+
+TEST_F(StatisticsTest, anUpdateTakesTheEndsOfTheListAsItStands) {
+    load({{"2025-03-02", "1"}});
+    std::vector<DailySteps> unordered(2);
+    using namespace std::chrono_literals;
+    unordered[0].setDate(startOfDay(2024y / 5 / 1));
+    unordered[1].setDate(startOfDay(2024y / 6 / 1));
+    controller->updateStatsForSteps(unordered);
+    EXPECT_EQ(texts()[0], QStringLiteral("From: Jun 1, 2024"));
+    EXPECT_EQ(texts()[1], QStringLiteral("To: May 1, 2024"));
+}
+
+TEST_F(StatisticsTest, theStartOfADayDropsTheTimeOfDay) {
+    using namespace std::chrono_literals;
+    const std::chrono::sys_days day = 2025y / 3 / 2;
+    EXPECT_EQ(MainWindowController::startOfDay(day + 17h + 5s), day);
+}
+
+}  // namespace

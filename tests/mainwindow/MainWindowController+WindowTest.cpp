@@ -1,0 +1,145 @@
+#include "mainwindow/ControllerTest.h"
+
+#include <QFile>
+#include <QHeaderView>
+#include <QPushButton>
+
+namespace {
+
+class WindowTest : public ControllerTest {
+  protected:
+    // Of a view in the window: the distances of its edges from the window's.
+    static QMargins distances(const QWidget* view) {
+        const QRect frame(view->mapTo(view->window(), QPoint(0, 0)), view->size());
+        const QSize window = view->window()->size();
+        return {frame.left(), frame.top(), window.width() - frame.right() - 1,
+                window.height() - frame.bottom() - 1};
+    }
+};
+
+TEST_F(WindowTest, theTitleIsTheDisplayNameAndTheProductsName) {
+    EXPECT_EQ(makeController().window()->windowTitle(), QStringLiteral("Daily Steps — Ambulet"));
+}
+
+TEST_F(WindowTest, withoutADisplayNameTheTitleHasTheNameOfTheProcess) {
+    const Bundle nameless(path("none.plist"), folder.path());
+    MainWindowController other(defaults, nameless);
+    EXPECT_EQ(other.window()->windowTitle(), QStringLiteral("test_mainwindow — Ambulet"));
+}
+
+TEST_F(WindowTest, theRememberedPathIsShownBeforeAnyDataHasLoaded) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "4000"}});
+    makeController(file).showWindow();
+    EXPECT_EQ(controller->filePathField()->text(), file);
+    EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+    EXPECT_TRUE(controller->allSteps().empty());
+}
+
+TEST_F(WindowTest, withNothingRememberedThePathFieldIsEmpty) {
+    makeController().showWindow();
+    EXPECT_EQ(controller->filePathField()->text(), QString());
+}
+
+TEST_F(WindowTest, theTableHasJustItsFourColumnsWhateverItHadBefore) {
+    makeController().showWindow();
+    controller->tableView()->setColumns(
+        {{QStringLiteral("old"), QStringLiteral("Old"), 50, 50, {}}});
+    controller->setupTableColumns();
+    const QAbstractItemModel& model = *controller->tableView()->model();
+    ASSERT_EQ(model.columnCount(), 4);
+    const struct {
+        const char16_t* identifier;
+        const char16_t* title;
+        int width;
+        int minimumWidth;
+        bool right;
+    } expected[] = {{u"date", u"Date", 170, 80, false},
+                    {u"steps", u"Steps", 110, 60, true},
+                    {u"avgSteps", u"Daily Steps", 160, 80, true},
+                    {u"avgMiles", u"Daily Miles", 160, 80, true}};
+    for (int column = 0; column < 4; ++column) {
+        const TableColumn& made =
+            controller->tableView()->columns()[static_cast<std::size_t>(column)];
+        EXPECT_EQ(made.identifier, QStringView(expected[column].identifier));
+        EXPECT_EQ(model.headerData(column, Qt::Horizontal).toString(),
+                  QStringView(expected[column].title));
+        EXPECT_EQ(made.width, expected[column].width);
+        EXPECT_EQ(made.minimumWidth, expected[column].minimumWidth);
+        EXPECT_EQ(made.alignment.testFlag(Qt::AlignRight), expected[column].right);
+    }
+    EXPECT_TRUE(controller->tableView()->horizontalHeader()->isVisible());
+}
+
+TEST_F(WindowTest, growthGoesToTheTableAlone) {
+    load({{"2025-03-02", "4000"}});
+    QWidget& window = *controller->window();
+    controller->progressIndicator()->show();
+    window.resize(720, 640);
+    QCoreApplication::processEvents();
+
+    const QList<QWidget*> views = {controller->controlsPanel(), controller->separatorBox(),
+                                   controller->scrollView(), controller->statusLabel(),
+                                   controller->progressIndicator()};
+    QList<QMargins> before;
+    QList<QSize> sizes;
+    for (const QWidget* view : views) {
+        before.append(distances(view));
+        sizes.append(view->size());
+    }
+    window.resize(720 + 130, 640 + 210);
+    QCoreApplication::processEvents();
+
+    const QSize wider(130, 0);
+    const struct {
+        QSize growth;
+        bool top;     // keeps its distance from the top
+        bool bottom;  // from the bottom
+    } expected[] = {
+        {wider, true, false}, {wider, true, false},       {QSize(130, 210), true, true},
+        {wider, false, true}, {QSize(0, 0), false, true},
+    };
+    for (int i = 0; i < views.size(); ++i) {
+        const QMargins after = distances(views[i]);
+        EXPECT_EQ(views[i]->size(), sizes[i] + expected[i].growth) << i;
+        EXPECT_EQ(after.left(), before[i].left()) << i;
+        if (expected[i].top) {
+            EXPECT_EQ(after.top(), before[i].top()) << i;
+        }
+        if (expected[i].bottom) {
+            EXPECT_EQ(after.bottom(), before[i].bottom()) << i;
+        }
+    }
+}
+
+TEST_F(WindowTest, theMilesLabelIsDirectlyInTheControlsPanel) {
+    makeController().showWindow();
+    EXPECT_EQ(controller->milesLabel()->parentWidget(), controller->controlsPanel());
+}
+
+TEST_F(WindowTest, aButtonTitledChooseIsThere) {
+    makeController().showWindow();
+    const auto* button = controller->window()->findChild<QPushButton*>();
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), QStringLiteral("Choose…"));
+}
+
+TEST_F(WindowTest, theWindowStartsAt720By640) {
+    makeController().showWindow();
+    EXPECT_EQ(controller->window()->size(), QSize(720, 640));
+}
+
+TEST_F(WindowTest, severalRowsCanBeSelected) {
+    load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
+    click(1);
+    click(2, Qt::ControlModifier);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1, 2}));
+}
+
+TEST_F(WindowTest, absurdNumbersDoNotWidenTheWindow) {
+    defaults.setDouble(SettingsKeys::strideFootLength, 1e300);
+    load({{"2025-03-02", "4000"}});
+    QCoreApplication::processEvents();
+    EXPECT_LE(controller->window()->minimumSizeHint().width(), 1000);
+}
+
+}  // namespace
