@@ -66,7 +66,8 @@ class Program:
     def __init__(self, configuration, **environment):
         self.process = subprocess.Popen(
             [BIN / "ambulet"],
-            env={**os.environ, "XDG_CONFIG_HOME": str(configuration), **environment})
+            env={**os.environ, "LC_ALL": "en_US.UTF-8", "XDG_CONFIG_HOME": str(configuration),
+                 **environment})
 
     @property
     def accessible(self):
