@@ -44,6 +44,8 @@ icu::SimpleDateFormat* newFormat() {
     UErrorCode status = U_ZERO_ERROR;
     auto format = std::make_unique<icu::SimpleDateFormat>(u"yyyy-MM-dd HH:mm:ss Z",
                                                           icu::Locale::getUS(), status);
+    // Numbers alone are read, not a month's name.
+    format->setBooleanAttribute(UDAT_PARSE_MULTIPLE_PATTERNS_FOR_MATCH, false, status);
     orThrow(status);
     format->setTimeZone(*icu::TimeZone::getGMT());
     format->setLenient(false);

@@ -50,8 +50,9 @@ std::string icuName(std::string_view name) {
     } else if (!modifier.empty()) {
         wanted.append("@").append(modifier);
     }
-    const std::string known = icu::Locale::createCanonical(wanted.c_str()).getName();
-    return known.empty() ? "en_US" : known;
+    const icu::Locale known = icu::Locale::createCanonical(wanted.c_str());
+    const bool isLanguage = *known.getISO3Language() != '\0';
+    return isLanguage ? known.getName() : "en_US";
 }
 
 }  // namespace
