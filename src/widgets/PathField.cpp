@@ -1,5 +1,7 @@
 #include "widgets/PathField.h"
 
+#include "widgets/ReadableSelection.h"
+
 #include <QPainter>
 #include <QStyleOptionFrame>
 
@@ -10,6 +12,7 @@ constexpr int textMargin = 2;  // what QLineEdit leaves at each side of its text
 }  // namespace
 
 PathField::PathField(QWidget* parent) : QLineEdit(parent) {
+    keepSelectionReadable(this);
     setReadOnly(true);
     setFocusPolicy(Qt::ClickFocus);
     connect(this, &QLineEdit::textChanged, this, &PathField::setToolTip);

@@ -1,13 +1,18 @@
 #include "widgets/TableView.h"
 
+#include "widgets/ReadableSelection.h"
 #include "widgets/TableHeader.h"
 #include "widgets/TableModel.h"
 #include "widgets/TableViewDataSource.h"
 
-#include <QEvent>
+#include <QClipboard>
+#include <QFocusEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QStyleOptionFocusRect>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -16,6 +21,7 @@
 namespace {
 
 constexpr int rowPadding = 8;    // points above and below a row's text, together
+constexpr int measuredRows = 50;
 constexpr int cellPadding = 11;  // points at either side of a cell's text, beyond the style's own
 
 // Between two colours of the palette, so that light and dark desktops both get a fitting one.
@@ -76,6 +82,7 @@ std::vector<int> rowsOf(const QItemSelectionModel& selection) {
 }  // namespace
 
 TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableModel(this)) {
+    keepSelectionReadable(this);
     setModel(_model);
     setItemDelegate(new RowDelegate(this));
     setSelectionBehavior(SelectRows);
@@ -104,9 +111,13 @@ void TableView::setDataSource(TableViewDataSource* dataSource) {
 
 void TableView::setColumns(std::vector<TableColumn> columns) {
     _model->setColumns(std::move(columns));
+    _ownWidths.clear();
     for (int column = 0; column < _model->columnCount(); ++column) {
-        setColumnWidth(column, _model->columns()[static_cast<std::size_t>(column)].width);
+        const int width = _model->columns()[static_cast<std::size_t>(column)].width;
+        setColumnWidth(column, width);
+        _ownWidths.push_back(width);
     }
+    fitColumnsToTexts();
     showSelection();
 }
 
@@ -118,6 +129,7 @@ void TableView::reloadData() {
     _model->reload();
     const int rows = _model->rowCount();
     std::erase_if(_selectedRowIndexes, [rows](int row) { return row >= rows; });
+    fitColumnsToTexts();
     showSelection();
 }
 
@@ -177,7 +189,78 @@ void TableView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         fitRowHeight();
+        fitColumnsToTexts();
     }
+}
+
+void TableView::keyPressEvent(QKeyEvent* event) {
+    _focusVisible = true;
+    if (event->key() == Qt::Key_Escape) {
+        deselectAll();
+    } else if (event->matches(QKeySequence::Copy)) {
+        copy();
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+    viewport()->update();
+}
+
+void TableView::copy() const {
+    QStringList lines;
+    const auto addLine = [&](auto textOfColumn) {
+        QStringList cells;
+        for (int column = 0; column < _model->columnCount(); ++column) {
+            cells.append(textOfColumn(column).toString());
+        }
+        lines.append(cells.join(u'\t'));
+    };
+    const auto addRow = [&](int row) {
+        addLine([&](int column) { return _model->index(row, column).data(); });
+    };
+    addLine([&](int column) {
+        return _model->headerData(column, Qt::Horizontal, Qt::DisplayRole);
+    });
+    if (_selectedRowIndexes.empty()) {
+        for (int row = 0; row < _model->rowCount(); ++row) {
+            addRow(row);
+        }
+    } else {
+        std::for_each(_selectedRowIndexes.begin(), _selectedRowIndexes.end(), addRow);
+    }
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+void TableView::mousePressEvent(QMouseEvent* event) {
+    _focusVisible = false;
+    QTableView::mousePressEvent(event);
+    viewport()->update();
+}
+
+void TableView::focusInEvent(QFocusEvent* event) {
+    const Qt::FocusReason reason = event->reason();
+    _focusVisible = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                    (reason == Qt::ActiveWindowFocusReason && _focusVisible);
+    QTableView::focusInEvent(event);
+}
+
+// Whoever works by keyboard sees where the focus is: around the current row, or around the whole
+// table while there is none.
+void TableView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (!_focusVisible || !hasFocus()) {
+        return;
+    }
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = viewport()->rect();
+    option.backgroundColor = palette().color(QPalette::Base);
+    option.state |= QStyle::State_KeyboardFocusChange;
+    if (currentIndex().isValid()) {
+        option.rect.setTop(rowViewportPosition(currentIndex().row()));
+        option.rect.setHeight(rowHeight(currentIndex().row()));
+    }
+    QPainter painter(viewport());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
 // QHeaderView has one minimum for all its sections; ours differ.
@@ -203,6 +286,40 @@ void TableView::fitLastColumn() {
     }
     const int minimum = _model->columns()[static_cast<std::size_t>(last)].minimumWidth;
     setColumnWidth(last, std::max(minimum, viewport()->width() - others));
+}
+
+// Larger fonts and longer languages need wider columns than the ones asked for. A column that the
+// user has set is left alone.
+void TableView::fitColumnsToTexts() {
+    for (int column = 0; column < static_cast<int>(_ownWidths.size()) - 1; ++column) {
+        int& own = _ownWidths[static_cast<std::size_t>(column)];
+        if (columnWidth(column) == own) {
+            const int asked = _model->columns()[static_cast<std::size_t>(column)].width;
+            own = std::max(asked, widthOfTexts(column));
+            setColumnWidth(column, own);
+        }
+    }
+}
+
+// Of the header, the group rows, which are bold and hold the largest numbers, and the first of the
+// other rows: measuring all would take longer than showing them.
+int TableView::widthOfTexts(int column) const {
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics groupMetrics(bold);
+    const QFontMetrics metrics = fontMetrics();
+    int widest = metrics.horizontalAdvance(
+        _model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+    int others = 0;
+    for (int row = 0; row < _model->rowCount(); ++row) {
+        const bool group = _dataSource->isGroupRow(row);
+        if (group || others++ < measuredRows) {
+            const QString text = _model->index(row, column).data().toString();
+            widest = std::max(widest, (group ? groupMetrics : metrics).horizontalAdvance(text));
+        }
+    }
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    return widest + 2 * (cellPadding + margin) + 1;
 }
 
 void TableView::fitRowHeight() {

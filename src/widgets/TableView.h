@@ -11,7 +11,7 @@ class TableViewDataSource;
 
 /// A table of whole-row selections under fixed columns, filled by a data source: group rows on a
 /// band, several rows selected at once, a selection that outlives a reload of the data. The last
-/// column takes up what the others leave. It knows nothing of what it shows. Main thread only.
+/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies. It knows nothing of what it shows. Main thread only.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -39,9 +39,17 @@ class TableView : public QTableView {
 
     void deselectAll();
 
+    /// Puts the selected rows on the clipboard, or all rows where none is selected: as they are
+    /// shown, a row a line under a line of the headers, the cells set apart by tabs.
+    void copy() const;
+
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
@@ -51,6 +59,8 @@ class TableView : public QTableView {
     void columnDidResize(int column, int oldWidth, int newWidth);
     void fitLastColumn();
     void fitRowHeight();
+    void fitColumnsToTexts();
+    int widthOfTexts(int column) const;
 
     TableModel* _model;
     TableViewDataSource* _dataSource = nullptr;
@@ -58,4 +68,7 @@ class TableView : public QTableView {
     // that the user may not select.
     std::vector<int> _selectedRowIndexes;
     bool _showingSelection = false;
+    // Of each column, the width that it has by the table's own doing; the user may have set another.
+    std::vector<int> _ownWidths;
+    bool _focusVisible = false;
 };

@@ -1,0 +1,105 @@
+#include "widgets/ClickableLabel.h"
+
+#include <QAccessibleWidget>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
+
+namespace {
+
+class AccessibleClickableLabel : public QAccessibleWidget {
+  public:
+    explicit AccessibleClickableLabel(ClickableLabel* label)
+        : QAccessibleWidget(label, QAccessible::Button) {}
+
+    QString text(QAccessible::Text kind) const override {
+        switch (kind) {
+        case QAccessible::Name:
+            return label()->text();
+        case QAccessible::Description:
+            return label()->toolTip();
+        default:
+            return QAccessibleWidget::text(kind);
+        }
+    }
+
+    QStringList actionNames() const override {
+        return QStringList(pressAction()) + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction()) {
+            Q_EMIT label()->clicked();
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+
+  private:
+    ClickableLabel* label() const { return qobject_cast<ClickableLabel*>(object()); }
+};
+
+QAccessibleInterface* accessibleFor(const QString& className, QObject* object) {
+    auto* const label = className == QLatin1String("ClickableLabel")
+                            ? qobject_cast<ClickableLabel*>(object)
+                            : nullptr;
+    return label == nullptr ? nullptr : new AccessibleClickableLabel(label);
+}
+
+}  // namespace
+
+ClickableLabel::ClickableLabel(QWidget* parent) : QLabel(parent) {
+    QAccessible::installFactory(accessibleFor);
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void ClickableLabel::mousePressEvent(QMouseEvent* event) {
+    _pressed = event->button() == Qt::LeftButton;
+    event->setAccepted(_pressed);
+}
+
+void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
+    const bool click =
+        _pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    _pressed = false;
+    if (click) {
+        Q_EMIT clicked();
+    }
+}
+
+void ClickableLabel::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT clicked();
+        break;
+    default:
+        QLabel::keyPressEvent(event);
+    }
+}
+
+void ClickableLabel::focusInEvent(QFocusEvent* event) {
+    QLabel::focusInEvent(event);
+    update();
+}
+
+void ClickableLabel::focusOutEvent(QFocusEvent* event) {
+    QLabel::focusOutEvent(event);
+    update();
+}
+
+void ClickableLabel::paintEvent(QPaintEvent* event) {
+    QLabel::paintEvent(event);
+    if (hasFocus()) {
+        QPainter painter(this);
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.backgroundColor = palette().color(QPalette::Window);
+        // Around the text, which rarely fills the label.
+        option.rect.setWidth(qMin(option.rect.width(), sizeHint().width()));
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+}

@@ -1,0 +1,44 @@
+// QLineEdit's own signals do not serve: `editingFinished` also comes when another window is
+// activated and when the field is hidden, and comes a second time after `returnPressed`.
+
+#include "widgets/InPlaceField.h"
+
+#include "widgets/ReadableSelection.h"
+
+#include <QKeyEvent>
+
+InPlaceField::InPlaceField(QWidget* parent) : QLineEdit(parent) { keepSelectionReadable(this); }
+
+bool InPlaceField::event(QEvent* event) {
+    // Escape is the field's, whatever shortcut may be bound to it elsewhere.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+void InPlaceField::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT insertNewline();
+        break;
+    case Qt::Key_Escape:
+        Q_EMIT cancelOperation();
+        break;
+    default:
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+void InPlaceField::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool comesBack = reason == Qt::ActiveWindowFocusReason ||
+                           reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    if (!isHidden() && !comesBack) {
+        Q_EMIT didEndEditing();
+    }
+}
