@@ -138,8 +138,22 @@ std::u16string rootName(Units& units) {
     return name;
 }
 
-bool isEndOfName(int unit) {
-    return Units::isWhiteSpace(unit) || unit == '>' || unit == '/';
+bool isNameStart(int unit) {
+    return ('a' <= unit && unit <= 'z') || ('A' <= unit && unit <= 'Z') || unit == '_' ||
+           unit == ':' || unit >= 0x80;
+}
+
+/// Whether a start tag of the element `name`, or of any element where that is empty, goes on here,
+/// after its "<". What there is of the name is passed.
+bool skipRootTag(Units& units, std::u16string_view name) {
+    if (name.empty()) {
+        return isNameStart(units.peek());
+    }
+    if (!units.skip(name)) {
+        return false;
+    }
+    const int next = units.peek();
+    return Units::isWhiteSpace(next) || next == '>' || next == '/';
 }
 
 }  // namespace
@@ -159,7 +173,7 @@ std::optional<ByteRange> findDoctype(const InputFile& file) {
             return std::nullopt;
         }
         if (unit == '<') {
-            if (!root.empty() && units.skip(root) && isEndOfName(units.peek())) {
+            if (skipRootTag(units, root)) {
                 return ByteRange{*begin, offset};
             }
             if (quote == 0 && units.skip(u"?")) {

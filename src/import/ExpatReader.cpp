@@ -101,7 +101,7 @@ void Pass::endDoctype(void* pass) {
 /// the square of that; and never more than the limit leaves, so that a token is refused at the same
 /// byte for every block size.
 std::size_t Pass::nextCount() {
-    constexpr std::size_t longToken = std::size_t{64} * 1024;
+    constexpr std::size_t longToken = 4096;
     const auto index = XML_GetCurrentByteIndex(_parser.get());
     _tokenBegin = std::max(_tokenBegin, static_cast<std::uint64_t>(std::max<XML_Index>(index, 0)));
     const std::size_t unfinished = static_cast<std::size_t>(_given - _tokenBegin);

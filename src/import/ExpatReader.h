@@ -22,7 +22,7 @@ class ExpatReader {
 
         /// Of what expat keeps, in bytes: the open elements, all names and declarations, and one
         /// token.
-        std::size_t memory = std::size_t{128} * 1024 * 1024;
+        std::size_t memory = std::size_t{64} * 1024 * 1024;
     };
 
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;

@@ -1,0 +1,208 @@
+// Documents that no phone should write. Whatever a document holds, the days before its first error
+// stand, and how much of the file was read at once makes no difference.
+
+#include "import/Reading.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ctime>
+#include <string>
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
+constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
+
+const Days ninth = {{"2024-03-09", 5}};
+const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
+
+// A document in which `part` stands between the records of two days.
+std::string around(std::string_view part) {
+    return document(step(noon9, "5") + std::string(part) + step(noon10, "7"));
+}
+
+// The document stops in `part` at the byte that is `more` bytes into it.
+void expectStopIn(std::string_view part, std::uint64_t more, const char* reason) {
+    const std::string bytes = around(part);
+    const XMLError stop{byteOf(bytes, part, more), reason};
+    EXPECT_EQ(read(bytes), (Reading{ninth, stop}));
+}
+
+void expectNothing(std::string_view bytes, std::uint64_t stop, const char* reason) {
+    EXPECT_EQ(read(bytes), (Reading{{}, XMLError{stop, reason}}));
+}
+
+void expectBothDays(std::string_view bytes) {
+    EXPECT_EQ(read(bytes), (Reading{both, {}}));
+}
+
+TEST(BadInput, anEmptyFileHasNoDays) {
+    expectNothing("", 0, "no element found");
+}
+
+TEST(BadInput, blanksHaveNoDays) {
+    expectNothing(" \n\n", 3, "no element found");
+}
+
+TEST(BadInput, aZipHasNoDays) {
+    expectNothing("PK\x03\x04\x14\x00\x08\x00\x08\x00"s, 2, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, aPictureHasNoDays) {
+    expectNothing("\x89PNG\r\n\x1A\n\x00\x00\x00\rIHDR"s, 0, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, aDocumentOfAnotherKindHasNoDays) {
+    EXPECT_EQ(
+        read("<?xml version=\"1.0\"?>\n<?xml-stylesheet type=\"text/xsl\" href=\"CDA.xsl\"?>\n"
+             "<ClinicalDocument xmlns=\"urn:hl7-org:v3\"><realmCode code=\"US\"/>"
+             "<component><section><title>Steps</title></section></component>"
+             "</ClinicalDocument>"),
+        Reading());
+}
+
+TEST(BadInput, recordsUnderAnotherRootCount) {
+    expectBothDays("<Export>" + step(noon9, "5") + step(noon10, "7") + "</Export>");
+}
+
+TEST(BadInput, aDocumentCutOffWithinATagKeepsTheRecordsBefore) {
+    const std::string whole = around("");
+    const std::uint64_t tag = byteOf(whole, step(noon10, "7"));
+    for (const std::size_t length : {1U, 7U, 30U, 90U, 115U}) {
+        EXPECT_EQ(read(whole.substr(0, tag + length)),
+                  (Reading{ninth, XMLError{tag, "unclosed token"}}));
+    }
+}
+
+TEST(BadInput, aDocumentCutOffBetweenTagsKeepsTheRecordsBefore) {
+    const std::string whole = around("");
+    const std::uint64_t end = byteOf(whole, "</HealthData>");
+    EXPECT_EQ(read(whole.substr(0, end)), (Reading{both, XMLError{end, "no element found"}}));
+}
+
+TEST(BadInput, anEndTagOfAnotherNameStops) {
+    expectStopIn("<Workout></workout>", 11, "mismatched tag");
+    expectStopIn("</Record>", 2, "mismatched tag");
+}
+
+TEST(BadInput, aSecondRootStops) {
+    const std::string first = document(step(noon9, "5"));
+    EXPECT_EQ(read(first + document(step(noon10, "7")).substr(39)),
+              (Reading{ninth, XMLError{first.size(), "junk after document element"}}));
+}
+
+TEST(BadInput, junkAfterTheRootStops) {
+    const std::string whole = around("");
+    EXPECT_EQ(read(whole + "junk"),
+              (Reading{both, XMLError{whole.size(), "junk after document element"}}));
+    EXPECT_EQ(read(whole + "<!-- a comment -->\n<?and an instruction?>\n"), (Reading{both, {}}));
+}
+
+TEST(BadInput, anAttributeThatComesTwiceStops) {
+    const std::string tag = '<' + stepAttributes(noon9, "100") + " value=\"100\"/>";
+    expectStopIn(tag, tag.rfind("value"), "duplicate attribute");
+}
+
+TEST(BadInput, anAttributeWithoutQuotesStops) {
+    expectStopIn("<Record value=5/>", 14, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, anAttributeWithoutAValueStops) {
+    expectStopIn("<Record value/>", 13, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, aLessThanSignInAValueStops) {
+    expectStopIn("<Record device=\"<<HKDevice>\"/>", 16, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, aBareAmpersandInAValueStops) {
+    expectStopIn("<Record device=\"A & B\"/>", 19, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, anUndeclaredEntityStops) {
+    expectStopIn("&nbsp;", 0, "undefined entity");
+    expectStopIn("<Record device=\"A&nbsp;B\"/>", 0, "undefined entity");  // said of the whole tag
+}
+
+TEST(BadInput, theVerticalTabStops) {
+    expectStopIn("<MetadataEntry value=\"a\vb\"/>", 23, "not well-formed (invalid token)");
+    expectStopIn("<Note>a\vb</Note>", 7, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, aReferenceToTheVerticalTabStops) {
+    expectStopIn("<MetadataEntry value=\"a&#11;b\"/>", 23, "reference to invalid character number");
+    expectStopIn("<Note>a&#xB;b</Note>", 7, "reference to invalid character number");
+}
+
+TEST(BadInput, theNullCharacterStops) {
+    expectStopIn("<Note>a\0b</Note>"s, 7, "not well-formed (invalid token)");
+    expectStopIn("<MetadataEntry value=\"a\0b\"/>"s, 23, "not well-formed (invalid token)");
+    expectStopIn("<Note>a&#0;b</Note>", 7, "reference to invalid character number");
+}
+
+TEST(BadInput, aNonCharacterStops) {
+    expectStopIn("<Note>a\uFFFEb</Note>", 7, "not well-formed (invalid token)");
+    expectStopIn("<Note>a\uFFFFb</Note>", 7, "not well-formed (invalid token)");
+    expectStopIn("<Note>a&#xFFFE;b</Note>", 7, "reference to invalid character number");
+}
+
+TEST(BadInput, badUtf8Stops) {
+    for (const char* bytes : {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xFE", "\xFF",
+                              "\xF5\x80\x80\x80", "\xE0\x80\x80", "\xF0\x80\x80\x80", "\xC3("}) {
+        expectStopIn("<Note>a" + std::string(bytes) + "b</Note>", 7,
+                     "not well-formed (invalid token)");
+    }
+}
+
+TEST(BadInput, aLoneSurrogateStops) {
+    expectStopIn("<Note>a\xED\xA0\x80"s + "b</Note>", 7, "not well-formed (invalid token)");
+    expectStopIn("<Note>a&#xD800;b</Note>", 7, "reference to invalid character number");
+}
+
+TEST(BadInput, twoHyphensWithinACommentStop) {
+    expectStopIn("<!-- a -- b -->", 9, "not well-formed (invalid token)");
+}
+
+TEST(BadInput, theEndOfACdataSectionInTextStops) {
+    expectStopIn("<Note>a]]>b</Note>", 9, "not well-formed (invalid token)");
+    expectBothDays(around("<Note>a]]b</Note><Note>a]>b</Note>"));
+}
+
+TEST(BadInput, recordsInCommentsAndCdataSectionsAndInstructionsDoNotCount) {
+    const std::string record = step(noon9, "100");
+    expectBothDays(around("<!--" + record + "-->"));
+    expectBothDays(around("<![CDATA[" + record + "]]>"));
+    expectBothDays(around("<?note " + record + "?>"));
+}
+
+TEST(BadInput, threeHundredLevelsDeepARecordCounts) {
+    std::string deep;
+    std::string back;
+    for (int level = 0; level < 300; ++level) {
+        deep += "<Level>";
+        back += "</Level>";
+    }
+    expectBothDays(document(deep + step(noon9, "5") + step(noon10, "7") + back));
+    const std::string unclosed = document(deep + step(noon9, "5"));
+    EXPECT_EQ(read(unclosed),
+              (Reading{ninth, XMLError{byteOf(unclosed, "</HealthData>", 2), "mismatched tag"}}));
+}
+
+TEST(BadInput, valuesThatAreNoWholeNumbersCountAsFarAsTheyAre) {
+    for (const auto& [value, steps] : {std::pair<const char*, std::int64_t>("", 0),
+                                       {"abc", 0},
+                                       {"1.9", 1},
+                                       {"-5", -5},
+                                       {" 7 ", 7},
+                                       {"&#9;7", 7},
+                                       {"9223372036854775808", INT64_MAX},
+                                       {"-99999999999999999999", INT64_MIN}}) {
+        EXPECT_EQ(read(document(step(noon9, value))), (Reading{{{"2024-03-09", steps}}, {}}))
+            << value;
+    }
+}
+
+}  // namespace

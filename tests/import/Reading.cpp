@@ -1,0 +1,91 @@
+#include "import/Reading.h"
+
+#include "import/HealthXMLParser.h"
+#include "import/InputFile.h"
+#include "support/TemporaryFolder.h"
+#include "text/LocalTime.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <initializer_list>
+#include <stdexcept>
+
+namespace {
+
+std::string dateText(std::chrono::year_month_day date) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
+    return text;
+}
+
+Reading readInBlocks(std::string_view bytes, std::initializer_list<std::size_t> blockSizes,
+                     ExpatReader::Limits limits) {
+    const TemporaryFolder folder;
+    const std::filesystem::path path = folder.write("export.xml", bytes);
+    const Reading usual = readFile(path, ExpatReader::defaultBlockSize, limits);
+    for (const std::size_t blockSize : blockSizes) {
+        EXPECT_EQ(readFile(path, blockSize, limits), usual) << "in blocks of " << blockSize;
+    }
+    return usual;
+}
+
+}  // namespace
+
+Days asText(const std::vector<DailySteps>& days) {
+    Days result;
+    for (const DailySteps& day : days) {
+        result.emplace_back(dateText(localDate(day.date().value())), day.steps());
+    }
+    return result;
+}
+
+std::ostream& operator<<(std::ostream& stream, const Reading& reading) {
+    for (const auto& [date, steps] : reading.days) {
+        stream << date << ": " << steps << ", ";
+    }
+    return reading.error ? stream << "stopped at " << reading.error->byteOffset << ": "
+                                  << reading.error->reason
+                         : stream << "well-formed";
+}
+
+std::string stepAttributes(std::string_view startDate, std::string_view value) {
+    return "Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"Phone\" startDate=\"" +
+           std::string(startDate) + "\" value=\"" + std::string(value) + '"';
+}
+
+std::string step(std::string_view startDate, std::string_view value) {
+    return '<' + stepAttributes(startDate, value) + "/>\n";
+}
+
+std::string document(std::string_view content) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData locale=\"en_US\">\n" +
+           std::string(content) + "</HealthData>\n";
+}
+
+std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more) {
+    const std::size_t at = text.find(part);
+    if (at == std::string_view::npos) {
+        throw std::logic_error("not in the text: " + std::string(part));
+    }
+    return at + more;
+}
+
+Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
+                 ExpatReader::Limits limits) {
+    std::error_code error;
+    const auto file = InputFile::open(path, error);
+    EXPECT_TRUE(file) << error.message();
+    HealthXMLParser parser;
+    const auto stop = ExpatReader(blockSize, limits).read(file.value(), parser);
+    return {asText(parser.days()), stop};
+}
+
+Reading read(std::string_view bytes, ExpatReader::Limits limits) {
+    return readInBlocks(bytes, {1, 2, 7, 4096, bytes.size() + 1}, limits);
+}
+
+Reading readLarge(std::string_view bytes, ExpatReader::Limits limits) {
+    return readInBlocks(bytes, {4096, bytes.size() + 1}, limits);
+}

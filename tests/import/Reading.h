@@ -1,0 +1,50 @@
+#pragma once
+
+#include "import/ExpatReader.h"
+#include "import/XMLReader.h"
+#include "model/DailySteps.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Days as a test writes them: "2024-03-09" and the steps.
+using Days = std::vector<std::pair<std::string, std::int64_t>>;
+
+Days asText(const std::vector<DailySteps>& days);
+
+/// What came of reading a document.
+struct Reading {
+    Days days;
+    std::optional<XMLError> error;
+
+    friend bool operator==(const Reading&, const Reading&) = default;
+    friend std::ostream& operator<<(std::ostream& stream, const Reading& reading);
+};
+
+/// An attribute text of a step record's tag, without the tag's ends.
+std::string stepAttributes(std::string_view startDate, std::string_view value);
+
+/// A step record.
+std::string step(std::string_view startDate, std::string_view value);
+
+/// `content` in a root element, after an XML declaration.
+std::string document(std::string_view content);
+
+/// Where `part` first stands in `text`, which has it; plus `more`.
+std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more = 0);
+
+Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
+                 ExpatReader::Limits limits = {});
+
+/// Reads the file `bytes` in blocks of 1, 2, 7, 4096 bytes and of the usual size, and in one, which
+/// must not make a difference.
+Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
+
+/// The same for a document so large that blocks of a few bytes would take too long.
+Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
