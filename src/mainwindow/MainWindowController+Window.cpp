@@ -1,11 +1,30 @@
-// Bringing the window up.
+// Bringing the window up, the click that clears the selection, the window's place and size.
 
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
+#include "platform/UserDefaults.h"
 #include "ui_MainWindowController.h"
 
+#include <QApplication>
 #include <QMainWindow>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QWindow>
+
+namespace {
+
+bool isControl(const QWidget* view) {
+    return qobject_cast<const QLabel*>(view) != nullptr ||
+           qobject_cast<const QAbstractButton*>(view) != nullptr ||
+           qobject_cast<const QLineEdit*>(view) != nullptr;
+}
+
+// The interface description names the settings' key.
+QString frameKey(const QWidget* window) {
+    return window->property("frameAutosaveName").toString();
+}
+
+}  // namespace
 
 std::unique_ptr<QWidget> MainWindowController::loadWindow() {
     auto window = std::make_unique<QMainWindow>();
@@ -36,8 +55,59 @@ void MainWindowController::windowDidLoad() {
     if (_filePathField) {
         _filePathField->setText(_filePath.value_or(QString()));
     }
+    restoreFrame();
     setupTableColumns();
+    makeStrideEditor();
+    qApp->installEventFilter(this);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindowController::saveFrame);
     loadData();
+}
+
+// Every press of the primary button in the application passes here before any view sees it; none is
+// swallowed. It is the window that is watched and not its views: a press that a view does not want
+// comes again for the view around it, and one while a menu is open comes for the window, too.
+bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == window()->windowHandle() && watched != nullptr &&
+        (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick)) {
+        const auto* const press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::LeftButton && QApplication::activePopupWidget() == nullptr) {
+            mouseDown(press->position().toPoint());
+        }
+    } else if (watched == window() && type == QEvent::Close) {
+        saveFrame();
+    }
+    return WindowController::eventFilter(watched, event);
+}
+
+// `position`: in the window's content.
+void MainWindowController::mouseDown(QPoint position) {
+    const auto* const content = qobject_cast<QMainWindow*>(window())->centralWidget();
+    const QPoint point = content->mapFrom(window(), position);
+    if (!_tableView || !content->rect().contains(point) ||
+        (_scrollView && _scrollView->geometry().contains(point))) {
+        return;
+    }
+    for (const QWidget* hit = content->childAt(point); hit != nullptr && hit != content;
+         hit = hit->parentWidget()) {
+        if (isControl(hit)) {
+            return;
+        }
+    }
+    _tableView->deselectAll();
+}
+
+void MainWindowController::restoreFrame() {
+    if (const auto frame = _defaults.data(frameKey(window()))) {
+        window()->restoreGeometry(*frame);  // brings it back onto a screen that is there
+    }
+}
+
+void MainWindowController::saveFrame() {
+    const QByteArray frame = window()->saveGeometry();
+    if (_defaults.data(frameKey(window())) != frame) {
+        _defaults.setData(frameKey(window()), frame);
+    }
 }
 
 void MainWindowController::setupTableColumns() {

@@ -5,6 +5,8 @@
 #include "platform/FileURL.h"
 #include "text/DateFormatter.h"
 #include "text/NumberFormatter.h"
+#include "widgets/ClickableLabel.h"
+#include "widgets/InPlaceField.h"
 #include "widgets/TableView.h"
 #include "widgets/TableViewDataSource.h"
 #include "widgets/WindowController.h"
@@ -13,6 +15,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPoint>
 #include <QPointer>
 #include <QProgressBar>
 
@@ -98,6 +101,31 @@ class MainWindowController final : public WindowController, public TableViewData
     /// midnight.
     static std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::sys_seconds date);
 
+    // ---- the stride: MainWindowController+StrideEditor.cpp
+
+    /// Opens the editor over the stride in the miles label, filled with the stored stride; fills it
+    /// anew where it is open.
+    void strideDidClick();
+
+    /// Stores the editor's number where it is greater than 0, closes the editor, and shows rows and
+    /// statistics at the stride of then. Does nothing where the editor is closed.
+    void commitStrideEdit();
+
+    /// Closes the editor and stores nothing.
+    void cancelStrideEdit();
+
+    enum class EditorCommand { InsertNewline, CancelOperation };
+
+    /// Return and Escape in the editor.
+    void doCommandBySelector(EditorCommand command);
+
+    /// The focus has left the editor for another control.
+    void controlTextDidEndEditing();
+
+    /// The editor of the stride; null before the window is loaded. It is visible while an edit is
+    /// under way, and hidden else: nothing else holds that state.
+    InPlaceField* strideEditor() const { return _strideEditor; }
+
     // ---- the window: MainWindowController+Window.cpp
 
     /// Gives the table its four columns in place of whatever it had.
@@ -119,8 +147,8 @@ class MainWindowController final : public WindowController, public TableViewData
     void setTotalLabel(QLabel* view) { _totalLabel = view; }
     QLabel* averageLabel() const { return _averageLabel; }
     void setAverageLabel(QLabel* view) { _averageLabel = view; }
-    QLabel* milesLabel() const { return _milesLabel; }
-    void setMilesLabel(QLabel* view) { _milesLabel = view; }
+    ClickableLabel* milesLabel() const { return _milesLabel; }
+    void setMilesLabel(ClickableLabel* view) { _milesLabel = view; }
     QProgressBar* progressIndicator() const { return _progressIndicator; }
     void setProgressIndicator(QProgressBar* view) { _progressIndicator = view; }
     QLabel* statusLabel() const { return _statusLabel; }
@@ -135,8 +163,14 @@ class MainWindowController final : public WindowController, public TableViewData
   protected:
     std::unique_ptr<QWidget> loadWindow() override;
     void windowDidLoad() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void makeStrideEditor();
+    void closeStrideEditor();
+    void mouseDown(QPoint position);
+    void restoreFrame();
+    void saveFrame();
     double strideFeet() const;
     std::optional<QString> askForFile();
     void startProgress();
@@ -153,6 +187,8 @@ class MainWindowController final : public WindowController, public TableViewData
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
     QFileDialog* _fileDialog = nullptr;
+    QPointer<InPlaceField> _strideEditor;
+    bool _strideEditorOpenedByKeyboard = false;
 
     QPointer<TableView> _tableView;
     QPointer<QAbstractScrollArea> _scrollView;
@@ -161,7 +197,7 @@ class MainWindowController final : public WindowController, public TableViewData
     QPointer<QLabel> _daysLabel;
     QPointer<QLabel> _totalLabel;
     QPointer<QLabel> _averageLabel;
-    QPointer<QLabel> _milesLabel;
+    QPointer<ClickableLabel> _milesLabel;
     QPointer<QProgressBar> _progressIndicator;
     QPointer<QLabel> _statusLabel;
     QPointer<QLineEdit> _filePathField;

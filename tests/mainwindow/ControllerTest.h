@@ -10,6 +10,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
 #include <memory>
 
@@ -66,6 +67,12 @@ class ControllerTest : public testing::Test {
     }
 
     QString status() const { return controller->statusLabel()->text(); }
+
+    /// From, to, days, total, miles, average.
+    std::array<QLabel*, 6> statisticsLabels() const {
+        return {controller->fromLabel(),  controller->toLabel(),    controller->daysLabel(),
+                controller->totalLabel(), controller->milesLabel(), controller->averageLabel()};
+    }
 
     QString cell(int row, const char* column) const {
         return controller->objectValueForTableColumn(QString::fromUtf8(column), row);

@@ -5,30 +5,24 @@ namespace {
 
 class StatisticsTest : public ControllerTest {
   protected:
-    // The texts of the six labels, in the order of from, to, days, total, miles, average.
+    // The texts of the six labels.
     QStringList texts() const {
         QStringList all;
-        for (const QLabel* label :
-             {controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
-              controller->totalLabel(), controller->milesLabel(), controller->averageLabel()}) {
+        for (const QLabel* label : statisticsLabels()) {
             all.append(label->text());
         }
         return all;
     }
 
+    // A letter for each of the six labels that is bold.
     QString bold() const {
-        QString names;
-        for (const auto& [label, name] : {std::pair(controller->fromLabel(), u'f'),
-                                          {controller->toLabel(), u't'},
-                                          {controller->daysLabel(), u'd'},
-                                          {controller->totalLabel(), u's'},
-                                          {controller->milesLabel(), u'm'},
-                                          {controller->averageLabel(), u'a'}}) {
-            if (label->font().bold()) {
-                names.append(name);
+        QString letters;
+        for (std::size_t i = 0; i < 6; ++i) {
+            if (statisticsLabels().at(i)->font().bold()) {
+                letters.append(u"ftdsma"[i]);
             }
         }
-        return names;
+        return letters;
     }
 
     const QStringList none = {QStringLiteral("From: —"),  QStringLiteral("To: —"),

@@ -1,0 +1,116 @@
+// The editor that opens over the stride in the miles label.
+
+#include "mainwindow/MainWindowController.h"
+#include "mainwindow/SettingsKeys.h"
+#include "platform/UserDefaults.h"
+#include "text/Numbers.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int editorWidth = 60;
+constexpr int editorRise = 3;  // above the label
+
+// The width of the label's text up to the stride, in whole points; 0 where it shows none.
+int stridePrefixWidth(const QLabel& label) {
+    const QString before = QStringLiteral("@ ");
+    const qsizetype found = label.text().indexOf(before);
+    if (found < 0) {
+        return 0;
+    }
+    const QString prefix = label.text().left(found + before.size());
+    return static_cast<int>(std::ceil(QFontMetricsF(label.font()).horizontalAdvance(prefix)));
+}
+
+}  // namespace
+
+void MainWindowController::makeStrideEditor() {
+    if (!_controlsPanel) {
+        return;
+    }
+    _strideEditor = new InPlaceField(_controlsPanel);
+    _strideEditor->setAccessibleName(QStringLiteral("Stride length in feet"));
+    _strideEditor->hide();
+    connect(_strideEditor, &InPlaceField::insertNewline, this,
+            [this] { doCommandBySelector(EditorCommand::InsertNewline); });
+    connect(_strideEditor, &InPlaceField::cancelOperation, this,
+            [this] { doCommandBySelector(EditorCommand::CancelOperation); });
+    connect(_strideEditor, &InPlaceField::didEndEditing, this,
+            &MainWindowController::controlTextDidEndEditing);
+    if (_milesLabel) {
+        _milesLabel->setToolTip(QStringLiteral("Click to edit stride length"));
+        connect(_milesLabel, &ClickableLabel::clicked, this, &MainWindowController::strideDidClick);
+        QWidget::setTabOrder(_milesLabel, _strideEditor);
+    }
+}
+
+void MainWindowController::strideDidClick() {
+    if (!_strideEditor) {
+        return;
+    }
+    if (_strideEditor->isHidden()) {
+        _strideEditorOpenedByKeyboard = _milesLabel && _milesLabel->hasFocus();
+    }
+    QRect frame = _milesLabel ? _milesLabel->geometry() : QRect();
+    if (_milesLabel) {
+        frame.moveLeft(frame.left() + stridePrefixWidth(*_milesLabel));
+    }
+    frame.moveTop(frame.top() - editorRise);
+    frame.setWidth(editorWidth);
+    _strideEditor->setGeometry(frame);
+    _strideEditor->setText(QString::number(strideFeet(), 'f', 2));
+    _strideEditor->raise();
+    _strideEditor->show();
+    _strideEditor->setFocus();
+    _strideEditor->selectAll();
+}
+
+void MainWindowController::commitStrideEdit() {
+    if (!_strideEditor || _strideEditor->isHidden()) {
+        return;
+    }
+    const double stride = doubleValue(_strideEditor->text().toStdString());
+    if (stride > 0) {
+        _defaults.setDouble(SettingsKeys::strideFootLength, stride);
+    }
+    closeStrideEditor();
+    rebuildDisplayRows();
+    recomputeStats();
+}
+
+void MainWindowController::cancelStrideEdit() {
+    closeStrideEditor();
+}
+
+// Hidden, the field ends no editing, so nothing is stored by the focus that it loses here.
+void MainWindowController::closeStrideEditor() {
+    if (!_strideEditor) {
+        return;
+    }
+    const bool hadFocus = _strideEditor->hasFocus();
+    _strideEditor->hide();
+    if (!hadFocus) {
+        return;  // it is where the user has put it
+    }
+    if (_strideEditorOpenedByKeyboard && _milesLabel) {
+        _milesLabel->setFocus();
+    } else if (_tableView) {
+        _tableView->setFocus();
+    }
+}
+
+void MainWindowController::doCommandBySelector(EditorCommand command) {
+    switch (command) {
+    case EditorCommand::InsertNewline:
+        commitStrideEdit();
+        break;
+    case EditorCommand::CancelOperation:
+        cancelStrideEdit();
+        break;
+    }
+}
+
+void MainWindowController::controlTextDidEndEditing() {
+    commitStrideEdit();
+}

@@ -1,0 +1,135 @@
+// The click outside the table and outside all controls that clears the selection. Presses go to the
+// window, as they come from the windowing system.
+
+#include "mainwindow/ControllerTest.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QWindow>
+
+namespace {
+
+class ClearingClickTest : public ControllerTest {
+  protected:
+    ClearingClickTest() {
+        load({{"2025-03-02", "1"}, {"2025-03-01", "2"}, {"2025-02-01", "3"}});
+        QCoreApplication::processEvents();
+        table().selectRowIndexes({1, 2});
+    }
+
+    TableView& table() const { return *controller->tableView(); }
+    bool cleared() const { return table().selectedRowIndexes().empty(); }
+
+    void press(const QWidget* view, QPoint point, Qt::MouseButton button = Qt::LeftButton) const {
+        QWindow* const window = controller->window()->windowHandle();
+        const QPoint position = view->mapTo(controller->window(), point);
+        QTest::mousePress(window, button, {}, position);
+        QTest::mouseRelease(window, button, {}, position);
+    }
+    void press(const QWidget* view) const { press(view, view->rect().center()); }
+};
+
+TEST_F(ClearingClickTest, onTheBarePanelItClears) {
+    press(controller->controlsPanel(), QPoint(3, 3));
+    EXPECT_TRUE(cleared());
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 3"));
+    EXPECT_FALSE(controller->fromLabel()->font().bold());
+}
+
+TEST_F(ClearingClickTest, onTheSeparatorItClears) {
+    press(controller->separatorBox());
+    EXPECT_TRUE(cleared());
+}
+
+TEST_F(ClearingClickTest, onTheWindowsBackgroundItClears) {
+    press(controller->window(), QPoint(2, controller->window()->height() - 2));
+    EXPECT_TRUE(cleared());
+}
+
+TEST_F(ClearingClickTest, onTheProgressIndicatorItClears) {
+    controller->progressIndicator()->show();
+    QCoreApplication::processEvents();
+    press(controller->progressIndicator());
+    EXPECT_TRUE(cleared());
+}
+
+TEST_F(ClearingClickTest, onAnyLabelItDoesNot) {
+    for (const QLabel* label :
+         {controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
+          controller->totalLabel(), controller->averageLabel(), controller->statusLabel()}) {
+        press(label);
+        EXPECT_FALSE(cleared()) << qPrintable(label->text());
+    }
+    press(controller->milesLabel());
+    EXPECT_FALSE(cleared());
+    EXPECT_TRUE(controller->strideEditor()->isVisible());
+    press(controller->strideEditor());
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, onThePathFieldItDoesNot) {
+    press(controller->filePathField());
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, onTheButtonItDoesNot) {
+    const auto* button = controller->window()->findChild<QPushButton*>();
+    QWindow* const window = controller->window()->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {},
+                      button->mapTo(controller->window(), button->rect().center()));
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, inTheTableItIsTheTables) {
+    press(table().viewport(), table().visualRect(table().model()->index(0, 0)).center());
+    EXPECT_EQ(table().selectedRowIndexes(), std::vector<int>({1, 2}));
+    press(table().viewport(), table().visualRect(table().model()->index(4, 0)).center());
+    EXPECT_EQ(table().selectedRowIndexes(), std::vector<int>({4}));
+}
+
+TEST_F(ClearingClickTest, onTheTablesHeaderItDoesNot) {
+    press(table().horizontalHeader(), QPoint(30, 5));
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, onAScrollBarItDoesNot) {
+    controller->window()->resize(560, 300);
+    table().verticalScrollBar()->setRange(0, 100);
+    table().setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    QCoreApplication::processEvents();
+    press(table().verticalScrollBar());
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, withAnotherButtonItDoesNot) {
+    press(controller->controlsPanel(), QPoint(3, 3), Qt::RightButton);
+    press(controller->controlsPanel(), QPoint(3, 3), Qt::MiddleButton);
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, inAnotherWindowItDoesNot) {
+    QWidget other;
+    other.resize(200, 200);
+    other.show();
+    QTest::mouseClick(other.windowHandle(), Qt::LeftButton, {}, QPoint(10, 10));
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, whileAMenuIsOpenItOnlyClosesTheMenu) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Item"));
+    menu.popup(controller->window()->mapToGlobal(QPoint(300, 300)));
+    ASSERT_EQ(QApplication::activePopupWidget(), &menu);
+    QTest::mousePress(controller->window()->windowHandle(), Qt::LeftButton, {}, QPoint(3, 3));
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, theClickItselfStillReachesItsView) {
+    press(controller->filePathField());
+    EXPECT_TRUE(controller->filePathField()->hasFocus());
+}
+
+}  // namespace

@@ -1,0 +1,309 @@
+#include "mainwindow/ControllerTest.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QFontMetricsF>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cmath>
+
+namespace {
+
+class StrideEditorTest : public ControllerTest {
+  protected:
+    StrideEditorTest() {
+        // 5280 steps are as many miles as the stride has feet.
+        load({{"2025-03-02", "5280"}, {"2025-02-02", "10560"}});
+        controller->window()->activateWindow();
+        QCoreApplication::processEvents();
+    }
+
+    InPlaceField& editor() const { return *controller->strideEditor(); }
+    bool open() const { return editor().isVisible(); }
+    double stored() const { return defaults.doubleForKey(SettingsKeys::strideFootLength); }
+    bool anyStored() const {
+        return defaults.persistent(SettingsKeys::strideFootLength).has_value();
+    }
+    QString miles() const { return controller->milesLabel()->text(); }
+
+    void clickLabel() const {
+        QTest::mouseClick(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 8));
+    }
+
+    void openAndType(const char* text) const {
+        clickLabel();
+        QTest::keyClicks(&editor(), QString::fromUtf8(text));
+    }
+};
+
+TEST_F(StrideEditorTest, isHiddenAtFirst) {
+    EXPECT_FALSE(open());
+}
+
+TEST_F(StrideEditorTest, aClickOnTheMilesOpensItWithTheStridesTextSelected) {
+    clickLabel();
+    EXPECT_TRUE(open());
+    EXPECT_TRUE(editor().hasFocus());
+    EXPECT_EQ(editor().text(), QStringLiteral("2.50"));
+    EXPECT_EQ(editor().selectedText(), QStringLiteral("2.50"));
+}
+
+TEST_F(StrideEditorTest, onlyAPrimaryClickOpensIt) {
+    for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mouseClick(controller->milesLabel(), button, {}, QPoint(3, 8));
+        EXPECT_FALSE(open());
+    }
+}
+
+TEST_F(StrideEditorTest, aPressThatIsReleasedElsewhereDoesNotOpenIt) {
+    QTest::mousePress(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 8));
+    QTest::mouseRelease(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 80));
+    EXPECT_FALSE(open());
+}
+
+TEST_F(StrideEditorTest, liesOverTheStrideToThePixel) {
+    clickLabel();
+    const QLabel& label = *controller->milesLabel();
+    ASSERT_EQ(label.text(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
+    const double prefix =
+        QFontMetricsF(label.font()).horizontalAdvance(QStringLiteral("Miles: 7.50 @ "));
+    EXPECT_EQ(editor().parentWidget(), label.parentWidget());
+    EXPECT_EQ(editor().x(), label.x() + static_cast<int>(std::ceil(prefix)));
+    EXPECT_EQ(editor().y(), label.y() - 3);  // 3 points up
+    EXPECT_EQ(editor().width(), 60);
+    EXPECT_EQ(editor().height(), label.height());
+}
+
+TEST_F(StrideEditorTest, followsTheLabelsOwnFont) {
+    QFont font = controller->milesLabel()->font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    controller->milesLabel()->setFont(font);
+    QCoreApplication::processEvents();
+    clickLabel();
+    const double prefix = QFontMetricsF(font).horizontalAdvance(QStringLiteral("Miles: 7.50 @ "));
+    EXPECT_EQ(editor().x(), controller->milesLabel()->x() + static_cast<int>(std::ceil(prefix)));
+}
+
+TEST_F(StrideEditorTest, withoutAStrideInTheTextItOpensAtTheLabelsLeftEdge) {
+    controller->updateStatsForSteps({});
+    ASSERT_EQ(miles(), QStringLiteral("Miles: —"));
+    clickLabel();
+    EXPECT_EQ(editor().x(), controller->milesLabel()->x());
+    QTest::keyClicks(&editor(), QStringLiteral("3"));
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, withoutTheLabelItOpensInTheCornerOfThePanel) {
+    delete controller->milesLabel();
+    controller->strideDidClick();
+    EXPECT_EQ(editor().geometry(), QRect(0, -3, 60, 0));
+}
+
+TEST_F(StrideEditorTest, returnStoresAndRowsAndStatisticsFollow) {
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_FALSE(open());
+    EXPECT_EQ(stored(), 3.0);
+    EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("3.00"));
+    EXPECT_EQ(cell(2, "avgMiles"), QStringLiteral("6.00"));
+    EXPECT_EQ(miles(), QStringLiteral("Miles: 9.00 @ 3.00 ft/step"));
+    EXPECT_EQ(controller->averageLabel()->text(),
+              QStringLiteral("Average: 7,920 steps/day, 4.50 miles/day"));
+}
+
+TEST_F(StrideEditorTest, enterStoresToo) {
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, valuesThatAreNotAboveZeroAreRefusedAndTheRestIsDoneAllTheSame) {
+    for (const char* text : {"0", "-1", "abc", " ", "nan", "-0.5"}) {
+        controller->milesLabel()->setText(QStringLiteral("stale"));
+        openAndType(text);
+        QTest::keyClick(&editor(), Qt::Key_Return);
+        EXPECT_FALSE(open()) << text;
+        EXPECT_FALSE(anyStored()) << text;
+        EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step")) << text;
+    }
+}
+
+TEST_F(StrideEditorTest, anEmptiedFieldIsRefused) {
+    clickLabel();
+    QTest::keyClick(&editor(), Qt::Key_Delete);
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_FALSE(anyStored());
+}
+
+TEST_F(StrideEditorTest, theLeadingNumberOfTheTextCounts) {
+    openAndType("2.75 feet");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 2.75);
+}
+
+TEST_F(StrideEditorTest, allDecimalsAreStoredAndUsedAndTwoAreShown) {
+    openAndType("2.6789");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 2.6789);
+    // (5280 + 10560) × 2.6789 ÷ 5280 = 8.0367; at 2.68 it would be 8.04 as well, so in the rows:
+    EXPECT_EQ(miles(), QStringLiteral("Miles: 8.04 @ 2.68 ft/step"));
+    EXPECT_DOUBLE_EQ(std::get<MonthSummary>(controller->displayRows()[0]).avgMiles(), 2.6789);
+    clickLabel();
+    EXPECT_EQ(editor().text(), QStringLiteral("2.68"));
+}
+
+TEST_F(StrideEditorTest, thereIsNoUpperBound) {
+    openAndType("123456");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 123456);
+}
+
+TEST_F(StrideEditorTest, escapeStoresNothing) {
+    openAndType("9");
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    EXPECT_FALSE(open());
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(anyStored());
+    EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
+}
+
+TEST_F(StrideEditorTest, escapeRefreshesNothing) {
+    clickLabel();
+    controller->daysLabel()->setText(QStringLiteral("as it was"));
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("as it was"));
+}
+
+TEST_F(StrideEditorTest, tabStores) {
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Tab);
+    EXPECT_FALSE(open());
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, aClickOnTheTableStores) {
+    openAndType("3");
+    click(1);
+    EXPECT_FALSE(open());
+    EXPECT_EQ(stored(), 3.0);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+}
+
+TEST_F(StrideEditorTest, aClickOnAnotherFieldStores) {
+    openAndType("3");
+    QTest::mouseClick(controller->filePathField(), Qt::LeftButton);
+    EXPECT_EQ(stored(), 3.0);
+    EXPECT_TRUE(controller->filePathField()->hasFocus());
+}
+
+TEST_F(StrideEditorTest, aCommitAfterACommitOrACancelDoesNothing) {
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    editor().setText(QStringLiteral("4"));
+    controller->commitStrideEdit();
+    EXPECT_EQ(stored(), 3.0);
+    openAndType("5");
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    controller->commitStrideEdit();
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, oneCommitRefreshesOnce) {
+    int reloads = 0;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset,
+                     [&reloads] { ++reloads; });
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reloads, 1);
+}
+
+TEST_F(StrideEditorTest, aSecondClickBesideItDropsWhatWasTyped) {
+    openAndType("9");
+    clickLabel();
+    EXPECT_TRUE(open());
+    EXPECT_EQ(editor().text(), QStringLiteral("2.50"));
+    EXPECT_EQ(editor().selectedText(), QStringLiteral("2.50"));
+    EXPECT_FALSE(anyStored());
+}
+
+TEST_F(StrideEditorTest, anotherWindowInFrontNeitherStoresNorCancels) {
+    openAndType("9");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(editor().hasFocus());
+    EXPECT_TRUE(open());
+    EXPECT_FALSE(anyStored());
+    other.close();
+    controller->window()->activateWindow();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(editor().text(), QStringLiteral("9"));
+    EXPECT_TRUE(editor().hasFocus());
+}
+
+TEST_F(StrideEditorTest, itsContextMenuNeitherStoresNorCancels) {
+    openAndType("9");
+    bool seen = false;
+    QTimer::singleShot(0, [&seen] {
+        if (QWidget* const menu = QApplication::activePopupWidget()) {
+            seen = true;
+            menu->close();
+        }
+    });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                            editor().mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&editor(), &event);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(open());
+    EXPECT_FALSE(anyStored());
+}
+
+TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
+    click(3);
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
+    EXPECT_EQ(miles(), QStringLiteral("Miles: 6.00 @ 3.00 ft/step"));
+    EXPECT_TRUE(controller->fromLabel()->font().bold());
+}
+
+TEST_F(StrideEditorTest, afterAClickTheTableHasTheFocusOnceItCloses) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
+        clickLabel();
+        QTest::keyClick(&editor(), key);
+        EXPECT_TRUE(controller->tableView()->hasFocus());
+    }
+}
+
+TEST_F(StrideEditorTest, openedByKeyboardItGivesTheFocusBackToTheMiles) {
+    for (const auto opening : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        for (const auto closing : {Qt::Key_Return, Qt::Key_Escape}) {
+            controller->milesLabel()->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(controller->milesLabel(), opening);
+            EXPECT_TRUE(open());
+            QTest::keyClick(&editor(), closing);
+            EXPECT_FALSE(open());
+            EXPECT_TRUE(controller->milesLabel()->hasFocus());
+        }
+    }
+}
+
+TEST_F(StrideEditorTest, theMilesHaveATooltipAndAHandCursor) {
+    EXPECT_EQ(controller->milesLabel()->toolTip(), QStringLiteral("Click to edit stride length"));
+    EXPECT_EQ(controller->milesLabel()->cursor().shape(), Qt::PointingHandCursor);
+}
+
+TEST_F(StrideEditorTest, theStoredStrideIsThereAtTheNextStart) {
+    openAndType("3.25");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    load(QString());
+    EXPECT_EQ(miles(), QStringLiteral("Miles: 9.75 @ 3.25 ft/step"));
+}
+
+}  // namespace
