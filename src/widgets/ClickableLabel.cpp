@@ -61,8 +61,8 @@ void ClickableLabel::mousePressEvent(QMouseEvent* event) {
 }
 
 void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
-    const bool click =
-        _pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    const bool click = _pressed && event->button() == Qt::LeftButton &&
+                       rect().contains(event->position().toPoint());
     _pressed = false;
     if (click) {
         Q_EMIT clicked();
@@ -97,6 +97,7 @@ void ClickableLabel::paintEvent(QPaintEvent* event) {
         QPainter painter(this);
         QStyleOptionFocusRect option;
         option.initFrom(this);
+        option.state |= QStyle::State_KeyboardFocusChange;  // only the keyboard gives it the focus
         option.backgroundColor = palette().color(QPalette::Window);
         // Around the text, which rarely fills the label.
         option.rect.setWidth(qMin(option.rect.width(), sizeHint().width()));

@@ -7,7 +7,9 @@
 
 #include <QKeyEvent>
 
-InPlaceField::InPlaceField(QWidget* parent) : QLineEdit(parent) { keepSelectionReadable(this); }
+InPlaceField::InPlaceField(QWidget* parent) : QLineEdit(parent) {
+    keepSelectionReadable(this);
+}
 
 bool InPlaceField::event(QEvent* event) {
     // Escape is the field's, whatever shortcut may be bound to it elsewhere.

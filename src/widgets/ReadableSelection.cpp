@@ -60,8 +60,8 @@ double contrastRatio(const QColor& one, const QColor& other) {
 
 QColor readableGround(const QColor& ground, const QColor& ink, double ratio) {
     // Away from the ink.
-    const QColor end = contrastRatio(ink, Qt::black) > contrastRatio(ink, Qt::white) ? Qt::black
-                                                                                   : Qt::white;
+    const QColor end =
+        contrastRatio(ink, Qt::black) > contrastRatio(ink, Qt::white) ? Qt::black : Qt::white;
     QColor shade = ground;
     for (int step = 1; step <= steps && contrastRatio(shade, ink) < ratio; ++step) {
         const auto mix = [step](int from, int to) { return from + (to - from) * step / steps; };
@@ -71,4 +71,6 @@ QColor readableGround(const QColor& ground, const QColor& ink, double ratio) {
     return shade;
 }
 
-void keepSelectionReadable(QWidget* widget) { new SelectionKeeper(widget); }
+void keepSelectionReadable(QWidget* widget) {
+    new SelectionKeeper(widget);
+}

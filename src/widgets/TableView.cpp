@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr int rowPadding = 8;    // points above and below a row's text, together
+constexpr int rowPadding = 8;  // points above and below a row's text, together
 constexpr int measuredRows = 50;
 constexpr int cellPadding = 11;  // points at either side of a cell's text, beyond the style's own
 
@@ -193,6 +193,23 @@ void TableView::changeEvent(QEvent* event) {
     }
 }
 
+// Home and End go to the first and the last row; in a table of whole rows the first and the last
+// column, where Qt would go, are no places of their own.
+QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action != MoveHome && action != MoveEnd) {
+        return QTableView::moveCursor(action, modifiers);
+    }
+    const int rows = _model->rowCount();
+    for (int step = 0; step < rows; ++step) {
+        const QModelIndex index = _model->index(action == MoveHome ? step : rows - 1 - step,
+                                                std::max(0, currentIndex().column()));
+        if (_model->flags(index).testFlag(Qt::ItemIsSelectable)) {
+            return index;
+        }
+    }
+    return {};
+}
+
 void TableView::keyPressEvent(QKeyEvent* event) {
     _focusVisible = true;
     if (event->key() == Qt::Key_Escape) {
@@ -217,9 +234,8 @@ void TableView::copy() const {
     const auto addRow = [&](int row) {
         addLine([&](int column) { return _model->index(row, column).data(); });
     };
-    addLine([&](int column) {
-        return _model->headerData(column, Qt::Horizontal, Qt::DisplayRole);
-    });
+    addLine(
+        [&](int column) { return _model->headerData(column, Qt::Horizontal, Qt::DisplayRole); });
     if (_selectedRowIndexes.empty()) {
         for (int row = 0; row < _model->rowCount(); ++row) {
             addRow(row);

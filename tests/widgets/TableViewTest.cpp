@@ -2,8 +2,11 @@
 
 #include "widgets/TestRows.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -178,6 +181,125 @@ TEST_F(TableViewTest, aLargerFontMakesTallerRows) {
     table.setFont(font);
     EXPECT_GE(table.rowHeight(1), table.fontMetrics().height());
     EXPECT_GT(table.rowHeight(1), before);
+}
+
+TEST_F(TableViewTest, aColumnIsWidenedForLongTextsAndNeverBelowWhatWasAsked) {
+    EXPECT_EQ(table.columnWidth(0), 170);
+    QFont huge = table.font();
+    huge.setPixelSize(200);
+    table.setFont(huge);
+    const int needed = QFontMetrics(huge).horizontalAdvance(QStringLiteral("First"));
+    EXPECT_GE(table.columnWidth(0), needed);
+    QFont small = table.font();
+    small.setPixelSize(8);
+    table.setFont(small);
+    EXPECT_EQ(table.columnWidth(0), 170);
+}
+
+TEST_F(TableViewTest, aColumnThatTheUserHasSetIsLeftAlone) {
+    table.setColumnWidth(0, 90);
+    QFont huge = table.font();
+    huge.setPixelSize(200);
+    table.setFont(huge);
+    table.reloadData();
+    EXPECT_EQ(table.columnWidth(0), 90);
+}
+
+TEST_F(TableViewTest, shiftAndArrowsExtendOverGroupRowsWithoutTakingThem) {
+    click(4);
+    QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({4, 6}));
+    QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({4, 6, 7}));
+    QTest::keyClick(&table, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({4, 6}));
+}
+
+TEST_F(TableViewTest, homeAndEndGoToTheFirstAndTheLastRowThatCanBeSelected) {
+    for (const auto& [modifiers, home, end] :
+         {std::tuple(Qt::NoModifier, Rows({1}), Rows({7})),
+          {Qt::ShiftModifier, Rows({1, 2}), Rows({2, 3, 4, 6, 7})}}) {
+        click(2);
+        QTest::keyClick(&table, Qt::Key_Home, modifiers);
+        EXPECT_EQ(table.selectedRowIndexes(), home);
+        click(2);
+        QTest::keyClick(&table, Qt::Key_End, modifiers);
+        EXPECT_EQ(table.selectedRowIndexes(), end);
+    }
+}
+
+TEST_F(TableViewTest, pageKeysMoveByAboutAPageAndNeverSelectGroupRows) {
+    rows.kinds.clear();
+    for (int month = 0; month < 100; ++month) {
+        rows.kinds += "Gddd";
+    }
+    table.reloadData();
+    QCoreApplication::processEvents();
+    click(1);
+    const int page = table.viewport()->height() / table.rowHeight(0);
+    int last = 1;
+    for (int press = 0; press < 20; ++press) {
+        QTest::keyClick(&table, Qt::Key_PageDown);
+        ASSERT_EQ(table.selectedRowIndexes().size(), 1U);
+        const int row = table.selectedRowIndexes().front();
+        EXPECT_FALSE(rows.isGroupRow(row));
+        EXPECT_GT(row, last);
+        EXPECT_LE(row, last + page + 2);
+        last = row;
+    }
+    for (int press = 0; press < 20; ++press) {
+        QTest::keyClick(&table, Qt::Key_PageUp);
+        ASSERT_EQ(table.selectedRowIndexes().size(), 1U);
+        EXPECT_FALSE(rows.isGroupRow(table.selectedRowIndexes().front()));
+    }
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
+}
+
+TEST_F(TableViewTest, aDragSelectsTheDaysItPasses) {
+    const auto middle = [&](int row) {
+        return table.visualRect(table.model()->index(row, 0)).center();
+    };
+    QTest::mousePress(table.viewport(), Qt::LeftButton, {}, middle(3));
+    QTest::mouseMove(table.viewport(), middle(4));
+    QMouseEvent move(QEvent::MouseMove, middle(6), table.viewport()->mapToGlobal(middle(6)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(table.viewport(), &move);
+    QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, middle(6));
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({3, 4, 6}));
+}
+
+TEST_F(TableViewTest, escapeClearsTheSelection) {
+    click(2);
+    QTest::keyClick(&table, Qt::Key_Escape);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows());
+}
+
+TEST_F(TableViewTest, copyTakesTheSelectedRowsAsTheyAreShownUnderTheHeaders) {
+    table.setColumns(
+        {columns[0], {QStringLiteral("empty"), QStringLiteral("Second"), 100, 50, {}}, columns[2]});
+    table.selectRowIndexes({1, 7});
+    QTest::keySequence(&table, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              QStringLiteral("First\tSecond\tThird\na1\t\tc1\na7\t\tc7\n"));
+}
+
+TEST_F(TableViewTest, copyTakesAllRowsWhereNoneIsSelected) {
+    rows.kinds = "Gd";
+    table.reloadData();
+    QTest::keySequence(&table, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              QStringLiteral("First\tSecond\tThird\na0\tb0\tc0\na1\tb1\tc1\n"));
+}
+
+TEST_F(TableViewTest, theFocusIsVisibleOnceItComesByKeyboard) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    table.setFocus(Qt::MouseFocusReason);
+    const QImage without = table.viewport()->grab().toImage();
+    table.clearFocus();
+    table.setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(table.hasFocus());
+    EXPECT_NE(table.viewport()->grab().toImage(), without);
 }
 
 TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
