@@ -50,13 +50,13 @@ class Units {
         return unit;
     }
 
-    /// Passes as much of `text` as comes next; true if that is all of it.
+    /// Passes `text` if it comes next.
     bool skip(std::u16string_view text) {
-        return std::ranges::all_of(text, [this](char16_t unit) {
-            const bool found = peek() == unit;
-            _offset += found ? _width : 0;
-            return found;
-        });
+        const std::uint64_t begin = _offset;
+        const bool found =
+            std::ranges::all_of(text, [this](char16_t unit) { return next() == unit; });
+        _offset = found ? _offset : begin;
+        return found;
     }
 
     void skipWhiteSpace() {
@@ -112,11 +112,9 @@ std::optional<std::uint64_t> skipToRootName(Units& units) {
         }
         if (units.skip(u"?")) {
             units.skipPast(u"?>");
-        } else if (!units.skip(u"!")) {
-            return std::nullopt;
-        } else if (units.skip(u"--")) {
+        } else if (units.skip(u"!--")) {
             units.skipPast(u"-->");
-        } else if (units.skip(u"DOCTYPE")) {
+        } else if (units.skip(u"!DOCTYPE")) {
             units.skipWhiteSpace();
             return begin;
         } else {
@@ -144,7 +142,7 @@ bool isNameStart(int unit) {
 }
 
 /// Whether a start tag of the element `name`, or of any element where that is empty, goes on here,
-/// after its "<". What there is of the name is passed.
+/// after its "<".
 bool skipRootTag(Units& units, std::u16string_view name) {
     if (name.empty()) {
         return isNameStart(units.peek());

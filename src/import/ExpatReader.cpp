@@ -160,7 +160,7 @@ std::optional<XMLError> Pass::run() {
 std::optional<XMLError> ExpatReader::read(const InputFile& file,
                                           XMLReaderDelegate& delegate) const {
     Pass pass(file, delegate, _blockSize, _limits, {});
-    const std::optional<XMLError> error = pass.run();
+    std::optional<XMLError> error = pass.run();
     if (error && pass.endedInProlog()) {
         const std::optional<ByteRange> doctype = findDoctype(file);
         if (doctype && doctype->begin <= error->byteOffset) {

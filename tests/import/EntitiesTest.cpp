@@ -105,7 +105,7 @@ TEST(Entities, anExternalEntityIsNotOpened) {
                                step(noon9, "5") + "&r;")),
               (Reading{ninth, {}}));
     EXPECT_FALSE(watch.wasOpened());
-    std::ifstream{path};
+    const std::ifstream opened(path);
     EXPECT_TRUE(watch.wasOpened());
 }
 

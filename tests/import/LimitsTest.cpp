@@ -86,9 +86,10 @@ TEST(Limits, textAndCdataHaveNone) {
     EXPECT_EQ(read(around("<![CDATA[" + std::string(5000, 'x') + "]]>"), tokens(200)),
               (Reading{both, {}}));
     EXPECT_EQ(read(around(std::string(5000, '\n')), tokens(200)), (Reading{both, {}}));
+    std::string text;
+    text.resize(30'000'000, 'x');
     const TemporaryFolder folder;
-    const auto path =
-        folder.write("export.xml", around("<Note>" + std::string(30'000'000, 'x') + "</Note>"));
+    const auto path = folder.write("export.xml", around("<Note>" + text + "</Note>"));
     EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize, memory(2'000'000)),
               (Reading{both, {}}));
 }

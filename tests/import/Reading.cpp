@@ -24,7 +24,7 @@ Reading readInBlocks(std::string_view bytes, std::initializer_list<std::size_t> 
                      ExpatReader::Limits limits) {
     const TemporaryFolder folder;
     const std::filesystem::path path = folder.write("export.xml", bytes);
-    const Reading usual = readFile(path, ExpatReader::defaultBlockSize, limits);
+    Reading usual = readFile(path, ExpatReader::defaultBlockSize, limits);
     for (const std::size_t blockSize : blockSizes) {
         EXPECT_EQ(readFile(path, blockSize, limits), usual) << "in blocks of " << blockSize;
     }

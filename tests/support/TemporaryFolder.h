@@ -28,7 +28,7 @@ class TemporaryFolder {
 
     /// Writes a file of that name into the folder and returns its path.
     std::filesystem::path write(std::string_view name, std::string_view content) const {
-        const std::filesystem::path file = _path / name;
+        std::filesystem::path file = _path / name;
         std::ofstream stream(file, std::ios::binary);
         stream.write(content.data(), static_cast<std::streamsize>(content.size()));
         if (!stream.flush()) {
