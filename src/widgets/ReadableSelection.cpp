@@ -24,12 +24,12 @@ double luminance(const QColor& color) {
 class SelectionKeeper : public QObject {
   public:
     explicit SelectionKeeper(QWidget* widget) : QObject(widget), _widget(widget) {
-        widget->installEventFilter(this);
+        qApp->installEventFilter(this);  // widgets inside others are not told
         apply();
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::ApplicationPaletteChange) {
+        if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange) {
             apply();
         }
         return QObject::eventFilter(watched, event);

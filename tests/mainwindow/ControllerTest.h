@@ -5,6 +5,7 @@
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>

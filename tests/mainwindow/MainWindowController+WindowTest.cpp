@@ -1,8 +1,9 @@
 #include "mainwindow/ControllerTest.h"
 
-#include <QFile>
+#include <QApplication>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
 
 namespace {
 
@@ -133,6 +134,54 @@ TEST_F(WindowTest, severalRowsCanBeSelected) {
     click(1);
     click(2, Qt::ControlModifier);
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1, 2}));
+}
+
+TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenItCloses) {
+    makeController().showWindow();
+    controller->window()->setGeometry(40, 60, 650, 500);
+    QCoreApplication::processEvents();
+    controller->window()->close();
+    makeController().showWindow();
+    EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
+}
+
+TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenTheProgramQuits) {
+    makeController().showWindow();
+    controller->window()->setGeometry(40, 60, 650, 500);
+    QCoreApplication::processEvents();
+    Q_EMIT qApp->aboutToQuit({});
+    makeController().showWindow();
+    EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
+}
+
+TEST_F(WindowTest, aPlaceOnAScreenThatIsGoneIsBroughtBack) {
+    makeController().showWindow();
+    controller->window()->setGeometry(5000, 4000, 650, 500);
+    QCoreApplication::processEvents();
+    controller->window()->close();
+    makeController().showWindow();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(controller->window()->geometry()));
+    EXPECT_EQ(controller->window()->size(), QSize(650, 500));
+}
+
+TEST_F(WindowTest, aDamagedFrameInTheSettingsIsLeftAside) {
+    defaults.setData(QStringLiteral("MainWindowFrame"), QByteArray("no frame"));
+    makeController().showWindow();
+    EXPECT_EQ(controller->window()->size(), QSize(720, 640));
+}
+
+TEST_F(WindowTest, tabGoesFromTheButtonToTheMilesToTheTableAndAround) {
+    load({{"2025-03-02", "1"}});
+    controller->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+    auto* const button = controller->window()->findChild<QPushButton*>();
+    button->setFocus();
+    for (const QWidget* next : std::initializer_list<QWidget*>{controller->milesLabel(),
+                                                               controller->tableView(), button}) {
+        QTest::keyClick(controller->window()->windowHandle(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), next);
+    }
 }
 
 TEST_F(WindowTest, absurdNumbersDoNotWidenTheWindow) {

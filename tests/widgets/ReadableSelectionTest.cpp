@@ -32,7 +32,8 @@ TEST(ReadableSelection, aGroundIsMovedAwayFromItsInkJustFarEnough) {
 
 TEST(ReadableSelection, followsTheApplicationsPalette) {
     const QPalette before = QApplication::palette();
-    QWidget widget;
+    QWidget window;
+    QWidget widget(&window);
     keepSelectionReadable(&widget);
     for (const auto& [ground, ink] : {std::pair(QColor(48, 140, 198), QColor(Qt::white)),
                                       {QColor(60, 60, 60), QColor(Qt::black)},

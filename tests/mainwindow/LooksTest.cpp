@@ -1,0 +1,236 @@
+// What a user sees: no text is cut or lies over another, whatever the font, the language and the
+// size; every text stands out from its ground; a switch between light and dark is followed.
+
+#include "mainwindow/ControllerTest.h"
+#include "widgets/ReadableSelection.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPainter>
+#include <QPushButton>
+
+#include <map>
+
+namespace {
+
+QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text,
+                   const QColor& highlight) {
+    QPalette palette(text, window, window.lighter(130), window.darker(130), window.darker(110),
+                     text, text, base, window);
+    palette.setColor(QPalette::Highlight, highlight);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+const QPalette light = paletteOf(QColor(239, 239, 239), Qt::white, Qt::black, QColor(48, 140, 198));
+const QPalette dark =
+    paletteOf(QColor(49, 54, 59), QColor(35, 38, 41), QColor(239, 240, 241), QColor(61, 174, 233));
+
+class LooksTest : public ControllerTest {
+  protected:
+    LooksTest() : _palette(QApplication::palette()), _font(QApplication::font()) {}
+    ~LooksTest() override {
+        controller.reset();
+        QApplication::setPalette(_palette);
+        QApplication::setFont(_font);
+        qputenv("LC_ALL", "en_US.UTF-8");
+    }
+
+    // Numbers as large as a person's get, in the months with the longest names.
+    MainWindowController& loadLongTexts() {
+        return load({{"2024-09-30", "98765"},
+                     {"2024-09-29", "99999"},
+                     {"2024-12-28", "88888"},
+                     {"2024-11-27", "77777"},
+                     {"2024-02-26", "66666"},
+                     {"2023-09-25", "8888888"}});
+    }
+
+    void settle() const {
+        controller->window()->resize(controller->window()->minimumSizeHint());
+        QCoreApplication::processEvents();
+    }
+
+    void expectNoTextIsCut(const std::string& what) const {
+        QList<QRect> taken;
+        for (const QLabel* label : statisticsLabels()) {
+            expectFits(*label, label->text(), label->contentsRect().width(), what);
+            for (const QRect& other : taken) {
+                EXPECT_FALSE(other.intersects(label->geometry())) << what;
+            }
+            taken.append(label->geometry());
+            EXPECT_TRUE(controller->controlsPanel()->rect().contains(label->geometry())) << what;
+        }
+        const QLabel& statusLabel = *controller->statusLabel();
+        expectFits(statusLabel, statusLabel.text(), statusLabel.contentsRect().width(), what);
+        const auto* button = controller->window()->findChild<QPushButton*>();
+        expectFits(*button, button->text(), button->width(), what);
+
+        const TableView& table = *controller->tableView();
+        const int margin =
+            2 *
+            (table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &table) + 1 + 11);
+        for (int column = 0; column < 4; ++column) {
+            expectFits(table, table.model()->headerData(column, Qt::Horizontal).toString(),
+                       table.columnWidth(column) - margin, what);
+            for (int row = 0; row < table.model()->rowCount(); ++row) {
+                QFont font = table.font();
+                font.setBold(controller->isGroupRow(row));
+                const QString text = table.model()->index(row, column).data().toString();
+                EXPECT_LE(QFontMetrics(font).horizontalAdvance(text),
+                          table.columnWidth(column) - margin)
+                    << what << ": " << qPrintable(text);
+            }
+        }
+    }
+
+  private:
+    static void expectFits(const QWidget& view, const QString& text, int width,
+                           const std::string& what) {
+        EXPECT_LE(view.fontMetrics().horizontalAdvance(text), width)
+            << what << ": " << qPrintable(text);
+        EXPECT_LE(view.fontMetrics().height(), view.height()) << what << ": " << qPrintable(text);
+    }
+
+    QPalette _palette;
+    QFont _font;
+};
+
+TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInAnyLanguageAndALargerFont) {
+    const double size = QApplication::font().pointSizeF();
+    for (const double factor : {1.0, 1.5}) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(size * factor);
+        QApplication::setFont(font);
+        for (const char* locale :
+             {"en_US", "de_DE", "fr_FR", "es_ES", "ar_EG", "ja_JP", "hi_IN", "th_TH"}) {
+            qputenv("LC_ALL", QByteArray(locale) + ".UTF-8");
+            loadLongTexts();
+            settle();
+            expectNoTextIsCut(locale + (" × " + std::to_string(factor)));
+            controller->tableView()->selectRowIndexes({1, 2});
+            settle();
+            expectNoTextIsCut(locale + (" selected × " + std::to_string(factor)));
+            EXPECT_EQ(controller->window()->layoutDirection(), Qt::LeftToRight);
+        }
+    }
+}
+
+TEST_F(LooksTest, aFontChangedWhileTheProgramRunsIsFollowed) {
+    loadLongTexts();
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    QApplication::setFont(font);
+    settle();
+    expectNoTextIsCut("larger font");
+}
+
+TEST_F(LooksTest, theMinimumSizeIsSensible) {
+    load({{"2025-03-02", "4000"}});
+    settle();
+    const QSize minimum = controller->window()->minimumSizeHint();
+    EXPECT_GE(minimum.width(), 560);
+    EXPECT_LE(minimum.width(), 700);
+    EXPECT_GE(minimum.height(), 300);
+    EXPECT_LE(minimum.height(), 420);
+}
+
+// The colour that most of the pixels have, and the best contrast to it that any pixel has: the
+// ground, and the inside of the strokes of the text upon it.
+double bestContrast(const QImage& picture) {
+    std::map<QRgb, int> count;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            ++count[picture.pixel(x, y)];
+        }
+    }
+    const auto most =
+        std::max_element(count.begin(), count.end(),
+                         [](const auto& a, const auto& b) { return a.second < b.second; });
+    double best = 1;
+    for (const auto& [color, pixels] : count) {
+        best = std::max(best, contrastRatio(QColor(most->first), QColor(color)));
+    }
+    return best;
+}
+
+TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalf) {
+    for (const QPalette& palette : {light, dark}) {
+        QApplication::setPalette(palette);
+        load({{"2025-03-02", "4000"}, {"2025-03-01", "5000"}});
+        controller->window()->activateWindow();
+        controller->tableView()->setFocus();
+        click(2);
+        controller->strideDidClick();  // its text is selected
+        QCoreApplication::processEvents();
+        const QImage picture = controller->window()->grab().toImage();
+        const auto expectContrast = [&](const QWidget* view, QRect part, const char* what) {
+            EXPECT_GE(bestContrast(picture.copy(
+                          QRect(view->mapTo(controller->window(), part.topLeft()), part.size()))),
+                      4.5)
+                << what;
+        };
+        for (const QLabel* label : statisticsLabels()) {
+            expectContrast(label, label->rect(), qPrintable(label->text()));
+        }
+        expectContrast(controller->statusLabel(), controller->statusLabel()->rect(), "status");
+        expectContrast(controller->filePathField(),
+                       controller->filePathField()->rect().adjusted(4, 4, -4, -4), "path");
+        expectContrast(controller->strideEditor(), QRect(4, 5, 26, 12),
+                       "selected text of the editor");
+        const auto* button = controller->window()->findChild<QPushButton*>();
+        expectContrast(button, button->rect().adjusted(8, 6, -8, -6), "button");
+        const TableView& table = *controller->tableView();
+        expectContrast(table.horizontalHeader(), QRect(10, 4, 60, 14), "header");
+        for (int row = 0; row < 3; ++row) {
+            expectContrast(table.viewport(), table.visualRect(table.model()->index(row, 0)), "row");
+        }
+    }
+}
+
+TEST_F(LooksTest, aSwitchOfThePaletteIsFollowed) {
+    const auto picture = [this] {
+        controller->window()->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+        click(2);
+        QCoreApplication::processEvents();
+        return controller->window()->grab().toImage();
+    };
+    QApplication::setPalette(light);
+    load({{"2025-03-02", "4000"}, {"2025-03-01", "5000"}});
+    const QImage first = picture();
+    QApplication::setPalette(dark);
+    const QImage switched = picture();
+    controller.reset();
+    load(path("export.xml"));
+    EXPECT_NE(switched, first);
+    EXPECT_EQ(switched, picture());
+}
+
+TEST_F(LooksTest, writesPicturesToLookAt) {
+    const QDir pictures(QStringLiteral(AMBULET_PICTURES));
+    ASSERT_TRUE(pictures.mkpath(QStringLiteral(".")));
+    for (const auto& [name, palette] : {std::pair("light", light), {"dark", dark}}) {
+        QApplication::setPalette(palette);
+        loadLongTexts();
+        controller->window()->activateWindow();
+        click(1);
+        click(4, Qt::ShiftModifier);
+        for (const auto& [kind, size] : {std::pair("wide", QSize(1200, 700)),
+                                         {"minimum", controller->window()->minimumSizeHint()}}) {
+            controller->window()->resize(size);
+            QCoreApplication::processEvents();
+            for (const int scale : {1, 2}) {
+                QImage picture(controller->window()->size() * scale, QImage::Format_RGB32);
+                picture.setDevicePixelRatio(scale);
+                controller->window()->render(&picture);
+                const QString file = QStringLiteral("window-%1-%2-%3.png")
+                                         .arg(QLatin1String(name), QLatin1String(kind))
+                                         .arg(scale);
+                EXPECT_TRUE(picture.save(pictures.filePath(file)));
+            }
+        }
+    }
+}
+
+}  // namespace
