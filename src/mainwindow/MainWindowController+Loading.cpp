@@ -8,11 +8,43 @@
 #include "platform/FileBookmark.h"
 #include "platform/UserDefaults.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QWindow>
 
 #include <utility>
+
+namespace {
+
+/// Takes the completion away from the name field of a closed dialog, and gives it back when the
+/// next one opens: a folder read late would open its list over the main window.
+class ClosedCompletion {
+  public:
+    explicit ClosedCompletion(QFileDialog& dialog)
+        : _name(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+        if (_name != nullptr) {
+            _completer = dialog.findChild<QCompleter*>();
+            _name->setCompleter(_completer);
+        }
+    }
+    ~ClosedCompletion() {
+        if (_name != nullptr && _completer != nullptr) {
+            _completer->popup()->hide();
+            _name->setCompleter(nullptr);
+        }
+    }
+    ClosedCompletion(const ClosedCompletion&) = delete;
+    ClosedCompletion& operator=(const ClosedCompletion&) = delete;
+
+  private:
+    QLineEdit* _name;
+    QCompleter* _completer = nullptr;
+};
+
+}  // namespace
 
 std::optional<FileURL> MainWindowController::resolvedFileURL() {
     if (const auto data = _defaults.data(SettingsKeys::xmlFileBookmark)) {
@@ -92,12 +124,11 @@ std::optional<QString> MainWindowController::askForFile() {
         _fileDialog->setNameFilter(QStringLiteral("XML files (*.xml)"));
         _fileDialog->setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
         _fileDialog->setWindowModality(Qt::ApplicationModal);
-        if (_filePath) {
-            _fileDialog->setDirectory(QFileInfo(*_filePath).path());
-        }
+        _fileDialog->setDirectory(_filePath ? QFileInfo(*_filePath).path() : QDir::homePath());
         _fileDialog->winId();
         _fileDialog->windowHandle()->setTransientParent(window()->windowHandle());
     }
+    const ClosedCompletion completion(*_fileDialog);
     if (_fileDialog->exec() != QDialog::Accepted || _fileDialog->selectedFiles().isEmpty()) {
         return std::nullopt;
     }

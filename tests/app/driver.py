@@ -49,7 +49,10 @@ def key(*names):
 
 
 def walk(node):
+    """The node and all below it, but for the cells of a table: there may be thousands."""
     yield node
+    if node.get_role() == Atspi.Role.TABLE:
+        return
     for index in range(node.get_child_count()):
         child = node.get_child_at_index(index)
         if child is not None:
@@ -75,6 +78,7 @@ class Program:
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
             if application is not None and application.get_process_id() == self.process.pid:
+                application.set_cache_mask(Atspi.Cache.NONE)  # what is, not what was
                 return application
         return None
 
@@ -96,6 +100,11 @@ class Program:
 
     def label(self, pattern):
         return self.find(Atspi.Role.LABEL, pattern)
+
+    def wait_until_in_front(self):
+        """Waits until the main window has the keyboard."""
+        wait_for("the window in front", lambda: any(
+            has_state(frame, Atspi.StateType.ACTIVE) for frame in self.all(Atspi.Role.FRAME)))
 
     def click(self, node, *, modifier=None, button=1):
         """Clicks in the middle of an object."""

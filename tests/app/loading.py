@@ -4,7 +4,7 @@ import subprocess
 import time
 import unittest
 
-from driver import BIN, Atspi, ProgramTest, key, type_text, wait_for
+from driver import BIN, Atspi, ProgramTest, has_state, key, type_text
 
 
 def days_of(file):
@@ -25,17 +25,21 @@ class Loading(ProgramTest):
         type_text(str(file))
         self.picture("choosing.png")
         key("Return")
-        program.find(Atspi.Role.TEXT, None)
         program.label(loaded)
         program.label("From: [A-Z][a-z]{2} [0-9]+, [0-9]{4}")
-        path = program.find(Atspi.Role.TEXT)
+        path = program.find(Atspi.Role.TEXT, "Export file")
         self.assertEqual(Atspi.Text.get_text(path, 0, -1), str(file))
+        # The dialog's list of completions does not stay behind.
+        self.assertFalse([node for node in program.all(Atspi.Role.LIST)
+                          if has_state(node, Atspi.StateType.SHOWING)])
         self.picture("loaded.png")
+        program.wait_until_in_front()
         key("alt+F4")
         self.assertEqual(program.end(), 0)
 
         again = self.start()
         again.label(loaded)
+        again.wait_until_in_front()
         key("alt+F4")
         self.assertEqual(again.end(), 0)
         self.assertEqual([entry.name for entry in self.configuration.iterdir()],
@@ -45,9 +49,7 @@ class Loading(ProgramTest):
         self.remember(self.export("1G"))
         program = self.start()
         program.label("Parsing XML…")
-        wait_for("the window in front", lambda: any(
-            node.get_state_set().contains(Atspi.StateType.ACTIVE)
-            for node in program.all(Atspi.Role.FRAME)))
+        program.wait_until_in_front()
         before = time.monotonic()
         key("alt+F4")
         self.assertEqual(program.end(), 0)

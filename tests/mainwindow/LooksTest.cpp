@@ -215,7 +215,7 @@ TEST_F(LooksTest, writesPicturesToLookAt) {
         loadLongTexts();
         controller->window()->activateWindow();
         click(1);
-        click(4, Qt::ShiftModifier);
+        click(6, Qt::ShiftModifier);
         for (const auto& [kind, size] : {std::pair("wide", QSize(1200, 700)),
                                          {"minimum", controller->window()->minimumSizeHint()}}) {
             controller->window()->resize(size);

@@ -1,0 +1,226 @@
+"""The main window under its users' hands: the stride, selections, clearing clicks, the keyboard
+alone, and what assistive programs are told. The state is read from the accessibility bus."""
+
+import unittest
+
+from gi.repository import GLib
+
+from driver import Atspi, ProgramTest, has_state, key, type_text, wait_for, xdotool
+
+State = Atspi.StateType
+
+# Newest first: a month, its days, a month, its day.
+EXPORT = """<?xml version="1.0" encoding="UTF-8"?>
+<HealthData>
+ <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-03-03 12:00:00 +0000" value="5280"/>
+ <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-03-02 12:00:00 +0000" value="10560"/>
+ <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-03-01 12:00:00 +0000" value="2640"/>
+ <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-02-28 12:00:00 +0000" value="5280"/>
+</HealthData>
+"""
+MARCH, MARCH_3, MARCH_2, MARCH_1, FEBRUARY, FEBRUARY_28 = range(6)
+
+
+class WindowTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        file = self.folder / "export.xml"
+        file.write_text(EXPORT)
+        self.remember(file)
+        self.program = self.start()
+        self.program.label("Loaded 4 days of data\\.")
+        self.program.wait_until_in_front()
+        self.table = self.program.find(Atspi.Role.TABLE, "Days")
+
+    def cell(self, row, column=0):
+        return self.table.get_accessible_at(row, column)
+
+    def press(self, row, modifier=None):
+        self.program.click(self.cell(row), modifier=modifier)
+
+    def expect_days(self, count):
+        self.program.label(f"Days: {count}")
+
+    def miles(self):
+        return self.program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*")
+
+    def editors(self):
+        return [node for node in self.program.all(Atspi.Role.TEXT, "Stride length in feet")
+                if has_state(node, State.SHOWING)]
+
+    def focused(self):
+        return next((node for node in self.program.all() if has_state(node, State.FOCUSED)
+                     and node.get_role() not in (Atspi.Role.TABLE_CELL, Atspi.Role.FRAME)), None)
+
+    def expect_focus(self, role, name):
+        wait_for(f"the focus on {name}", lambda: self.focused() is not None
+                 and (self.focused().get_role(), self.focused().get_name()) == (role, name))
+
+
+class Stride(WindowTest):
+    def test_a_click_opens_it_and_return_stores(self):
+        self.program.click(self.miles())
+        editor = wait_for("the editor", self.editors)[0]
+        self.assertEqual(Atspi.Text.get_text(editor, 0, -1), "2.50")
+        self.picture("stride-editor.png")
+        type_text("3")
+        key("Return")
+        self.program.find(Atspi.Role.PUSH_BUTTON, "Miles: 13\\.50 @ 3\\.00 ft/step")
+        self.assertEqual(self.cell(MARCH, 3).get_name(), "3.50")
+        wait_for("the editor to close", lambda: not self.editors())
+        wait_for("the stored stride",
+                 lambda: "strideFootLength=3" in self.settings_file.read_text())
+
+    def test_escape_stores_nothing(self):
+        self.program.click(self.miles())
+        wait_for("the editor", self.editors)
+        type_text("9")
+        key("Escape")
+        wait_for("the editor to close", lambda: not self.editors())
+        self.assertEqual(self.miles().get_name(), "Miles: 11.25 @ 2.50 ft/step")
+        self.assertNotIn("strideFootLength", self.settings_file.read_text())
+
+    def test_a_click_on_the_table_stores_and_selects(self):
+        self.program.click(self.miles())
+        wait_for("the editor", self.editors)
+        type_text("2")
+        self.press(MARCH_2)
+        self.program.find(Atspi.Role.PUSH_BUTTON, "Miles: 4\\.00 @ 2\\.00 ft/step")
+        self.expect_days(1)
+
+    def test_another_window_in_front_does_not_end_it(self):
+        self.program.click(self.miles())
+        wait_for("the editor", self.editors)
+        type_text("9")
+        before = xdotool("getactivewindow").strip()
+        xdotool("windowminimize", before)
+        wait_for("the window to go", lambda: not has_state(
+            self.program.find(Atspi.Role.FRAME), State.ACTIVE))
+        xdotool("windowactivate", "--sync", before)
+        self.program.wait_until_in_front()
+        editor = wait_for("the editor", self.editors)[0]
+        self.assertEqual(Atspi.Text.get_text(editor, 0, -1), "9")
+        self.assertNotIn("strideFootLength", self.settings_file.read_text())
+
+
+class Selection(WindowTest):
+    def test_days_apart_and_ranges(self):
+        self.press(MARCH_3)
+        self.expect_days(1)
+        self.program.label("From: Mar 3, 2025")
+        self.press(FEBRUARY_28, modifier="ctrl")
+        self.expect_days(2)
+        self.program.label("From: Feb 28, 2025")
+        self.press(MARCH_3)
+        self.press(FEBRUARY_28, modifier="shift")
+        self.expect_days(4)
+        self.picture("selection.png")
+
+    def test_a_month_cannot_be_selected(self):
+        self.press(MARCH_2)
+        self.expect_days(1)
+        self.press(FEBRUARY)
+        self.press(MARCH, modifier="ctrl")
+        self.program.label("To: Mar 2, 2025")
+        self.expect_days(1)
+
+    def test_clicks_beside_the_controls_clear_it(self):
+        window = self.program.find(Atspi.Role.FRAME).get_extents(Atspi.CoordType.SCREEN)
+        table = self.table.get_extents(Atspi.CoordType.SCREEN)
+        for x, y in ((table.x + 100, table.y - 2),  # the separator
+                     (table.x + 4, table.y - 10),   # the bare panel
+                     (window.x + window.width - 3, window.y + window.height - 3)):
+            self.press(MARCH_2)
+            self.expect_days(1)
+            self.program.click_at(x, y)
+            self.expect_days(4)
+
+    def test_clicks_on_controls_leave_it(self):
+        self.press(MARCH_2)
+        self.expect_days(1)
+        for node in (self.program.label("Steps: .*"), self.program.label("Loaded .*"),
+                     self.program.find(Atspi.Role.TEXT, "Export file")):
+            self.program.click(node)
+        self.press(MARCH_3, modifier="ctrl")
+        self.expect_days(2)
+
+
+class Keyboard(WindowTest):
+    def test_from_the_start_to_the_statistics_by_keyboard_alone(self):
+        wait_for("a focus", self.focused)
+        while self.focused().get_name() != "Choose…":
+            key("Tab")
+        key("Tab")
+        self.expect_focus(Atspi.Role.PUSH_BUTTON, "Miles: 11.25 @ 2.50 ft/step")
+        self.picture("focus-miles.png")
+        key("space")
+        wait_for("the editor", self.editors)
+        type_text("5")
+        key("Return")
+        self.expect_focus(Atspi.Role.PUSH_BUTTON, "Miles: 22.50 @ 5.00 ft/step")
+        key("Tab")
+        wait_for("the table", lambda: has_state(self.table, State.FOCUSED)
+                 or self.focused() is not None and self.focused().get_name() == "Days")
+        self.picture("focus-table.png")
+        key("Home")
+        self.expect_days(1)
+        self.program.label("To: Mar 3, 2025")
+        key("shift+End")
+        self.expect_days(4)
+        self.program.label("From: Feb 28, 2025")
+        key("Escape")
+        self.press(MARCH_2)
+        key("ctrl+a")
+        self.expect_days(4)
+
+
+class Accessibility(WindowTest):
+    def test_the_window_and_every_control_have_names(self):
+        self.assertEqual(self.program.find(Atspi.Role.FRAME).get_name(), "Daily Steps — Ambulet")
+        for role in (Atspi.Role.PUSH_BUTTON, Atspi.Role.TEXT, Atspi.Role.TABLE, Atspi.Role.LABEL):
+            nodes = [node for node in self.program.all(role) if has_state(node, State.SHOWING)]
+            self.assertTrue(nodes, role)
+            for node in nodes:
+                self.assertTrue(node.get_name(), role)
+
+    def test_the_miles_are_a_button_with_a_description_and_a_press(self):
+        miles = self.miles()
+        self.assertEqual(miles.get_description(), "Click to edit stride length")
+        names = [Atspi.Action.get_action_name(miles, i)
+                 for i in range(Atspi.Action.get_n_actions(miles))]
+        self.assertIn("Press", names)
+        Atspi.Action.do_action(miles, names.index("Press"))
+        editor = wait_for("the editor", self.editors)[0]
+        self.assertEqual(editor.get_name(), "Stride length in feet")
+        self.assertTrue(has_state(editor, State.EDITABLE))
+        self.assertEqual(Atspi.Text.get_text(editor, 0, -1), "2.50")
+
+    def test_the_table_has_headers_and_days_that_can_be_selected(self):
+        self.assertEqual([self.table.get_column_header(i).get_name() for i in range(4)],
+                         ["Date", "Steps", "Daily Steps", "Daily Miles"])
+        self.assertEqual(self.cell(MARCH).get_name(), "March 2025")
+        self.assertFalse(has_state(self.cell(MARCH), State.SELECTABLE))
+        self.assertEqual(self.cell(MARCH_3).get_name(), "Mar 3, 2025")
+        self.assertTrue(has_state(self.cell(MARCH_3), State.SELECTABLE))
+        self.press(MARCH_3)
+        wait_for("the selected state", lambda: has_state(self.cell(MARCH_3), State.SELECTED))
+
+
+class Status(ProgramTest):
+    def test_a_changed_status_is_announced_and_the_indicator_has_a_name(self):
+        announced = []
+        listener = Atspi.EventListener.new(
+            lambda event: announced.append(event.source.get_name()))
+        listener.register("object:property-change:accessible-name")
+        self.remember(self.export("300M"))
+        program = self.start()
+        program.label("Parsing XML…")
+        program.find(Atspi.Role.PROGRESS_BAR, "Loading")
+        program.label("Loaded [0-9]+ days of data\\.")
+        wait_for("the announcement", lambda: (
+            GLib.MainContext.default().iteration(False),
+            any(name.startswith("Loaded ") for name in announced))[1])
+
+
+if __name__ == "__main__":
+    unittest.main()
