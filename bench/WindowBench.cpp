@@ -1,6 +1,6 @@
 // bench_window EXPORT: how long the main thread is busy at a time, with 40 years of days in the
-// table, and while EXPORT (a gigabyte, say) is being loaded. Each row is what one update took at the
-// middle and at the worst, and the share of the limit that the worst is.
+// table, and while EXPORT (a gigabyte, say) is being loaded. Each row is what one update took at
+// the middle and at the worst, and the share of the limit that the worst is.
 //
 // The window draws in memory.
 
@@ -76,8 +76,7 @@ bool waitForLoad(const MainWindowController& controller) {
 void benchTable(MainWindowController& controller) {
     TableView& table = *controller.tableView();
     table.setFocus();
-    std::printf("%zu days in %d rows\n", controller.allSteps().size(),
-                table.model()->rowCount());
+    std::printf("%zu days in %d rows\n", controller.allSteps().size(), table.model()->rowCount());
     const auto draw = [&table] { table.viewport()->repaint(); };
 
     std::vector<double> scrolls;

@@ -11,7 +11,8 @@ class TableViewDataSource;
 
 /// A table of whole-row selections under fixed columns, filled by a data source: group rows on a
 /// band, several rows selected at once, a selection that outlives a reload of the data. The last
-/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies. It knows nothing of what it shows. Main thread only.
+/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies. It knows
+/// nothing of what it shows. Main thread only.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -69,7 +70,8 @@ class TableView : public QTableView {
     // that the user may not select.
     std::vector<int> _selectedRowIndexes;
     bool _showingSelection = false;
-    // Of each column, the width that it has by the table's own doing; the user may have set another.
+    // Of each column, the width that it has by the table's own doing; the user may have set
+    // another.
     std::vector<int> _ownWidths;
     bool _focusVisible = false;
 };
