@@ -9,10 +9,10 @@
 namespace {
 
 // Asks neither a server nor the automounter, so as not to wait for one.
-std::optional<struct statx> statusOf(const QString& path, unsigned mask, int flags = 0) {
+std::optional<struct statx> statusOf(const QString& path, unsigned mask) {
     struct statx status {};
     const int failed = ::statx(AT_FDCWD, QFile::encodeName(path).constData(),
-                               AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC | flags, mask, &status);
+                               AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, mask, &status);
     return failed != 0 ? std::nullopt : std::optional(status);
 }
 
@@ -33,7 +33,7 @@ std::optional<FileIdentity> FileIdentity::ofFile(const QString& path) {
 }
 
 std::optional<std::uint64_t> FileIdentity::deviceOfFolder(const QString& path) {
-    const auto status = statusOf(path, STATX_TYPE, AT_SYMLINK_NOFOLLOW);
+    const auto status = statusOf(path, STATX_TYPE);
     return status && S_ISDIR(status->stx_mode)
                ? std::optional<std::uint64_t>(makedev(status->stx_dev_major, status->stx_dev_minor))
                : std::nullopt;
