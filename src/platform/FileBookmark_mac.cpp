@@ -1,0 +1,44 @@
+// Never run: there was no such machine to try it on.
+
+#include "platform/FileBookmark.h"
+
+#include <QByteArray>
+#include <QUrl>
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <memory>
+
+namespace {
+
+// What a FileURL carries, and what CoreFoundation's functions return to be released.
+std::shared_ptr<const void> owned(CFTypeRef object) {
+    return object == nullptr ? nullptr : std::shared_ptr<const void>(object, CFRelease);
+}
+
+}  // namespace
+
+std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
+    // The URL that a bookmark led to has a right to the file that a new one of its path has not.
+    const auto url = file.system ? file.system : owned(QUrl::fromLocalFile(file.path).toCFURL());
+    if (!url) {
+        return std::nullopt;
+    }
+    const auto data = owned(CFURLCreateBookmarkData(
+        kCFAllocatorDefault, static_cast<CFURLRef>(url.get()),
+        kCFURLBookmarkCreationWithSecurityScope, nullptr, nullptr, nullptr));
+    return data ? std::optional(QByteArray::fromCFData(static_cast<CFDataRef>(data.get())))
+                : std::nullopt;
+}
+
+std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bookmark) {
+    const auto data = owned(bookmark.toCFData());
+    Boolean stale = false;
+    const auto url = owned(CFURLCreateByResolvingBookmarkData(
+        kCFAllocatorDefault, static_cast<CFDataRef>(data.get()),
+        kCFURLBookmarkResolutionWithSecurityScope, nullptr, nullptr, &stale, nullptr));
+    if (!url) {
+        return std::nullopt;
+    }
+    const QString path = QUrl::fromCFURL(static_cast<CFURLRef>(url.get())).toLocalFile();
+    return Resolved{FileURL{path, url}, stale != 0};
+}
