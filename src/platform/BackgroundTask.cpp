@@ -10,6 +10,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace background {
 namespace {
@@ -25,7 +26,7 @@ Gate& gate() {
     return *theGate;
 }
 
-// Called by the application object's destructor before it takes anything down.
+// Called by the application object's destructor before it takes the event dispatcher down.
 void closeGate() {
     const std::lock_guard lock(gate().mutex);
     gate().applicationClosing = true;
@@ -73,6 +74,7 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
             post(address, std::move(completion));
         }).detach();
     } catch (const std::system_error&) {
+        // There was no thread to be had: as if the work had thrown at once.
         post(address, std::move(completion));
     }
 }

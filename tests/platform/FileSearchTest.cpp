@@ -1,0 +1,121 @@
+#include "platform/FileSearch.h"
+
+#include "TemporaryFolder.h"
+#include "Unprivileged.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Bounds that only what they bound can reach.
+constexpr SearchBounds far{.entries = 1'000'000, .time = 1h};
+
+class FileSearch : public testing::Test {
+  protected:
+    // The file's identity, and a hard link to it under another name where one is named.
+    FileIdentity identityOf(const QString& name, const QString& otherName = {}) const {
+        const QString file = _folder.write(name);
+        if (!otherName.isEmpty()) {
+            EXPECT_TRUE(QDir().mkpath(QFileInfo(_folder.path(otherName)).path()));
+            EXPECT_EQ(::link(QFile::encodeName(file).constData(),
+                             QFile::encodeName(_folder.path(otherName)).constData()),
+                      0);
+        }
+        return *FileIdentity::ofFile(file);
+    }
+
+    std::optional<QString> find(const FileIdentity& identity, const QStringList& folders,
+                                const SearchBounds& bounds = far) const {
+        return findFile(identity, folders, *FileIdentity::deviceOfFolder(_folder.path()), bounds);
+    }
+
+    TemporaryFolder _folder;
+};
+
+TEST_F(FileSearch, findsAFileAtAnyDepth) {
+    const FileIdentity identity = identityOf(u"a/b/c/d/e/file"_s);
+    EXPECT_EQ(find(identity, {_folder.path()}), _folder.path(u"a/b/c/d/e/file"_s));
+}
+
+TEST_F(FileSearch, findsTheNearestFirstWhateverTheOrderOfTheFolders) {
+    const FileIdentity identity = identityOf(u"first/deep/down/file"_s, u"second/file"_s);
+    const QStringList folders = {_folder.path(u"first"_s), _folder.path(u"second"_s)};
+    EXPECT_EQ(find(identity, folders), _folder.path(u"second/file"_s));
+}
+
+TEST_F(FileSearch, findsNothingWhereTheFileIsNot) {
+    const FileIdentity identity = identityOf(u"elsewhere/file"_s);
+    _folder.write(u"here/file"_s);
+    EXPECT_EQ(find(identity, {_folder.path(u"here"_s), _folder.path(u"missing"_s), {}}),
+              std::nullopt);
+}
+
+TEST_F(FileSearch, entersNoHiddenFolderAndNoLink) {
+    const FileIdentity identity = identityOf(u"outside/file"_s, u"root/.hidden/file"_s);
+    ASSERT_TRUE(QFile::link(_folder.path(u"outside"_s), _folder.path(u"root/link"_s)));
+    ASSERT_TRUE(QFile::link(_folder.path(u"root"_s), _folder.path(u"root/loop"_s)));
+    EXPECT_EQ(find(identity, {_folder.path(u"root"_s)}), std::nullopt);
+}
+
+TEST_F(FileSearch, entersAFolderThatIsNamedThoughItIsHiddenOrALink) {
+    const FileIdentity identity = identityOf(u".hidden/file"_s);
+    ASSERT_TRUE(QFile::link(_folder.path(u".hidden"_s), _folder.path(u"link"_s)));
+    EXPECT_EQ(find(identity, {_folder.path(u".hidden"_s)}), _folder.path(u".hidden/file"_s));
+    EXPECT_EQ(find(identity, {_folder.path(u"link"_s)}), _folder.path(u"link/file"_s));
+}
+
+TEST_F(FileSearch, entersNoOtherFileSystem) {
+    const FileIdentity identity = identityOf(u"file"_s);
+    const std::uint64_t other = *FileIdentity::deviceOfFolder(_folder.path()) + 1;
+    EXPECT_EQ(findFile(identity, {_folder.path()}, other, far), std::nullopt);
+}
+
+TEST_F(FileSearch, endsWhenItsEntriesAreUsedUp) {
+    for (int i = 0; i < 10; ++i) {
+        _folder.write(u"%1"_s.arg(i));
+    }
+    // The ten files, the folder "sub" and the file in it are twelve entries.
+    const FileIdentity identity = identityOf(u"sub/file"_s);
+    EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 12, .time = 1h}),
+              _folder.path(u"sub/file"_s));
+    // A folder that is named twice is looked into once.
+    EXPECT_EQ(find(identity, {_folder.path(), _folder.path()}, {.entries = 12, .time = 1h}),
+              _folder.path(u"sub/file"_s));
+    EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 11, .time = 1h}), std::nullopt);
+}
+
+TEST_F(FileSearch, endsWhenItsTimeIsUp) {
+    const FileIdentity identity = identityOf(u"file"_s);
+    EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 1'000'000, .time = -1ms}), std::nullopt);
+}
+
+TEST_F(FileSearch, passesOverFoldersThatCannotBeRead) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const FileIdentity identity = *FileIdentity::ofFile(folder.write(u"b/c/file"_s));
+        setMode(folder.makeFolder(u"a"_s), 0000);
+        EXPECT_EQ(findFile(identity, {folder.path(u"a"_s), folder.path()},
+                           *FileIdentity::deviceOfFolder(folder.path()), far),
+                  folder.path(u"b/c/file"_s));
+        setMode(folder.path(u"a"_s), 0700);
+    }));
+}
+
+TEST_F(FileSearch, passesOverFIFOsAndNamesThatAreNoText) {
+    _folder.makeFIFO(u"fifo"_s);
+    const QByteArray name = QFile::encodeName(_folder.path()) + "/\xff\xfe";
+    const int file = ::creat(name.constData(), 0600);
+    ASSERT_GE(file, 0);
+    ::close(file);
+    const FileIdentity identity = identityOf(u"sub/file"_s);
+    EXPECT_EQ(find(identity, {_folder.path()}), _folder.path(u"sub/file"_s));
+    ::unlink(name.constData());
+}
+
+}  // namespace

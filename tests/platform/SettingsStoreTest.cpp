@@ -1,0 +1,359 @@
+#include "platform/SettingsStore.h"
+
+#include "TemporaryFolder.h"
+#include "Unprivileged.h"
+
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <cstddef>
+#include <cstring>
+#include <sys/inotify.h>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What must hold where values cannot be stored.
+void expectKeptForTheRun(const QString& place) {
+    SettingsStore store(place);
+    store.setValue(u"key"_s, u"value"_s);
+    store.setValue(u"other"_s, QByteArray("data"));
+    store.setValue(u"key"_s, u"newer"_s);
+    EXPECT_EQ(store.value(u"key"_s), u"newer"_s);
+    EXPECT_EQ(store.value(u"other"_s), QByteArray("data"));
+    EXPECT_EQ(store.value(u"none"_s), std::nullopt);
+}
+
+// The name and the kind of every change in a folder since it was made.
+class Watch {
+  public:
+    explicit Watch(const QString& folder) : _queue(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        EXPECT_GE(inotify_add_watch(_queue, QFile::encodeName(folder).constData(),
+                                    IN_CREATE | IN_ATTRIB | IN_MOVED_TO),
+                  0);
+    }
+    ~Watch() { ::close(_queue); }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+    QList<std::pair<QString, unsigned>> changes() const {
+        QList<std::pair<QString, unsigned>> found;
+        std::array<char, 65536> buffer{};
+        const ssize_t size = ::read(_queue, buffer.data(), buffer.size());
+        for (ssize_t at = 0; at < size;) {
+            inotify_event event{};
+            std::memcpy(&event, buffer.data() + at, sizeof event);
+            const char* const name = buffer.data() + at + sizeof event;
+            found.append({QFile::decodeName(event.len > 0 ? name : ""), event.mask});
+            at += static_cast<ssize_t>(sizeof event + event.len);
+        }
+        return found;
+    }
+
+  private:
+    int _queue;
+};
+
+TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
+    const mode_t before = umask(0);
+    const TemporaryFolder folder;
+    const Watch watch(folder.path());
+    const QString file = folder.path(u"settings.ini"_s);
+    {
+        SettingsStore store(file);
+        for (const QString& value : {u"first"_s, u"second"_s}) {
+            store.setValue(u"key"_s, value);
+            EXPECT_EQ(modeOf(file), 0600U);
+        }
+    }
+    umask(before);
+    EXPECT_EQ(modeOf(file), 0600U);
+    // Whatever bears the name was made elsewhere or by nobody else, and never had its mode changed.
+    bool seen = false;
+    for (const auto& [name, change] : watch.changes()) {
+        seen = seen || name == u"settings.ini"_s;
+        EXPECT_FALSE(name == u"settings.ini"_s && (change & IN_ATTRIB) != 0);
+    }
+    EXPECT_TRUE(seen);
+}
+
+TEST(SettingsStore, readingMakesNoFile) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(SettingsStore(folder.path(u"settings.ini"_s)).value(u"key"_s), std::nullopt);
+    EXPECT_FALSE(QFileInfo::exists(folder.path(u"settings.ini"_s)));
+}
+
+TEST(SettingsStore, aFileThatOthersMayReadIsClosedToThemAtTheNextWrite) {
+    for (const unsigned mode : {0644U, 0640U, 0604U, 0666U}) {
+        const TemporaryFolder folder;
+        const QString file = folder.write(u"settings.ini"_s, "[General]\nold=1\n");
+        setMode(file, mode);
+        SettingsStore store(file);
+        store.setValue(u"key"_s, u"value"_s);
+        EXPECT_EQ(modeOf(file), 0600U);
+        EXPECT_EQ(store.value(u"old"_s), u"1"_s);
+    }
+}
+
+TEST(SettingsStore, missingFoldersAreMadeForTheirOwnerOnly) {
+    const TemporaryFolder folder;
+    SettingsStore store(folder.path(u"a/b/settings.ini"_s));
+    store.setValue(u"key"_s, u"value"_s);
+    EXPECT_EQ(contentOf(folder.path(u"a/b/settings.ini"_s)), "[General]\nkey=value\n");
+    EXPECT_EQ(modeOf(folder.path(u"a"_s)), 0700U);
+    EXPECT_EQ(modeOf(folder.path(u"a/b"_s)), 0700U);
+}
+
+TEST(SettingsStore, everyWriteIsInTheFileAtOnce) {
+    const TemporaryFolder folder;
+    const QString file = folder.path(u"settings.ini"_s);
+    SettingsStore store(file);
+    store.setValue(u"a"_s, u"1"_s);
+    EXPECT_EQ(contentOf(file), "[General]\na=1\n");
+    store.setValue(u"a"_s, u"2"_s);
+    EXPECT_EQ(contentOf(file), "[General]\na=2\n");
+}
+
+TEST(SettingsStore, aLinkToTheFileStaysALink) {
+    const TemporaryFolder folder;
+    const QString file = folder.write(u"real.ini"_s, "");
+    const QString link = folder.path(u"settings.ini"_s);
+    ASSERT_TRUE(QFile::link(file, link));
+    SettingsStore(link).setValue(u"key"_s, u"value"_s);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(contentOf(file), "[General]\nkey=value\n");
+}
+
+TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
+    const TemporaryFolder folder;
+    const QString file = folder.path(u"settings.ini"_s);
+    SettingsStore store(file);
+    store.setValue(u"ours"_s, u"1"_s);
+    store.setValue(u"both"_s, u"1"_s);
+    const pid_t child = fork();
+    if (child == 0) {
+        SettingsStore other(file);
+        other.setValue(u"theirs"_s, u"a longer text"_s);
+        other.setValue(u"both"_s, u"changed by them"_s);
+        _exit(0);
+    }
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(store.value(u"theirs"_s), u"a longer text"_s);
+    EXPECT_EQ(store.value(u"both"_s), u"changed by them"_s);
+    store.setValue(u"ours"_s, u"2"_s);
+    EXPECT_EQ(contentOf(file), "[General]\nboth=changed by them\nours=2\ntheirs=a longer text\n");
+}
+
+TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
+    const TemporaryFolder folder;
+    const char damaged[] = "[General]\na=1\n]]]] \0\xff\xfe no sense\n[broken\nx\n[General]\nb=2\n";
+    const QString file = folder.write(u"settings.ini"_s, QByteArray(damaged, sizeof damaged - 1));
+    SettingsStore store(file);
+    EXPECT_EQ(store.value(u"a"_s), u"1"_s);
+    EXPECT_EQ(store.value(u"b"_s), u"2"_s);
+    store.setValue(u"c"_s, u"3"_s);
+    const QByteArray content = contentOf(file);
+    for (const char* line : {"a=1\n", "b=2\n", "c=3\n"}) {
+        EXPECT_TRUE(content.contains(line)) << content.toStdString();
+    }
+    EXPECT_EQ(SettingsStore(folder.write(u"mended.ini"_s, content)).value(u"c"_s), u"3"_s);
+}
+
+TEST(SettingsStore, aFileOfNothingButGarbageReadsAsEmptyAndCanBeWritten) {
+    const TemporaryFolder folder;
+    QByteArray garbage("\x89PNG\r\n\x1a\n");
+    for (int i = 0; i < 10'000; ++i) {
+        garbage.append(static_cast<char>(i * 7919 >> 3));
+    }
+    const QString file = folder.write(u"settings.ini"_s, garbage);
+    SettingsStore store(file);
+    EXPECT_EQ(store.value(u"key"_s), std::nullopt);
+    store.setValue(u"key"_s, u"value"_s);
+    EXPECT_EQ(SettingsStore(folder.write(u"copy.ini"_s, contentOf(file))).value(u"key"_s),
+              u"value"_s);
+}
+
+TEST(SettingsStore, aTextWithCommasAndNoQuotesReadsAsThatText) {
+    const TemporaryFolder folder;
+    SettingsStore store(folder.write(u"settings.ini"_s, "[General]\na=/home/a,b,,c.xml\nb=2,5\n"));
+    EXPECT_EQ(store.value(u"a"_s), u"/home/a,b,,c.xml"_s);
+    EXPECT_EQ(store.value(u"b"_s), u"2,5"_s);
+}
+
+TEST(SettingsStore, aFolderInTheFilesPlaceIsLeftAndValuesAreKeptForTheRun) {
+    const TemporaryFolder folder;
+    expectKeptForTheRun(folder.makeFolder(u"settings.ini"_s));
+    EXPECT_TRUE(QDir(folder.path(u"settings.ini"_s)).isEmpty());
+}
+
+TEST(SettingsStore, aFIFOInTheFilesPlaceNeverBlocks) {
+    const TemporaryFolder folder;
+    expectKeptForTheRun(folder.makeFIFO(u"settings.ini"_s));
+}
+
+TEST(SettingsStore, aFIFOPutInTheFilesPlaceDuringTheRunNeverBlocks) {
+    const TemporaryFolder folder;
+    const QString file = folder.path(u"settings.ini"_s);
+    SettingsStore store(file);
+    store.setValue(u"a"_s, u"1"_s);
+    ASSERT_TRUE(QFile::remove(file));
+    folder.makeFIFO(u"settings.ini"_s);
+    EXPECT_EQ(store.value(u"a"_s), u"1"_s);
+    store.setValue(u"b"_s, u"2"_s);
+    EXPECT_EQ(store.value(u"b"_s), u"2"_s);
+}
+
+TEST(SettingsStore, aDeviceInTheFilesPlaceIsNeitherReadNorReplaced) {
+    const TemporaryFolder folder;
+    for (const QString& device : {u"/dev/null"_s, u"/dev/zero"_s}) {
+        const QString link = folder.path(QFileInfo(device).fileName());
+        ASSERT_TRUE(QFile::link(device, link));
+        expectKeptForTheRun(link);
+        EXPECT_EQ(QFileInfo(link).symLinkTarget(), device);
+    }
+}
+
+TEST(SettingsStore, aFolderThatCannotBeMadeKeepsValuesForTheRun) {
+    const TemporaryFolder folder;
+    const QString file = folder.write(u"file"_s);
+    expectKeptForTheRun(file + u"/folder/settings.ini"_s);
+    EXPECT_EQ(contentOf(file), "x");
+}
+
+TEST(SettingsStore, aFolderInTheLocksPlaceNeverBlocks) {
+    const TemporaryFolder folder;
+    folder.makeFolder(u"settings.ini.lock"_s);
+    SettingsStore store(folder.path(u"settings.ini"_s));
+    store.setValue(u"key"_s, u"value"_s);
+    EXPECT_EQ(store.value(u"key"_s), u"value"_s);
+}
+
+TEST(SettingsStore, anUnwritableFolderKeepsValuesForTheRun) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const QString config = folder.makeFolder(u"config"_s);
+        setMode(config, 0500);
+        expectKeptForTheRun(config + u"/settings.ini"_s);
+        expectKeptForTheRun(config + u"/sub/settings.ini"_s);
+        EXPECT_TRUE(QDir(config).isEmpty());
+        setMode(config, 0700);
+    }));
+}
+
+TEST(SettingsStore, aFullDiskLeavesTheFileAsItIsAndKeepsValuesForTheRun) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const QByteArray content = "[General]\nelse=there\n";
+        const QString file = folder.write(u"settings.ini"_s, content);
+        // To a process that may write no further byte every disk is full.
+        const rlimit none{0, RLIM_INFINITY};
+        const rlimit any{RLIM_INFINITY, RLIM_INFINITY};
+        std::signal(SIGXFSZ, SIG_IGN);
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+        SettingsStore store(file);
+        store.setValue(u"key"_s, u"value"_s);
+        EXPECT_EQ(store.value(u"key"_s), u"value"_s);
+        EXPECT_EQ(contentOf(file), content);
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &any), 0);
+        store.setValue(u"later"_s, u"1"_s);
+        EXPECT_EQ(contentOf(file), "[General]\nelse=there\nkey=value\nlater=1\n");
+    }));
+}
+
+TEST(SettingsStore, aReadOnlyFileIsReadAndLeftAsItIs) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const QByteArray content = "[General]\nkey=stored\nelse=there\n";
+        const QString file = folder.write(u"settings.ini"_s, content);
+        for (const unsigned mode : {0400U, 0444U}) {
+            setMode(file, mode);
+            EXPECT_EQ(SettingsStore(file).value(u"key"_s), u"stored"_s);
+            expectKeptForTheRun(file);
+            EXPECT_EQ(contentOf(file), content);
+            EXPECT_EQ(modeOf(file), mode);
+        }
+    }));
+}
+
+TEST(SettingsStore, anUnreadableFileIsLeftAsItIsAndValuesAreKeptForTheRun) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const QByteArray content = "[General]\nkey=stored\n";
+        const QString file = folder.write(u"settings.ini"_s, content);
+        for (const unsigned mode : {0000U, 0200U}) {
+            setMode(file, mode);
+            EXPECT_EQ(SettingsStore(file).value(u"key"_s), std::nullopt);
+            expectKeptForTheRun(file);
+            setMode(file, 0600);
+            EXPECT_EQ(contentOf(file), content);
+        }
+    }));
+}
+
+TEST(SettingsStore, valuesKeptAreStoredOnceThatIsPossible) {
+    EXPECT_TRUE(passesUnprivileged([] {
+        const TemporaryFolder folder;
+        const QString config = folder.makeFolder(u"config"_s);
+        const QString file = config + u"/settings.ini"_s;
+        setMode(config, 0500);
+        SettingsStore store(file);
+        store.setValue(u"a"_s, u"1"_s);
+        setMode(config, 0700);
+        EXPECT_EQ(store.value(u"a"_s), u"1"_s);
+        EXPECT_FALSE(QFileInfo::exists(file));
+        store.setValue(u"b"_s, u"2"_s);
+        EXPECT_EQ(contentOf(file), "[General]\na=1\nb=2\n");
+        EXPECT_EQ(modeOf(file), 0600U);
+    }));
+}
+
+class SettingsStorePlace : public testing::Test {
+  protected:
+    void SetUp() override {
+        _config = qgetenv("XDG_CONFIG_HOME");
+        _home = qgetenv("HOME");
+    }
+    void TearDown() override {
+        qputenv("XDG_CONFIG_HOME", _config);
+        qputenv("HOME", _home);
+    }
+    const TemporaryFolder _folder;
+
+  private:
+    QByteArray _config;
+    QByteArray _home;
+};
+
+TEST_F(SettingsStorePlace, isInTheConfigurationFolderThatTheUserHasSet) {
+    qputenv("XDG_CONFIG_HOME", "/some/where");
+    EXPECT_EQ(SettingsStore::placeFor(Bundle::main()), u"/some/where/org.ambulet.DailySteps.ini"_s);
+}
+
+TEST_F(SettingsStorePlace, isInTheHomeFoldersConfigurationOtherwise) {
+    qunsetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", "/home/someone");
+    EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
+              u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
+}
+
+TEST_F(SettingsStorePlace, withoutAnIdentifierKeepsValuesForTheRun) {
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(_folder.path(u"config"_s)));
+    expectKeptForTheRun(SettingsStore::placeFor(Bundle(_folder.path(u"none.plist"_s), {})));
+    EXPECT_TRUE(QDir(_folder.path()).isEmpty());
+}
+
+TEST_F(SettingsStorePlace, hasNoSystemwideSettingsBehindIt) {
+    const QByteArray before = qgetenv("XDG_CONFIG_DIRS");
+    _folder.write(u"system/org.ambulet.DailySteps.ini"_s, "[General]\nkey=system\n");
+    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(_folder.path(u"system"_s)));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(_folder.path(u"config"_s)));
+    SettingsStore store(SettingsStore::placeFor(Bundle::main()));
+    EXPECT_EQ(store.value(u"key"_s), std::nullopt);
+    qputenv("XDG_CONFIG_DIRS", before);
+}
+
+}  // namespace

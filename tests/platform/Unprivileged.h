@@ -1,0 +1,30 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <grp.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// Runs `body` in a process of its own for which permissions hold: root's becomes nobody's. Files
+/// that it needs are best made by it. Whether nothing failed in it; failures are printed.
+inline bool passesUnprivileged(const std::function<void()>& body) {
+    constexpr unsigned nobody = 65534;
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool dropped = geteuid() != 0 || (setgroups(0, nullptr) == 0 && setgid(nobody) == 0 &&
+                                                setuid(nobody) == 0);
+        EXPECT_TRUE(dropped);
+        if (dropped) {
+            body();
+        }
+        std::fflush(nullptr);
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) &&
+           WEXITSTATUS(status) == 0;
+}
