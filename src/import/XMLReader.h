@@ -29,7 +29,8 @@ class XMLAttributes {
     /// None where the tag has no such attribute.
     std::optional<std::string_view> value(const char* name) const {
         for (const char* const* each = _namesAndValues; *each != nullptr; each += 2) {
-            if (std::strcmp(each[0], name) == 0) {
+            // The first character tells most names apart without a call.
+            if (each[0][0] == name[0] && std::strcmp(each[0], name) == 0) {
                 return each[1];
             }
         }

@@ -20,25 +20,27 @@ namespace {
 
 constexpr sys_days tooLate = 32767y / January / 1;
 
-constexpr std::string_view exactForm = "dddd-dd-dd dd:dd:dd sdddd";
+/// Takes the numbers out of a text that should have digits at certain places.
+class Digits {
+  public:
+    explicit Digits(std::string_view text) : _text(text) {}
 
-bool hasExactForm(std::string_view text) {
-    return text.size() == exactForm.size() &&
-           std::equal(text.begin(), text.end(), exactForm.begin(), [](char character, char form) {
-               switch (form) {
-               case 'd':
-                   return '0' <= character && character <= '9';
-               case 's':
-                   return character == '+' || character == '-';
-               default:
-                   return character == form;
-               }
-           });
-}
+    int two(std::size_t at) { return one(at) * 10 + one(at + 1); }
+    int four(std::size_t at) { return two(at) * 100 + two(at + 2); }
 
-unsigned twoDigits(std::string_view text, std::size_t at) {
-    return static_cast<unsigned>(text[at] - '0') * 10 + static_cast<unsigned>(text[at + 1] - '0');
-}
+    /// Whether all that was taken were digits.
+    bool areDigits() const { return _areDigits; }
+
+  private:
+    int one(std::size_t at) {
+        const int digit = _text[at] - '0';
+        _areDigits &= 0 <= digit && digit <= 9;
+        return digit;
+    }
+
+    std::string_view _text;
+    bool _areDigits = true;
+};
 
 icu::SimpleDateFormat* newFormat() {
     UErrorCode status = U_ZERO_ERROR;
@@ -63,18 +65,24 @@ std::optional<sys_seconds> InstantReader::instant(std::string_view text) {
 }
 
 std::optional<sys_seconds> InstantReader::exactInstant(std::string_view text) {
-    if (!hasExactForm(text)) {
+    // yyyy-MM-dd HH:mm:ss +hhmm
+    if (text.size() != 25 || text[4] != '-' || text[7] != '-' || text[10] != ' ' ||
+        text[13] != ':' || text[16] != ':' || text[19] != ' ' ||
+        (text[20] != '+' && text[20] != '-')) {
         return std::nullopt;
     }
-    const year_month_day date{year(static_cast<int>(twoDigits(text, 0) * 100 + twoDigits(text, 2))),
-                              month(twoDigits(text, 5)), day(twoDigits(text, 8))};
-    const hours hour(twoDigits(text, 11));
-    const minutes minute(twoDigits(text, 14));
-    const seconds second(twoDigits(text, 17));
-    const hours offsetHours(twoDigits(text, 21));
-    const minutes offsetMinutes(twoDigits(text, 23));
-    if (date.year() < 1583y || !date.ok() || hour >= 24h || minute >= 60min || second >= 60s ||
-        offsetHours >= 24h || offsetMinutes >= 60min) {
+    Digits digits(text);
+    const year year(digits.four(0));
+    const month month(static_cast<unsigned>(digits.two(5)));
+    const day day(static_cast<unsigned>(digits.two(8)));
+    const hours hour(digits.two(11));
+    const minutes minute(digits.two(14));
+    const seconds second(digits.two(17));
+    const hours offsetHours(digits.two(21));
+    const minutes offsetMinutes(digits.two(23));
+    const year_month_day date(year, month, day);
+    if (!digits.areDigits() || year < 1583y || !date.ok() || hour >= 24h || minute >= 60min ||
+        second >= 60s || offsetHours >= 24h || offsetMinutes >= 60min) {
         return std::nullopt;
     }
     const seconds offset = offsetHours + offsetMinutes;

@@ -20,11 +20,13 @@ constexpr std::string_view whiteSpace[] = {
 
 std::string_view withoutLeadingSpace(std::string_view text) {
     const auto leads = [&text](std::string_view space) { return text.starts_with(space); };
-    for (const std::string_view* space = std::begin(whiteSpace); space != std::end(whiteSpace);) {
-        space = std::find_if(std::begin(whiteSpace), std::end(whiteSpace), leads);
-        if (space != std::end(whiteSpace)) {
-            text.remove_prefix(space->size());
+    // Nearly every text begins with a visible ASCII character, and this is asked of each record.
+    while (!text.empty() && (text.front() <= ' ' || text.front() > '~')) {
+        const auto* const space = std::ranges::find_if(whiteSpace, leads);
+        if (space == std::end(whiteSpace)) {
+            break;
         }
+        text.remove_prefix(space->size());
     }
     return text;
 }
