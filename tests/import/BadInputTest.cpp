@@ -13,17 +13,6 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
-constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
-
-const Days ninth = {{"2024-03-09", 5}};
-const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
-
-// A document in which `part` stands between the records of two days.
-std::string around(std::string_view part) {
-    return document(step(noon9, "5") + std::string(part) + step(noon10, "7"));
-}
-
 // The document stops in `part` at the byte that is `more` bytes into it.
 void expectStopIn(std::string_view part, std::uint64_t more, const char* reason) {
     const std::string bytes = around(part);

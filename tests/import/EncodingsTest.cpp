@@ -10,9 +10,6 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
-const Days ninth = {{"2024-03-09", 5}};
-
 std::string declared(const char* encoding, std::string_view name) {
     return "<?xml version=\"1.0\" encoding=\""s + encoding + "\"?><HealthData><Device name=\"" +
            std::string(name) + "\"/>" + step(noon9, "5") + "</HealthData>";

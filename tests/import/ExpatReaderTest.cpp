@@ -60,6 +60,15 @@ TEST(ExpatReader, whatTheDelegateThrowsComesOutOfIt) {
     EXPECT_EQ(recorder.names, (Names{"a-", "throw-"}));
 }
 
+TEST(ExpatReader, aFileThatFailsToBeReadStopsThere) {
+    // A process's own memory: a regular file by its kind, of which nothing can be read at byte 0.
+    std::error_code error;
+    const auto file = InputFile::open("/proc/self/mem", error);
+    Recorder recorder;
+    EXPECT_EQ(ExpatReader().read(file.value(), recorder), (XMLError{0, "Input/output error"}));
+    EXPECT_EQ(recorder.names, Names());
+}
+
 TEST(ExpatReader, oneReaderReadsManyFiles) {
     const ExpatReader reader;
     const TemporaryFolder folder;

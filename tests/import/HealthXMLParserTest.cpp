@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
-constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
-
 Days parse(std::string_view bytes) {
     const TemporaryFolder folder;
     return asText(HealthXMLParser().parseURL(folder.write("export.xml", bytes)));

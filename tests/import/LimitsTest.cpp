@@ -10,15 +10,6 @@
 
 namespace {
 
-constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
-constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
-const Days ninth = {{"2024-03-09", 5}};
-const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
-
-std::string around(std::string_view part) {
-    return document(step(noon9, "5") + std::string(part) + step(noon10, "7"));
-}
-
 // `begin`, so many more characters that it all comes to `length` bytes, and `end`.
 std::string padded(std::string_view begin, std::string_view end, std::size_t length) {
     return std::string(begin) + std::string(length - begin.size() - end.size(), 'x') +

@@ -64,6 +64,10 @@ std::string document(std::string_view content) {
            std::string(content) + "</HealthData>\n";
 }
 
+std::string around(std::string_view part) {
+    return document(step(noon9, "5") + std::string(part) + step(noon10, "7"));
+}
+
 std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more) {
     const std::size_t at = text.find(part);
     if (at == std::string_view::npos) {

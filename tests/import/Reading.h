@@ -39,6 +39,16 @@ std::string document(std::string_view content);
 /// Where `part` first stands in `text`, which has it; plus `more`.
 std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more = 0);
 
+/// Two instants, each at noon of its day in UTC, and the days of 5 steps on the first and, in
+/// `both`, 7 on the second.
+inline constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
+inline constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
+inline const Days ninth = {{"2024-03-09", 5}};
+inline const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
+
+/// A document in which `part` stands between the records of `both`.
+std::string around(std::string_view part);
+
 Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
                  ExpatReader::Limits limits = {});
 
