@@ -16,6 +16,9 @@ function(ambulet_lint)
   if(NOT APPLE)
     list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")  # its headers are not here
   endif()
+  if(NOT TARGET bench)  # not compiled here, so clang-tidy would not know how
+    list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/bench/")
+  endif()
   foreach(source IN LISTS sources)
     file(RELATIVE_PATH name ${PROJECT_SOURCE_DIR} ${source})
     string(REPLACE "/" "_" stamp ${name})

@@ -1,0 +1,169 @@
+// What a step record costs, with its date in the form that phones write and in another, and how
+// fast a whole export is read.
+
+#include "Ratios.h"
+#include "import/ExpatReader.h"
+#include "import/HealthXMLParser.h"
+#include "import/InputFile.h"
+#include "text/InstantReader.h"
+#include "text/LocalTime.h"
+#include "text/Numbers.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono;
+
+// A day's records, a minute after the other.
+std::vector<std::string> dayOfStartDates(const char* offset) {
+    std::vector<std::string> dates;
+    for (int minute = 0; minute < 24 * 60; ++minute) {
+        char text[64];
+        std::snprintf(text, sizeof text, "2024-03-09 %02d:%02d:17 %s", minute / 60, minute % 60,
+                      offset);
+        dates.emplace_back(text);
+    }
+    return dates;
+}
+
+const std::vector<std::string> exactForm = dayOfStartDates("+0000");
+const std::vector<std::string> otherForm = dayOfStartDates("+00:00");
+
+// Calls `once` with each of the texts in turn.
+template <typename Call>
+void withEach(benchmark::State& state, const std::vector<std::string>& texts, Call once) {
+    std::size_t next = 0;
+    for (auto unused : state) {
+        once(texts[next]);
+        next = next + 1 == texts.size() ? 0 : next + 1;
+    }
+}
+
+void addRecords(benchmark::State& state, const std::vector<std::string>& startDates,
+                const char* type) {
+    HealthXMLParser parser;
+    withEach(state, startDates, [&](const std::string& startDate) {
+        const char* const attributes[] = {"type",          type,
+                                          "sourceName",    "Phone",
+                                          "sourceVersion", "17.3.1",
+                                          "device",        "<<HKDevice: 0x1>, name:iPhone>",
+                                          "unit",          "count",
+                                          "creationDate",  "2024-03-09 12:00:00 +0000",
+                                          "startDate",     startDate.c_str(),
+                                          "endDate",       "2024-03-09 12:00:00 +0000",
+                                          "value",         "117",
+                                          nullptr};
+        parser.didStartElement("Record", XMLAttributes(attributes));
+    });
+    benchmark::DoNotOptimize(parser.days());
+}
+
+void recordInExactForm(benchmark::State& state) {
+    addRecords(state, exactForm, "HKQuantityTypeIdentifierStepCount");
+}
+BENCHMARK(recordInExactForm);
+
+void recordInOtherForm(benchmark::State& state) {
+    addRecords(state, otherForm, "HKQuantityTypeIdentifierStepCount");
+}
+BENCHMARK(recordInOtherForm);
+
+void recordOfOtherType(benchmark::State& state) {
+    addRecords(state, exactForm, "HKQuantityTypeIdentifierActiveEnergyBurned");
+}
+BENCHMARK(recordOfOtherType);
+
+void dateByHand(benchmark::State& state) {
+    InstantReader reader;
+    withEach(state, exactForm,
+             [&](const std::string& text) { benchmark::DoNotOptimize(reader.instant(text)); });
+}
+BENCHMARK(dateByHand);
+
+void dateByIcu(benchmark::State& state) {
+    InstantReader reader;
+    withEach(state, otherForm,
+             [&](const std::string& text) { benchmark::DoNotOptimize(reader.instant(text)); });
+}
+BENCHMARK(dateByIcu);
+
+void dayOfAnInstant(benchmark::State& state) {
+    sys_seconds instant = sys_days(2024y / March / 9);
+    for (auto unused : state) {
+        benchmark::DoNotOptimize(localDay(instant));
+        instant += 61s;
+    }
+}
+BENCHMARK(dayOfAnInstant);
+
+void value(benchmark::State& state) {
+    withEach(state, {"7", "117", "1024", "33"},
+             [](const std::string& text) { benchmark::DoNotOptimize(integerValue(text)); });
+}
+BENCHMARK(value);
+
+class NobodyListens : public XMLReaderDelegate {
+    void didStartElement(std::string_view /*name*/, const XMLAttributes& /*attributes*/) override {}
+};
+
+InputFile exportFile() {
+    std::error_code error;
+    return InputFile::open(EXPORT_FILE, error).value();
+}
+
+std::uint64_t readPlainly(const InputFile& file) {
+    std::vector<char> block(ExpatReader::defaultBlockSize);
+    std::error_code error;
+    std::uint64_t offset = 0;
+    while (const std::size_t count = file.read(offset, block, error)) {
+        offset += count;
+    }
+    return offset;
+}
+
+template <typename Delegate>
+void readThroughExpat(benchmark::State& state) {
+    const InputFile file = exportFile();
+    const auto size = static_cast<std::int64_t>(readPlainly(file));
+    for (auto unused : state) {
+        Delegate delegate;
+        if (ExpatReader().read(file, delegate)) {
+            state.SkipWithError("the export is not well-formed");
+        }
+    }
+    state.SetBytesProcessed(state.iterations() * size);
+}
+void readDays(benchmark::State& state) {
+    readThroughExpat<HealthXMLParser>(state);
+}
+void readTags(benchmark::State& state) {
+    readThroughExpat<NobodyListens>(state);
+}
+BENCHMARK(readDays)->Unit(benchmark::kMillisecond);
+BENCHMARK(readTags)->Unit(benchmark::kMillisecond);
+
+void readBytes(benchmark::State& state) {
+    const InputFile file = exportFile();
+    std::uint64_t size = 0;
+    for (auto unused : state) {
+        size += readPlainly(file);
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(size));
+}
+BENCHMARK(readBytes)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runBenchmarks(argc, argv,
+                         {{"a date: ICU / by hand", "dateByIcu", "dateByHand"},
+                          {"a record: date in another form / in the exact one", "recordInOtherForm",
+                           "recordInExactForm"},
+                          {"an export: days / all tags, unheard", "readDays", "readTags"},
+                          {"an export: days / its bytes alone", "readDays", "readBytes"}});
+}
