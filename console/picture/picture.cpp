@@ -69,5 +69,6 @@ int main(int argc, char** argv) {
     }
     program.terminate();
     program.waitForFinished();
-    return patience.elapsed() <= patienceMs && last.save(arguments[1]) ? 0 : 1;
+    const bool rested = patience.elapsed() <= patienceMs;
+    return last.save(arguments[1]) && rested ? 0 : 1;
 }

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     qputenv("XDG_CONFIG_DIRS", settings.path().toUtf8());
+    qputenv("XDG_RUNTIME_DIR", settings.path().toUtf8());
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
