@@ -1,5 +1,7 @@
 #include "widgets/WindowController.h"
 
+#include "widgets/BringToFront.h"
+
 WindowController::WindowController() = default;
 
 WindowController::~WindowController() = default;
@@ -13,12 +15,5 @@ QWidget* WindowController::window() {
 }
 
 void WindowController::showWindow() {
-    QWidget* const shown = window();
-    if (shown->isMinimized()) {
-        shown->showNormal();
-    } else {
-        shown->show();
-    }
-    shown->raise();
-    shown->activateWindow();
+    bringToFront(*window());
 }

@@ -47,4 +47,14 @@ TEST(WindowController, aMinimisedWindowIsRestored) {
     EXPECT_FALSE(controller.window()->isMinimized());
 }
 
+TEST(WindowController, aZoomedWindowThatWasMinimisedComesBackZoomed) {
+    TestController controller;
+    controller.showWindow();
+    controller.window()->showMaximized();
+    controller.window()->showMinimized();
+    controller.showWindow();
+    EXPECT_FALSE(controller.window()->isMinimized());
+    EXPECT_TRUE(controller.window()->isMaximized());
+}
+
 }  // namespace

@@ -1,0 +1,76 @@
+#include "widgets/AutoresizingLayout.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+AutoresizingLayout::AutoresizingLayout(QSize initial, QWidget* parent)
+    : QLayout(parent), _initial(initial) {
+    setContentsMargins(0, 0, 0, 0);
+}
+
+AutoresizingLayout::~AutoresizingLayout() = default;
+
+void AutoresizingLayout::add(std::unique_ptr<QWidget> view, const QRect& frame,
+                             Horizontally horizontally, Vertically vertically) {
+    QWidget* const added = view.release();
+    addChildWidget(added);
+    _places.push_back({std::make_unique<QWidgetItem>(added), frame, horizontally, vertically});
+    invalidate();
+}
+
+void AutoresizingLayout::addItem(QLayoutItem* item) {
+    // Without a frame of its own: at the lower left, as large as it wants to be.
+    _places.push_back({std::unique_ptr<QLayoutItem>(item), QRect(QPoint(0, 0), item->sizeHint()),
+                       Horizontally::RightMargin, Vertically::TopMargin});
+    invalidate();
+}
+
+int AutoresizingLayout::count() const {
+    return static_cast<int>(_places.size());
+}
+
+QLayoutItem* AutoresizingLayout::itemAt(int index) const {
+    return index >= 0 && index < count() ? _places[static_cast<std::size_t>(index)].item.get()
+                                         : nullptr;
+}
+
+QLayoutItem* AutoresizingLayout::takeAt(int index) {
+    if (index < 0 || index >= count()) {
+        return nullptr;
+    }
+    QLayoutItem* const taken = _places[static_cast<std::size_t>(index)].item.release();
+    _places.erase(_places.begin() + index);
+    return taken;
+}
+
+void AutoresizingLayout::setGeometry(const QRect& content) {
+    QLayout::setGeometry(content);
+    for (const Place& place : _places) {
+        // The widget itself, not its item: a hidden one has its place too, and a style's own
+        // margins do not move it.
+        if (QWidget* const view = place.item->widget()) {
+            view->setGeometry(geometry(place, content));
+        } else {
+            place.item->setGeometry(geometry(place, content));
+        }
+    }
+}
+
+QRect AutoresizingLayout::geometry(const Place& place, const QRect& content) const {
+    const QSize growth = content.size() - _initial;
+    QRect frame = place.frame;
+    if (place.horizontally == Horizontally::Width) {
+        frame.setWidth(std::max(0, frame.width() + growth.width()));
+    } else if (place.horizontally == Horizontally::LeftMargin) {
+        frame.translate(growth.width(), 0);
+    }
+    if (place.vertically == Vertically::Height) {
+        frame.setHeight(std::max(0, frame.height() + growth.height()));
+    } else if (place.vertically == Vertically::BottomMargin) {
+        frame.translate(0, growth.height());
+    }
+    return {content.left() + frame.x(),
+            content.top() + content.height() - frame.y() - frame.height(), frame.width(),
+            frame.height()};
+}

@@ -1,0 +1,78 @@
+#include "widgets/AuxiliaryWindow.h"
+
+#include <QScreen>
+#include <QShowEvent>
+#include <QWindow>
+
+#include <algorithm>
+
+AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing) {
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    if (sizing == Sizing::Resizable) {
+        flags |= Qt::WindowMaximizeButtonHint;
+        resize(content);
+    } else {
+        setFixedSize(content);
+    }
+    setWindowFlags(flags);
+}
+
+void AuxiliaryWindow::setMinimumFrameSize(QSize size) {
+    _minimumFrameSize = size;
+    applyMinimumFrameSize();
+}
+
+void AuxiliaryWindow::center() {
+    if (isMaximized() || isFullScreen()) {
+        return;
+    }
+    const QRect available = screen()->availableGeometry();
+    const QMargins margins = frameMargins();
+    resize(size().boundedTo(available.size().shrunkBy(margins)));
+    const QSize free = available.size() - size().grownBy(margins);
+    // Where it does not fit, its title bar does.
+    move(available.topLeft() +
+         QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
+    _centeredWith = margins;
+}
+
+void AuxiliaryWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!event->spontaneous()) {
+        center();
+    }
+}
+
+bool AuxiliaryWindow::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WinIdChange && windowHandle() != nullptr) {
+        windowHandle()->installEventFilter(this);
+    }
+    return handled;
+}
+
+bool AuxiliaryWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == windowHandle() && event->type() == QEvent::Expose) {
+        frameMayHaveChanged();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+QMargins AuxiliaryWindow::frameMargins() const {
+    return windowHandle() != nullptr ? windowHandle()->frameMargins() : QMargins();
+}
+
+void AuxiliaryWindow::frameMayHaveChanged() {
+    applyMinimumFrameSize();
+    if (_centeredWith && *_centeredWith != frameMargins()) {
+        center();
+    }
+    _centeredWith.reset();
+}
+
+void AuxiliaryWindow::applyMinimumFrameSize() {
+    if (_minimumFrameSize) {
+        setMinimumSize(_minimumFrameSize->shrunkBy(frameMargins()));
+    }
+}

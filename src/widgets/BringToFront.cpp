@@ -1,0 +1,11 @@
+#include "widgets/BringToFront.h"
+
+#include <QWidget>
+
+void bringToFront(QWidget& window) {
+    // Not showNormal(), which would also undo a zoom.
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}

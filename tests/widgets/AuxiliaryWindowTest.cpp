@@ -1,0 +1,107 @@
+#include "widgets/AuxiliaryWindow.h"
+
+#include <QScreen>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Sizing = AuxiliaryWindow::Sizing;
+
+QRect available() {
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+// A free height is its quarter above the window and its rest below, a free width half at each side.
+void expectCentered(const QWidget& window) {
+    const QRect frame = window.frameGeometry();
+    const int left = frame.left() - available().left();
+    const int above = frame.top() - available().top();
+    EXPECT_EQ(left, (available().width() - frame.width()) / 2);
+    EXPECT_EQ(above, (available().height() - frame.height()) / 4);
+}
+
+TEST(AuxiliaryWindow, itOpensCentredOnTheAvailableScreen) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_EQ(window.size(), QSize(360, 260));
+    expectCentered(window);
+}
+
+TEST(AuxiliaryWindow, aWindowThatWasMovedCanBeCentredAgain) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.move(3, 5);
+    EXPECT_EQ(window.frameGeometry().topLeft(), QPoint(3, 5));
+    window.center();
+    expectCentered(window);
+}
+
+TEST(AuxiliaryWindow, oneThatIsShownAgainIsCentredAgain) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
+    window.show();
+    window.move(3, 5);
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    window.show();
+    expectCentered(window);
+}
+
+TEST(AuxiliaryWindow, aResizableOneTooLargeForTheScreenIsMadeToFit) {
+    AuxiliaryWindow window(QSize(available().width() + 50, 300), Sizing::Resizable);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.center();
+    EXPECT_EQ(window.frameGeometry().width(), available().width());
+    EXPECT_EQ(window.height(), 300);
+    EXPECT_EQ(window.frameGeometry().left(), available().left());
+}
+
+TEST(AuxiliaryWindow, ofAFixedOneTooLargeForTheScreenTheTitleBarIsOnIt) {
+    AuxiliaryWindow window(QSize(300, available().height() + 50), Sizing::Fixed);
+    window.show();
+    EXPECT_EQ(window.height(), available().height() + 50);
+    EXPECT_EQ(window.frameGeometry().top(), available().top());
+}
+
+TEST(AuxiliaryWindow, aZoomedOneIsLeftWhereItIs) {
+    AuxiliaryWindow window(QSize(300, 200), Sizing::Resizable);
+    window.showMaximized();
+    const QRect zoomed = window.geometry();
+    window.center();
+    EXPECT_EQ(window.geometry(), zoomed);
+    EXPECT_TRUE(window.isMaximized());
+}
+
+TEST(AuxiliaryWindow, itsMinimumSizeIsTheFrames) {
+    AuxiliaryWindow window(QSize(700, 600), Sizing::Resizable);
+    window.setMinimumFrameSize(QSize(400, 300));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    const QMargins frame = window.windowHandle()->frameMargins();
+    EXPECT_GT(frame.top(), 0) << "without a frame there is nothing to be seen here";
+    window.resize(1, 1);
+    EXPECT_EQ(window.frameGeometry().size(), QSize(400, 300));
+}
+
+TEST(AuxiliaryWindow, aFixedOneCannotBeResizedZoomedOrMinimised) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
+    window.show();
+    window.resize(500, 500);
+    EXPECT_EQ(window.size(), QSize(360, 260));
+    EXPECT_FALSE(window.windowFlags() & Qt::WindowMinMaxButtonsHint);
+    EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST(AuxiliaryWindow, aResizableOneCanBeZoomedAndNotMinimised) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
+    window.show();
+    EXPECT_TRUE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
+    EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
+    EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+}  // namespace

@@ -1,0 +1,90 @@
+#include "widgets/ImageView.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// What a view of 200 x 100 shows, on a screen of `ratio` pixels a point.
+QImage shown(const QImage& image, double ratio = 1) {
+    ImageView view;
+    view.resize(200, 100);
+    view.setImage(image);
+    QImage screen(QSize(200, 100) * ratio, QImage::Format_ARGB32);
+    screen.setDevicePixelRatio(ratio);
+    screen.fill(Qt::white);
+    view.render(&screen, QPoint(), QRegion(), QWidget::RenderFlags());
+    return screen;
+}
+
+QImage filled(int width, int height, const QColor& color) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+// The part of the screen that is not white, in its pixels.
+QRect painted(const QImage& screen) {
+    QRect found;
+    for (int y = 0; y < screen.height(); ++y) {
+        for (int x = 0; x < screen.width(); ++x) {
+            if (screen.pixelColor(x, y) != Qt::white) {
+                found |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return found;
+}
+
+TEST(ImageView, aLargePictureIsScaledDownInProportionAndCentred) {
+    EXPECT_EQ(painted(shown(filled(400, 400, Qt::black))), QRect(50, 0, 100, 100));
+    EXPECT_EQ(painted(shown(filled(800, 100, Qt::black))), QRect(0, 37, 200, 25));
+}
+
+TEST(ImageView, aSmallPictureIsScaledUpInProportion) {
+    EXPECT_EQ(painted(shown(filled(10, 10, Qt::black))), QRect(50, 0, 100, 100));
+}
+
+TEST(ImageView, aPictureOfTheScreensPixelsIsShownPixelByPixel) {
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        // Lines one pixel wide stay black and white only where nothing is smeared.
+        QImage lines =
+            filled(static_cast<int>(200 * ratio), static_cast<int>(100 * ratio), Qt::white);
+        for (int x = 0; x < lines.width(); x += 2) {
+            for (int y = 0; y < lines.height(); ++y) {
+                lines.setPixelColor(x, y, Qt::black);
+            }
+        }
+        const QImage screen = shown(lines, ratio);
+        int wrong = 0;
+        for (int y = 0; y < lines.height(); ++y) {
+            for (int x = 0; x < lines.width(); ++x) {
+                wrong += screen.pixelColor(x, y) != lines.pixelColor(x, y) ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(wrong, 0) << "at scale " << ratio;
+    }
+}
+
+TEST(ImageView, aNullImageEmptiesTheView) {
+    ImageView view;
+    view.resize(200, 100);
+    view.setImage(filled(10, 10, Qt::black));
+    view.setImage(QImage());
+    EXPECT_TRUE(view.image().isNull());
+    QImage screen = filled(200, 100, Qt::white);
+    view.render(&screen, QPoint(), QRegion(), QWidget::RenderFlags());
+    EXPECT_TRUE(painted(screen).isEmpty());
+}
+
+TEST(ImageView, anotherPictureOfTheSameSizeReplacesTheFirst) {
+    ImageView view;
+    view.resize(200, 100);
+    QImage screen = filled(200, 100, Qt::white);
+    view.setImage(filled(200, 100, Qt::black));
+    view.render(&screen);
+    view.setImage(filled(200, 100, Qt::red));
+    view.render(&screen);
+    EXPECT_EQ(screen.pixelColor(100, 50), QColor(Qt::red));
+}
+
+}  // namespace

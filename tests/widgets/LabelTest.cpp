@@ -1,0 +1,95 @@
+#include "widgets/Label.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+QPalette paletteOf(const QColor& text, const QColor& ground, const QColor& link) {
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Window, ground);
+    palette.setColor(QPalette::Link, link);
+    return palette;
+}
+
+// WCAG 2's contrast of greys, for which the three parts of the luminance are one.
+double contrastOfGreys(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& grey) {
+        EXPECT_EQ(grey.red(), grey.green());
+        EXPECT_EQ(grey.red(), grey.blue());
+        const double part = grey.red() / 255.0;
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+TEST(LabelColor, secondaryAndTertiaryTextStandsBackAndIsLegibleLightAndDark) {
+    const QPalette palettes[] = {paletteOf(Qt::black, QColor(239, 239, 239), Qt::blue),
+                                 paletteOf(QColor(252, 252, 252), QColor(42, 42, 42), Qt::blue)};
+    for (const QPalette& palette : palettes) {
+        const QColor text = palette.color(QPalette::WindowText);
+        const QColor ground = palette.color(QPalette::Window);
+        EXPECT_EQ(labelColor(LabelColor::Label, palette), text);
+        const double secondary =
+            contrastOfGreys(labelColor(LabelColor::SecondaryLabel, palette), ground);
+        const double tertiary =
+            contrastOfGreys(labelColor(LabelColor::TertiaryLabel, palette), ground);
+        EXPECT_LT(secondary, contrastOfGreys(text, ground));
+        EXPECT_LT(tertiary, secondary);
+        EXPECT_GE(tertiary, 4.5);
+    }
+}
+
+TEST(LabelColor, whereTheTextItselfIsFaintTheColoursAreTheTexts) {
+    const QPalette palette = paletteOf(QColor(130, 130, 130), QColor(200, 200, 200), Qt::blue);
+    EXPECT_EQ(labelColor(LabelColor::SecondaryLabel, palette), QColor(130, 130, 130));
+    EXPECT_EQ(labelColor(LabelColor::TertiaryLabel, palette), QColor(130, 130, 130));
+}
+
+TEST(LabelColor, aLegibleLinkColourIsThePalettes) {
+    const QColor link(0, 0, 200);
+    EXPECT_EQ(labelColor(LabelColor::Link, paletteOf(Qt::black, Qt::white, link)), link);
+}
+
+TEST(LabelColor, aLinkColourThatCannotBeReadMovesTowardsTheTexts) {
+    const QPalette palette = paletteOf(Qt::white, Qt::black, QColor(60, 60, 60));
+    const QColor link = labelColor(LabelColor::Link, palette);
+    EXPECT_GE(contrastOfGreys(link, Qt::black), 4.5);
+    EXPECT_LT(contrastOfGreys(link, Qt::black), 5.0);
+}
+
+TEST(Label, itsColourFollowsThePaletteOfTheApplication) {
+    const QPalette before = QApplication::palette();
+    const Label label(QStringLiteral("text"), systemFont(11), LabelColor::SecondaryLabel);
+    const auto shown = [&label] { return label.palette().color(QPalette::WindowText); };
+    EXPECT_EQ(shown(), labelColor(LabelColor::SecondaryLabel, before));
+    const QPalette dark = paletteOf(Qt::white, QColor(20, 20, 20), Qt::blue);
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown(), labelColor(LabelColor::SecondaryLabel, dark));
+    QApplication::setPalette(before);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown(), labelColor(LabelColor::SecondaryLabel, before));
+}
+
+TEST(Label, itsTextIsShownAsItIs) {
+    const Label label(QStringLiteral("<b>1 & 2</b>"), systemFont(11), LabelColor::Label);
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+}
+
+TEST(SystemFont, itIsTheApplicationsInTheGivenSize) {
+    QLabel label;
+    label.setFont(systemFont(13));
+    EXPECT_EQ(label.font().pixelSize(), 13);
+    EXPECT_EQ(label.font().family(), QApplication::font().family());
+    EXPECT_FALSE(label.font().bold());
+    label.setFont(systemFont(16, QFont::Bold));
+    EXPECT_TRUE(label.font().bold());
+}
+
+}  // namespace
