@@ -1,0 +1,293 @@
+#include "help/HelpWindowController.h"
+
+#include "help/HelpPages.h"
+#include "platform/Bundle.h"
+#include "widgets/ImageView.h"
+#include "widgets/Label.h"
+
+#include <QDir>
+#include <QPushButton>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class HelpWindowControllerTest : public testing::Test {
+  protected:
+    template <typename View>
+    View& view(const char* name) {
+        return *controller.window()->findChild<View*>(QString::fromLatin1(name));
+    }
+
+    // A view's frame, from the content's lower left.
+    QRect frame(const char* name) {
+        const QRect geometry = view<QWidget>(name).geometry();
+        const int bottom = controller.window()->height() - geometry.y() - geometry.height();
+        return {geometry.x(), bottom, geometry.width(), geometry.height()};
+    }
+
+    QString indicator() { return view<Label>("pageIndicator").text(); }
+    QString caption() { return view<Label>("captionField").text(); }
+    QPushButton& previous() { return view<QPushButton>("prevButton"); }
+    QPushButton& next() { return view<QPushButton>("nextButton"); }
+    const QImage& image() { return view<ImageView>("imageView").image(); }
+
+    void show() {
+        controller.showWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
+    }
+
+    void expectFirstPage() {
+        EXPECT_EQ(indicator(), u"1 of 5"_s);
+        EXPECT_EQ(caption(), u"Export the data from your phone by launching the Apple app called "
+                             u"Health. In the Summary tab, tap your name in the upper right."_s);
+        EXPECT_FALSE(previous().isVisible());
+        EXPECT_EQ(next().text(), u"Next →"_s);
+    }
+
+    void expectCentered() {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect outer = controller.window()->frameGeometry();
+        EXPECT_EQ(outer.left(), screen.left() + (screen.width() - outer.width()) / 2);
+        EXPECT_EQ(outer.top(), screen.top() + (screen.height() - outer.height()) / 4);
+    }
+
+    static void click(QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
+
+    QTemporaryDir folder;
+    HelpWindowController controller{Bundle::main()};
+};
+
+TEST_F(HelpWindowControllerTest, theTitleNamesTheApplication) {
+    EXPECT_EQ(controller.window()->windowTitle(), u"Getting Started with Daily Steps"_s);
+}
+
+TEST_F(HelpWindowControllerTest, withoutADisplayNameTheTitleHasTheNameOfTheProcess) {
+    const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
+    HelpWindowController other(nameless);
+    EXPECT_EQ(other.window()->windowTitle(), u"Getting Started with test_help"_s);
+}
+
+TEST_F(HelpWindowControllerTest, everyViewHasItsFrameAtEverySize) {
+    show();
+    struct {
+        QSize content;
+        QRect next, indicator, caption, image;
+    } const cases[] = {
+        // At first: W - 106 = 614, W - 248 = 472, W - 32 = 688, H - 156 = 584.
+        {{720, 740}, {614, 16, 90, 28}, {134, 22, 472, 16}, {16, 52, 688, 80}, {16, 140, 688, 584}},
+        // 320 narrower and 340 lower.
+        {{400, 400}, {294, 16, 90, 28}, {134, 22, 152, 16}, {16, 52, 368, 80}, {16, 140, 368, 244}},
+        // 280 wider and 160 higher.
+        {{1000, 900},
+         {894, 16, 90, 28},
+         {134, 22, 752, 16},
+         {16, 52, 968, 80},
+         {16, 140, 968, 744}},
+    };
+    for (const auto& expected : cases) {
+        controller.window()->resize(expected.content);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(controller.window()->size(), expected.content);
+        EXPECT_EQ(frame("prevButton"), QRect(16, 16, 110, 28));
+        EXPECT_EQ(frame("nextButton"), expected.next);
+        EXPECT_EQ(frame("pageIndicator"), expected.indicator);
+        EXPECT_EQ(frame("captionField"), expected.caption);
+        EXPECT_EQ(frame("imageView"), expected.image);
+    }
+}
+
+TEST_F(HelpWindowControllerTest, theFrameCannotBeMadeSmallerThan400By400) {
+    show();
+    const QMargins margins = controller.window()->windowHandle()->frameMargins();
+    EXPECT_GT(margins.top(), 0) << "without a frame there is nothing to be seen here";
+    controller.window()->resize(1, 1);
+    EXPECT_EQ(controller.window()->frameGeometry().size(), QSize(400, 400));
+}
+
+TEST_F(HelpWindowControllerTest, theWindowCanBeClosedAndZoomedButNotMinimised) {
+    show();
+    const Qt::WindowFlags flags = controller.window()->windowFlags();
+    EXPECT_TRUE(flags & Qt::WindowCloseButtonHint);
+    EXPECT_TRUE(flags & Qt::WindowMaximizeButtonHint);
+    EXPECT_FALSE(flags & Qt::WindowMinimizeButtonHint);
+}
+
+TEST_F(HelpWindowControllerTest, theGuideOpensAtItsFirstPage) {
+    show();
+    expectFirstPage();
+    EXPECT_EQ(controller.currentPage(), 0);
+}
+
+TEST_F(HelpWindowControllerTest, fourTimesNextLeadsThroughAllPagesAndDoneClosesTheWindow) {
+    show();
+    const QString captions[] = {
+        u"Scroll to the bottom of that screen and look for \"Export All Health Data\"."_s,
+        u"Tap \"Export\"."_s,
+        u"Choose a destination that will get the data to your Mac, then use the \"Choose…\" "
+        u"button in this app to open it."_s,
+        u"You can select multiple days by holding down the Shift key to see data over a range "
+        u"of days, or the Command key to select discontiguous days."_s,
+    };
+    for (int page = 2; page <= 5; ++page) {
+        click(next());
+        EXPECT_EQ(indicator(), u"%1 of 5"_s.arg(page));
+        EXPECT_EQ(caption(), captions[page - 2]);
+        EXPECT_TRUE(previous().isVisible());
+        EXPECT_EQ(previous().text(), u"← Previous"_s);
+        EXPECT_EQ(next().text(), page == 5 ? u"Done"_s : u"Next →"_s);
+    }
+    EXPECT_TRUE(controller.window()->isVisible());
+    click(next());
+    EXPECT_FALSE(controller.window()->isVisible());
+    EXPECT_EQ(controller.currentPage(), 4);
+}
+
+TEST_F(HelpWindowControllerTest, previousOnTheSecondPageLeadsToTheFirstAndHidesItself) {
+    show();
+    click(next());
+    click(previous());
+    expectFirstPage();
+}
+
+TEST_F(HelpWindowControllerTest, previousOnTheFirstPageDoesNothing) {
+    show();
+    controller.prevPage();
+    expectFirstPage();
+}
+
+TEST_F(HelpWindowControllerTest, previousOnTheLastPageBringsNextBack) {
+    show();
+    controller.updateForPage(4);
+    click(previous());
+    EXPECT_EQ(indicator(), u"4 of 5"_s);
+    EXPECT_EQ(next().text(), u"Next →"_s);
+}
+
+TEST_F(HelpWindowControllerTest, afterDoneItOpensAtTheFirstPageAgainCentred) {
+    show();
+    const QWidget* const window = controller.window();
+    controller.updateForPage(4);
+    controller.window()->move(1, 2);
+    click(next());
+    show();
+    EXPECT_EQ(controller.window(), window);
+    expectFirstPage();
+    expectCentered();
+}
+
+TEST_F(HelpWindowControllerTest, shownWhileItIsOpenOnTheThirdPageItStartsAgainCentred) {
+    show();
+    expectCentered();
+    controller.updateForPage(2);
+    controller.window()->move(1, 2);
+    controller.showWindow();
+    expectFirstPage();
+    expectCentered();
+}
+
+class HelpPictureTest : public HelpWindowControllerTest {
+  protected:
+    // Pictures of the first two pages, told apart by their widths.
+    void write(const QString& name, int width) const {
+        QImage picture(width, 10, QImage::Format_RGB32);
+        picture.fill(Qt::black);
+        ASSERT_TRUE(picture.save(folder.filePath(name)));
+    }
+
+    int widthOfPage(int page) {
+        HelpWindowController other(bundle);
+        other.updateForPage(0);
+        other.updateForPage(page);
+        return other.window()->findChild<ImageView*>(u"imageView"_s)->image().width();
+    }
+
+    void SetUp() override { QDir(folder.path()).mkdir(u"Help"_s); }
+
+    Bundle bundle{folder.filePath(u"Info.plist"_s), folder.path()};
+};
+
+TEST_F(HelpPictureTest, thePictureInTheHelpFolderIsTaken) {
+    write(u"Help/step_1.jpg"_s, 11);
+    write(u"step_1.jpg"_s, 22);
+    EXPECT_EQ(widthOfPage(0), 11);
+}
+
+TEST_F(HelpPictureTest, aPictureOnlyAtTheTopOfTheResourcesIsTakenToo) {
+    write(u"Help/step_1.jpg"_s, 11);
+    write(u"step_2.jpg"_s, 22);
+    EXPECT_EQ(widthOfPage(1), 22);
+}
+
+TEST_F(HelpPictureTest, aMissingPictureLeavesItsPlaceEmpty) {
+    write(u"Help/step_1.jpg"_s, 11);
+    EXPECT_EQ(widthOfPage(1), 0);
+}
+
+TEST_F(HelpPictureTest, aPictureThatCannotBeReadLeavesItsPlaceEmpty) {
+    write(u"Help/step_1.jpg"_s, 11);
+    QFile broken(folder.filePath(u"Help/step_2.jpg"_s));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("no picture");
+    broken.close();
+    EXPECT_EQ(widthOfPage(1), 0);
+}
+
+TEST_F(HelpWindowControllerTest, theWholeCaptionIsSeenAtTheSmallestSize) {
+    show();
+    controller.window()->resize(1, 1);
+    QCoreApplication::processEvents();
+    const Label& field = view<Label>("captionField");
+    for (int page = 0; page < helpPageCount; ++page) {
+        controller.updateForPage(page);
+        EXPECT_LE(field.heightForWidth(field.width()), field.height()) << page;
+    }
+}
+
+TEST_F(HelpWindowControllerTest, theTextsHaveTheirSizes) {
+    EXPECT_EQ(view<Label>("captionField").font().pixelSize(), 13);
+    EXPECT_EQ(view<Label>("pageIndicator").font().pixelSize(), 11);
+    EXPECT_EQ(view<Label>("pageIndicator").alignment(), Qt::AlignCenter);
+}
+
+TEST_F(HelpWindowControllerTest, theGuideCanBeReadThroughByKeyboard) {
+    show();
+    EXPECT_TRUE(next().hasFocus());
+    QTest::keyClick(&next(), Qt::Key_Return);
+    EXPECT_EQ(indicator(), u"2 of 5"_s);
+    QTest::keyClick(&next(), Qt::Key_Space);
+    EXPECT_EQ(indicator(), u"3 of 5"_s);
+    QTest::keyClick(&next(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(previous().hasFocus());
+    QTest::keyClick(&previous(), Qt::Key_Space);
+    QTest::keyClick(&previous(), Qt::Key_Space);
+    expectFirstPage();
+    EXPECT_TRUE(next().hasFocus());
+}
+
+TEST(HelpWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
+    std::vector<HelpWindowController*> seen(8);
+    {
+        std::vector<std::jthread> threads;
+        for (auto& entry : seen) {
+            threads.emplace_back([&entry] { entry = &HelpWindowController::sharedController(); });
+        }
+    }
+    for (const auto* const controller : seen) {
+        EXPECT_EQ(controller, &HelpWindowController::sharedController());
+    }
+    EXPECT_EQ(seen.front()->thread(), QThread::currentThread());
+    seen.front()->showWindow();
+    EXPECT_TRUE(seen.front()->window()->isVisible());
+    seen.front()->window()->close();
+}
+
+}  // namespace
