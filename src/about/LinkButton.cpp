@@ -1,0 +1,48 @@
+#include "about/LinkButton.h"
+
+#include "widgets/Label.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
+
+namespace {
+
+constexpr int focusMargin = 3;  // between the text and the focus frame beside it
+
+}  // namespace
+
+LinkButton::LinkButton(const QString& text, const QFont& font) {
+    setText(text);
+    QFont underlined = font;
+    underlined.setUnderline(true);
+    setFont(underlined);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+QSize LinkButton::sizeHint() const {
+    return fontMetrics().size(Qt::TextSingleLine, text());
+}
+
+void LinkButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setPen(labelColor(LabelColor::Link, palette()));
+    QRect around;
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text(), &around);
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = around.adjusted(-focusMargin, 0, focusMargin, 0) & rect();
+        option.backgroundColor = palette().color(QPalette::Window);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+}
+
+void LinkButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+    } else {
+        QAbstractButton::keyPressEvent(event);
+    }
+}

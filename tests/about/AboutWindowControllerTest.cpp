@@ -1,0 +1,237 @@
+#include "about/AboutWindowController.h"
+
+#include "about/LinkButton.h"
+#include "platform/Bundle.h"
+#include "widgets/ImageView.h"
+#include "widgets/Label.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QIcon>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Stands in for the user's browser.
+class Browser : public QObject {
+    Q_OBJECT
+
+  public:
+    Browser() { QDesktopServices::setUrlHandler(u"https"_s, this, "open"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
+
+    QList<QUrl> opened;
+
+  public Q_SLOTS:
+    void open(const QUrl& url) { opened.append(url); }
+};
+
+class AboutWindowControllerTest : public testing::Test {
+  protected:
+    template <typename View>
+    View& view(const char* name) {
+        return *controller.window()->findChild<View*>(QString::fromLatin1(name));
+    }
+
+    // A view's frame, from the content's lower left.
+    QRect frame(const char* name) {
+        const QRect geometry = view<QWidget>(name).geometry();
+        const int bottom = controller.window()->height() - geometry.y() - geometry.height();
+        return {geometry.x(), bottom, geometry.width(), geometry.height()};
+    }
+
+    QString text(const char* name) { return view<Label>(name).text(); }
+
+    void show() {
+        controller.showWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
+    }
+
+    void expectCentered() {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect outer = controller.window()->frameGeometry();
+        EXPECT_EQ(outer.left(), screen.left() + (screen.width() - outer.width()) / 2);
+        EXPECT_EQ(outer.top(), screen.top() + (screen.height() - outer.height()) / 4);
+    }
+
+    QTemporaryDir folder;
+    Browser browser;
+    AboutWindowController controller{Bundle::main()};
+};
+
+TEST_F(AboutWindowControllerTest, itsTextsAreTheBundlesAndTheMakers) {
+    EXPECT_EQ(controller.window()->windowTitle(), u"About Daily Steps"_s);
+    EXPECT_EQ(text("name"), u"Daily Steps"_s);
+    EXPECT_EQ(text("version"), u"Version "_s + QStringLiteral(PROJECT_VERSION));
+    EXPECT_EQ(text("credit"), u"Made by the Ambulet developers"_s);
+    EXPECT_EQ(u"https://"_s + view<LinkButton>("link").text(), QStringLiteral(AMBULET_WEBSITE));
+    EXPECT_EQ(text("copyright"), u"Copyright © 2026 the Ambulet developers"_s);
+}
+
+TEST_F(AboutWindowControllerTest, withoutNameAndVersionThereAreTheProcessAndTheBareWord) {
+    const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
+    AboutWindowController other(nameless);
+    EXPECT_EQ(other.window()->windowTitle(), u"About test_about"_s);
+    EXPECT_EQ(other.window()->findChild<Label*>(u"name"_s)->text(), u"test_about"_s);
+    EXPECT_EQ(other.window()->findChild<Label*>(u"version"_s)->text(), u"Version "_s);
+}
+
+TEST_F(AboutWindowControllerTest, everyViewHasItsFrame) {
+    show();
+    EXPECT_EQ(controller.window()->size(), QSize(360, 260));
+    EXPECT_EQ(frame("icon"), QRect(148, 180, 64, 64));
+    EXPECT_EQ(frame("name"), QRect(20, 146, 320, 22));
+    EXPECT_EQ(frame("version"), QRect(20, 124, 320, 16));
+    EXPECT_EQ(frame("credit"), QRect(20, 80, 320, 16));
+    EXPECT_EQ(frame("link"), QRect(0, 50, 360, 16));
+    EXPECT_EQ(frame("copyright"), QRect(20, 16, 320, 14));
+}
+
+TEST_F(AboutWindowControllerTest, aCenteredLabelHasTwentyPointsAtBothSides) {
+    const auto made = AboutWindowController::centeredLabel(u"text"_s, systemFont(11),
+                                                           LabelColor::Label, 70, 18, 500);
+    EXPECT_EQ(made.frame, QRect(20, 70, 460, 18));
+    EXPECT_EQ(made.label->text(), u"text"_s);
+    EXPECT_EQ(made.label->alignment(), Qt::AlignCenter);
+    EXPECT_EQ(made.label->parent(), nullptr);
+}
+
+TEST_F(AboutWindowControllerTest, theTextsHaveTheirSizesAndFitTheirRows) {
+    struct {
+        const char* name;
+        int size;
+        bool bold;
+    } const cases[] = {{"name", 16, true},
+                       {"version", 11, false},
+                       {"credit", 11, false},
+                       {"link", 11, false},
+                       {"copyright", 10, false}};
+    for (const auto& expected : cases) {
+        const QWidget& row = view<QWidget>(expected.name);
+        EXPECT_EQ(row.font().pixelSize(), expected.size) << expected.name;
+        EXPECT_EQ(row.font().bold(), expected.bold) << expected.name;
+        EXPECT_LE(row.sizeHint().width(), row.width()) << expected.name;
+        EXPECT_LE(row.sizeHint().height(), row.height()) << expected.name;
+    }
+    EXPECT_TRUE(view<LinkButton>("link").font().underline());
+}
+
+TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedZoomedOrMinimised) {
+    show();
+    controller.window()->resize(500, 500);
+    EXPECT_EQ(controller.window()->size(), QSize(360, 260));
+    EXPECT_FALSE(controller.window()->windowFlags() & Qt::WindowMinMaxButtonsHint);
+    EXPECT_TRUE(controller.window()->windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST_F(AboutWindowControllerTest, shownTwiceItIsTheSameWindowCentredEachTimeItsViewsBuiltOnce) {
+    show();
+    expectCentered();
+    const QWidget* const window = controller.window();
+    const QWidgetList views = window->findChildren<QWidget*>();
+    EXPECT_EQ(views.size(), 6);
+    controller.window()->move(1, 2);
+    show();
+    expectCentered();
+    EXPECT_EQ(controller.window(), window);
+    EXPECT_EQ(window->findChildren<QWidget*>(), views);
+}
+
+TEST_F(AboutWindowControllerTest, closedItComesBackWithTheSameViews) {
+    show();
+    const QWidget* const window = controller.window();
+    controller.window()->move(1, 2);
+    controller.window()->close();
+    EXPECT_FALSE(window->isVisible());
+    show();
+    EXPECT_EQ(controller.window(), window);
+    expectCentered();
+}
+
+TEST_F(AboutWindowControllerTest, aClickAnywhereInTheLinksRowOpensTheWebsiteAndLeavesTheWindow) {
+    show();
+    auto& link = view<LinkButton>("link");
+    const QList<QPoint> points = {link.rect().center(), {0, 0}, {359, 15}};
+    for (const QPoint& point : points) {
+        QTest::mouseClick(&link, Qt::LeftButton, Qt::NoModifier, point);
+    }
+    EXPECT_EQ(browser.opened, QList<QUrl>(3, QUrl(QStringLiteral(AMBULET_WEBSITE))));
+    EXPECT_TRUE(controller.window()->isVisible());
+}
+
+TEST_F(AboutWindowControllerTest, aClickBesideTheLinksRowOpensNothing) {
+    show();
+    QTest::mouseClick(&view<Label>("credit"), Qt::LeftButton);
+    QTest::mouseClick(controller.window(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 260 - 48));
+    EXPECT_TRUE(browser.opened.isEmpty());
+}
+
+TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceAndReturn) {
+    show();
+    QTest::keyClick(controller.window(), Qt::Key_Tab);
+    auto& link = view<LinkButton>("link");
+    ASSERT_TRUE(link.hasFocus());
+    QTest::keyClick(&link, Qt::Key_Space);
+    EXPECT_EQ(browser.opened.size(), 1);
+    QTest::keyClick(&link, Qt::Key_Return);
+    EXPECT_EQ(browser.opened.size(), 2);
+    QTest::keyClick(&link, Qt::Key_Enter);
+    EXPECT_EQ(browser.opened.size(), 3);
+    QTest::keyClick(&link, Qt::Key_A);
+    EXPECT_EQ(browser.opened.size(), 3);
+}
+
+TEST_F(AboutWindowControllerTest, theLinksFocusIsSeen) {
+    show();
+    auto& link = view<LinkButton>("link");
+    link.clearFocus();
+    const QImage without = link.grab().toImage();
+    QTest::keyClick(controller.window(), Qt::Key_Tab);
+    ASSERT_TRUE(link.hasFocus());
+    EXPECT_NE(link.grab().toImage(), without);
+}
+
+TEST_F(AboutWindowControllerTest, theIconIsTheApplications) {
+    QPixmap red(64, 64);
+    red.fill(Qt::red);
+    QApplication::setWindowIcon(QIcon(red));
+    AboutWindowController other(Bundle::main());
+    EXPECT_EQ(other.window()->findChild<ImageView*>(u"icon"_s)->image().pixelColor(32, 32),
+              QColor(Qt::red));
+    QApplication::setWindowIcon(QIcon());
+}
+
+TEST_F(AboutWindowControllerTest, withoutAnIconItsPlaceIsEmpty) {
+    EXPECT_TRUE(view<ImageView>("icon").image().isNull());
+}
+
+TEST(AboutWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
+    std::vector<AboutWindowController*> seen(8);
+    {
+        std::vector<std::jthread> threads;
+        for (auto& entry : seen) {
+            threads.emplace_back([&entry] { entry = &AboutWindowController::sharedController(); });
+        }
+    }
+    for (const auto* const controller : seen) {
+        EXPECT_EQ(controller, &AboutWindowController::sharedController());
+    }
+    EXPECT_EQ(seen.front()->thread(), QThread::currentThread());
+    seen.front()->showWindow();
+    EXPECT_TRUE(seen.front()->window()->isVisible());
+    seen.front()->window()->close();
+}
+
+}  // namespace
+
+#include "AboutWindowControllerTest.moc"
