@@ -1,10 +1,48 @@
 #include "app/AppDelegate.h"
 
+#include "about/AboutWindowController.h"
+#include "app/MainMenu.h"
+#include "help/HelpWindowController.h"
+#include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 
+#include <QApplication>
+#include <QMainWindow>
+
+AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
+    : _defaults(defaults), _bundle(bundle) {}
+
+AppDelegate::~AppDelegate() = default;
+
 void AppDelegate::applicationDidFinishLaunching() {
-    _windowController =
-        std::make_unique<MainWindowController>(UserDefaults::standard(), Bundle::main());
+    QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
+    buildMainMenu();
+    _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
+    _mainMenu->installOn(*qobject_cast<QMainWindow*>(_windowController->window()));
     _windowController->showWindow();
+    // Only whether a file was ever chosen counts, not whether it is still there.
+    if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {
+        showGettingStarted();
+    }
+}
+
+void AppDelegate::buildMainMenu() {
+    _mainMenu = std::make_unique<MainMenu>(_bundle.displayName());
+    connect(_mainMenu.get(), &MainMenu::aboutChosen, this, &AppDelegate::showAboutPanel);
+    connect(_mainMenu.get(), &MainMenu::gettingStartedChosen, this,
+            &AppDelegate::showGettingStarted);
+}
+
+void AppDelegate::showAboutPanel() {
+    show(AboutWindowController::sharedController());
+}
+
+void AppDelegate::showGettingStarted() {
+    show(HelpWindowController::sharedController());
+}
+
+void AppDelegate::show(WindowController& controller) const {
+    _mainMenu->addKeysTo(*controller.window());
+    controller.showWindow();
 }

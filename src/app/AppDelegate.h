@@ -2,14 +2,43 @@
 
 #include "mainwindow/MainWindowController.h"
 
+#include <QObject>
+
 #include <memory>
 
-/// What the application does at its start. Owns the main window's controller for the whole run.
-class AppDelegate {
+class Bundle;
+class MainMenu;
+class UserDefaults;
+
+/// What the application does at its start and when a menu asks for a window. Owns the main window's
+/// controller for the whole run. Main thread only.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+
   public:
-    /// Shows the main window. To be called once, when the event loop has begun.
+    /// The settings and the bundle must outlive the delegate.
+    AppDelegate(UserDefaults& defaults, const Bundle& bundle);
+    ~AppDelegate() override;
+
+    /// Shows the main window with the main menu and, where no file was ever chosen, the Getting
+    /// Started window in front of it. To be called once, when the event loop has begun.
     void applicationDidFinishLaunching();
 
+    /// Shows the About window.
+    void showAboutPanel();
+
+    /// Shows the Getting Started window at its first page.
+    void showGettingStarted();
+
+    /// Always. A minimised window is not closed, and the Getting Started and About windows count.
+    static bool applicationShouldTerminateAfterLastWindowClosed() { return true; }
+
   private:
+    void buildMainMenu();
+    void show(WindowController& controller) const;
+
+    UserDefaults& _defaults;
+    const Bundle& _bundle;
+    std::unique_ptr<MainMenu> _mainMenu;
     std::unique_ptr<MainWindowController> _windowController;
 };

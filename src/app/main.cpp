@@ -1,4 +1,7 @@
 #include "app/AppDelegate.h"
+#include "app/ApplicationIcon.h"
+#include "platform/Bundle.h"
+#include "platform/UserDefaults.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -9,7 +12,8 @@ int main(int argc, char** argv) {
     int status = 0;
     {
         const QApplication application(argc, argv);
-        AppDelegate delegate;
+        QApplication::setWindowIcon(applicationIcon(Bundle::main()));
+        AppDelegate delegate(UserDefaults::standard(), Bundle::main());
         QTimer::singleShot(0, &application,
                            [&delegate] { delegate.applicationDidFinishLaunching(); });
         status = QApplication::exec();

@@ -17,7 +17,7 @@ using Names = std::set<std::string>;
 
 struct Arrows {
     Names folders;   // of src
-    Names toolkits;  // what the header's name says: "Qt", "unicode", "expat", "CoreFoundation"
+    Names toolkits;  // what the header's name says: "Qt", "unicode", "expat", "CoreFoundation", "xcb"
 };
 
 const std::map<std::string, Arrows> allowed = {
@@ -29,7 +29,7 @@ const std::map<std::string, Arrows> allowed = {
     {"mainwindow", {{"model", "text", "import", "platform", "widgets"}, {"Qt"}}},
     {"help", {{"platform", "widgets"}, {"Qt"}}},
     {"about", {{"platform", "widgets"}, {"Qt"}}},
-    {"app", {{"platform", "widgets", "mainwindow", "help", "about"}, {"Qt"}}},
+    {"app", {{"platform", "widgets", "mainwindow", "help", "about"}, {"Qt", "xcb"}}},
 };
 
 // The toolkit that a system header belongs to, or nothing for the standard library's and the
@@ -39,7 +39,7 @@ std::string toolkitOf(const std::string& header) {
     if (std::regex_match(header, qt)) {
         return "Qt";
     }
-    for (const char* toolkit : {"unicode", "expat", "CoreFoundation"}) {
+    for (const char* toolkit : {"unicode", "expat", "CoreFoundation", "xcb"}) {
         if (header.rfind(toolkit, 0) == 0) {
             return toolkit;
         }

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QIcon>
+
+class Bundle;
+
+/// The application's icon in all the sizes that the bundle has; null where it has none.
+QIcon applicationIcon(const Bundle& bundle);

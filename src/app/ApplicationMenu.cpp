@@ -1,0 +1,44 @@
+#include "app/ApplicationMenu.h"
+
+#include "app/MenuItem.h"
+#include "app/ProgramWindows.h"
+
+#include <QApplication>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+ApplicationMenu::ApplicationMenu(const QString& applicationName, QWidget* parent)
+    : QMenu(menuText(applicationName), parent) {
+    QAction* const about = addMenuItem(*this, u"About "_s + applicationName);
+    about->setMenuRole(QAction::AboutRole);
+    connect(about, &QAction::triggered, this, &ApplicationMenu::aboutChosen);
+#ifndef Q_OS_MACOS
+    addSeparator();
+    addHidingItems(applicationName);
+    addSeparator();
+#endif
+    QAction* const quit = addMenuItem(*this, u"Quit "_s + applicationName, Qt::CTRL | Qt::Key_Q);
+    quit->setMenuRole(QAction::QuitRole);
+    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit);
+}
+
+void ApplicationMenu::addHidingItems(const QString& applicationName) {
+    addMenu(u"Services"_s)->setEnabled(false);  // there are none outside macOS
+    addSeparator();
+    connect(addMenuItem(*this, u"Hide "_s + applicationName, Qt::CTRL | Qt::Key_H),
+            &QAction::triggered, this, &ProgramWindows::hideAll);
+
+    QAction* const hideOthers =
+        addMenuItem(*this, u"Hide Others"_s, Qt::CTRL | Qt::ALT | Qt::Key_H);
+    connect(hideOthers, &QAction::triggered, this, [this] { _otherApplications.hide(); });
+    const auto update = [hideOthers] { hideOthers->setEnabled(OtherApplications::canHide()); };
+    update();
+    connect(this, &QMenu::aboutToShow, hideOthers, update);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, hideOthers, update);
+
+    connect(addMenuItem(*this, u"Show All"_s), &QAction::triggered, this, [this] {
+        _otherApplications.show();
+        ProgramWindows::showAll();
+    });
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMenuBar>
+#include <QObject>
+#include <QPointer>
+
+class QMainWindow;
+
+/// The main menu: the application's own, Window and Help. The titles are made once.
+///
+/// The menu bar is the main window's, or the whole program's where the platform has it so; the keys
+/// work in every window that they are added to, also when the main window is closed. Main thread
+/// only.
+class MainMenu final : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit MainMenu(const QString& applicationName);
+    ~MainMenu() override;
+
+    /// Gives the menu bar to the main window, which owns it from then on.
+    void installOn(QMainWindow& window);
+
+    /// Makes the items' keys work in a window that has no menu bar.
+    void addKeysTo(QWidget& window) const;
+
+    QMenuBar* menuBar() const { return _menuBar; }
+
+  Q_SIGNALS:
+    void aboutChosen();
+    void gettingStartedChosen();
+
+  private:
+    QPointer<QMenuBar> _menuBar;
+};

@@ -1,0 +1,151 @@
+// What a window manager offers to those who are not window managers: the list of its windows (EWMH,
+// _NET_CLIENT_LIST), the request to minimise one of them (ICCCM 4.1.4, WM_CHANGE_STATE) and, by
+// asking for a window to be mapped, the request to restore it.
+
+#include "app/OtherApplications.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <xcb/xcb.h>
+
+namespace {
+
+constexpr std::uint32_t normalState = 1;  // ICCCM 4.1.3.1
+constexpr std::uint32_t iconicState = 3;
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+
+template <typename Reply>
+using ReplyPointer = std::unique_ptr<Reply, Free>;
+
+// The display that the application is on.
+class X11 {
+  public:
+    // Null anywhere but on X11.
+    static std::unique_ptr<X11> current() {
+        const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        xcb_connection_t* const connection =
+            application != nullptr ? application->connection() : nullptr;
+        return connection != nullptr ? std::make_unique<X11>(connection) : nullptr;
+    }
+
+    explicit X11(xcb_connection_t* connection) : _connection(connection) {}
+
+    // Every reply is waited for: they come from the display alone, not from other applications.
+    xcb_atom_t atom(std::string_view name) const {
+        const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+            _connection,
+            xcb_intern_atom(_connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+            nullptr));
+        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+
+    // A property's 32-bit values; empty where there is no such window or property.
+    std::vector<std::uint32_t> property(xcb_window_t window, std::string_view name) const {
+        constexpr std::uint32_t longest = 1U << 20;
+        const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            _connection,
+            xcb_get_property(_connection, 0, window, atom(name), XCB_ATOM_ANY, 0, longest),
+            nullptr));
+        if (!reply || reply->format != 32) {
+            return {};
+        }
+        const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+        return {values, values + reply->value_len};
+    }
+
+    bool has(xcb_window_t window, std::string_view name, std::uint32_t value) const {
+        const std::vector<std::uint32_t> values = property(window, name);
+        return std::find(values.begin(), values.end(), value) != values.end();
+    }
+
+    xcb_window_t root() const {
+        return xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
+    }
+
+    void requestMinimize(xcb_window_t window) const {
+        xcb_client_message_event_t event{};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 32;
+        event.window = window;
+        event.type = atom("WM_CHANGE_STATE");
+        event.data.data32[0] = iconicState;
+        xcb_send_event(_connection, 0, root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&event));
+    }
+
+    void requestRestore(xcb_window_t window) const { xcb_map_window(_connection, window); }
+
+    void flush() const { xcb_flush(_connection); }
+
+  private:
+    xcb_connection_t* _connection;
+};
+
+// A window manager that has gone may have left its lists behind.
+bool windowManagerListsWindows(const X11& display) {
+    constexpr std::string_view check = "_NET_SUPPORTING_WM_CHECK";
+    const std::vector<std::uint32_t> manager = display.property(display.root(), check);
+    return manager.size() == 1 && display.has(manager.front(), check, manager.front()) &&
+           display.has(display.root(), "_NET_SUPPORTED", display.atom("_NET_CLIENT_LIST"));
+}
+
+bool isOwn(xcb_window_t window) {
+    const QWindowList own = QGuiApplication::allWindows();
+    return std::any_of(own.begin(), own.end(), [window](const QWindow* one) {
+        return one->handle() != nullptr && one->winId() == window;
+    });
+}
+
+bool isPartOfTheDesktop(const X11& display, xcb_window_t window) {
+    return display.has(window, "_NET_WM_WINDOW_TYPE", display.atom("_NET_WM_WINDOW_TYPE_DOCK")) ||
+           display.has(window, "_NET_WM_WINDOW_TYPE", display.atom("_NET_WM_WINDOW_TYPE_DESKTOP"));
+}
+
+// The first value of WM_STATE.
+std::uint32_t stateOf(const X11& display, xcb_window_t window) {
+    const std::vector<std::uint32_t> state = display.property(window, "WM_STATE");
+    return state.empty() ? 0 : state.front();
+}
+
+}  // namespace
+
+bool OtherApplications::canHide() {
+    const auto display = X11::current();
+    return display && windowManagerListsWindows(*display);
+}
+
+void OtherApplications::hide() {
+    const auto display = X11::current();
+    if (!display || !windowManagerListsWindows(*display)) {
+        return;
+    }
+    for (const xcb_window_t window : display->property(display->root(), "_NET_CLIENT_LIST")) {
+        if (!isOwn(window) && !isPartOfTheDesktop(*display, window) &&
+            stateOf(*display, window) == normalState) {
+            display->requestMinimize(window);
+            _hidden.push_back(window);
+        }
+    }
+    display->flush();
+}
+
+void OtherApplications::show() {
+    if (const auto display = X11::current()) {
+        for (const xcb_window_t window : _hidden) {
+            if (stateOf(*display, window) == iconicState) {
+                display->requestRestore(window);
+            }
+        }
+        display->flush();
+    }
+    _hidden.clear();
+}

@@ -1,0 +1,89 @@
+#include "app/ProgramWindows.h"
+
+#include "widgets/BringToFront.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace ProgramWindows {
+namespace {
+
+// Window managers do not minimise a window that has no button for it. So it gets one, until it is
+// back on the screen.
+class LentButton final : public QObject {
+  public:
+    explicit LentButton(QWidget& window) : QObject(&window) {
+        window.windowHandle()->setFlag(Qt::WindowMinimizeButtonHint);
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* const window = qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::WindowStateChange && !window->isMinimized()) {
+            window->windowHandle()->setFlag(Qt::WindowMinimizeButtonHint, false);
+            window->removeEventFilter(this);
+            deleteLater();
+        }
+        return false;
+    }
+};
+
+// All but the one in front, and that one last.
+QList<QWidget*> frontLast() {
+    QList<QWidget*> windows = open();
+    std::stable_partition(windows.begin(), windows.end(),
+                          [last = front()](QWidget* window) { return window != last; });
+    return windows;
+}
+
+}  // namespace
+
+QList<QWidget*> open() {
+    QList<QWidget*> windows;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (widget->windowType() == Qt::Window && widget->isVisible()) {
+            windows.append(widget);
+        }
+    }
+    std::sort(windows.begin(), windows.end(), [](const QWidget* one, const QWidget* other) {
+        return one->windowTitle().localeAwareCompare(other->windowTitle()) < 0;
+    });
+    return windows;
+}
+
+QWidget* front() {
+    QWidget* const active = QApplication::activeWindow();
+    return active != nullptr && active->windowType() == Qt::Window ? active : nullptr;
+}
+
+void hideAll() {
+    for (QWidget* const window : open()) {
+        if (window->isMinimized()) {
+            continue;
+        }
+        if (!window->windowFlags().testFlag(Qt::WindowMinimizeButtonHint)) {
+            new LentButton(*window);
+        }
+        window->showMinimized();
+    }
+}
+
+void showAll() {
+    for (QWidget* const window : frontLast()) {
+        bringToFront(*window);
+    }
+}
+
+void bringAllToFront() {
+    for (QWidget* const window : frontLast()) {
+        if (!window->isMinimized()) {
+            window->raise();
+        }
+    }
+}
+
+}  // namespace ProgramWindows

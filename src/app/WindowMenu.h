@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QList>
+#include <QMenu>
+
+/// The Window menu: what can be done to the window in front, and a list of the open windows, made
+/// each time the menu opens.
+class WindowMenu final : public QMenu {
+    Q_OBJECT
+
+  public:
+    explicit WindowMenu(QWidget* parent);
+
+  private:
+    void minimizeFront();
+    void zoomFront();
+    void updateItems();
+    void listWindows();
+
+    QAction* _minimize;
+    QAction* _zoom;
+    QList<QAction*> _list;  // with the separator above it
+};

@@ -1,0 +1,26 @@
+#include "app/ApplicationIcon.h"
+
+#include "platform/Bundle.h"
+
+#include <QPixmap>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(ApplicationIcon, itIsThereInTheSizesThatDesktopsWant) {
+    const QIcon icon = applicationIcon(Bundle::main());
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        EXPECT_EQ(icon.pixmap(QSize(size, size), 1).size(), QSize(size, size));
+        EXPECT_TRUE(icon.availableSizes().contains(QSize(size, size)));
+    }
+}
+
+TEST(ApplicationIcon, aBundleWithoutOneGivesNone) {
+    const QTemporaryDir folder;
+    EXPECT_TRUE(applicationIcon(Bundle(folder.filePath(u"none"_s), folder.path())).isNull());
+}
+
+}  // namespace

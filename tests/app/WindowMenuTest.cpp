@@ -1,0 +1,128 @@
+#include "app/WindowMenu.h"
+
+#include <QDialog>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class WindowMenuTest : public testing::Test {
+  protected:
+    static void show(QWidget& window) {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QAction& item(const QString& text) {
+        for (QAction* const found : menu.actions()) {
+            if (found->text() == text) {
+                return *found;
+            }
+        }
+        throw std::out_of_range(text.toStdString());
+    }
+
+    // What is below the items that are always there: a ticked one has a "* ".
+    QStringList list() {
+        Q_EMIT menu.aboutToShow();
+        QStringList found;
+        for (const QAction* const action : menu.actions().mid(4)) {
+            found.append(action->isSeparator()
+                             ? u"-"_s
+                             : (action->isChecked() ? u"* "_s : u""_s) + action->text());
+        }
+        return found;
+    }
+
+    WindowMenu menu{nullptr};
+};
+
+TEST_F(WindowMenuTest, belowASeparatorItListsTheOpenWindowsTheOneInFrontTicked) {
+    EXPECT_EQ(list(), QStringList());
+    QWidget first;
+    first.setWindowTitle(u"Alpha & Omega"_s);
+    QWidget second;
+    second.setWindowTitle(u"Beta"_s);
+    show(second);
+    show(first);
+    EXPECT_EQ(list(), QStringList({u"-"_s, u"* Alpha && Omega"_s, u"Beta"_s}));
+    show(second);
+    EXPECT_EQ(list(), QStringList({u"-"_s, u"Alpha && Omega"_s, u"* Beta"_s}));
+    first.close();
+    EXPECT_EQ(list(), QStringList({u"-"_s, u"* Beta"_s}));
+}
+
+TEST_F(WindowMenuTest, aMinimisedWindowIsListedAndChoosingItRestoresIt) {
+    QWidget first;
+    first.setWindowTitle(u"Alpha"_s);
+    QWidget second;
+    second.setWindowTitle(u"Beta"_s);
+    show(first);
+    show(second);
+    first.showMinimized();
+    EXPECT_EQ(list().mid(1).size(), 2);
+    item(u"Alpha"_s).trigger();
+    EXPECT_FALSE(first.isMinimized());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&first));
+}
+
+TEST_F(WindowMenuTest, aDialogIsNotListed) {
+    QWidget window;
+    window.setWindowTitle(u"Alpha"_s);
+    show(window);
+    QDialog dialog(&window);
+    dialog.setWindowTitle(u"Dialog"_s);
+    dialog.show();
+    EXPECT_EQ(list().size(), 2);
+}
+
+TEST_F(WindowMenuTest, anItemOfAWindowThatIsGoneDoesNothing) {
+    auto window = std::make_unique<QWidget>();
+    window->setWindowTitle(u"Alpha"_s);
+    show(*window);
+    list();
+    window.reset();
+    item(u"Alpha"_s).trigger();
+}
+
+TEST_F(WindowMenuTest, minimizeAndZoomActOnTheWindowInFront) {
+    QWidget behind;
+    show(behind);
+    QWidget window;
+    show(window);
+    item(u"Zoom"_s).trigger();
+    EXPECT_TRUE(window.isMaximized());
+    item(u"Zoom"_s).trigger();
+    EXPECT_FALSE(window.isMaximized());
+    item(u"Minimize"_s).trigger();
+    EXPECT_TRUE(window.isMinimized());
+    EXPECT_FALSE(behind.isMinimized());
+    EXPECT_FALSE(behind.isMaximized());
+}
+
+TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledWhereTheWindowInFrontHasNoSuchButton) {
+    EXPECT_FALSE(item(u"Minimize"_s).isEnabled()) << "there is no window at all";
+    EXPECT_FALSE(item(u"Zoom"_s).isEnabled());
+    QWidget both;
+    show(both);
+    EXPECT_TRUE(item(u"Minimize"_s).isEnabled());
+    EXPECT_TRUE(item(u"Zoom"_s).isEnabled());
+    constexpr Qt::WindowFlags bare = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    QWidget none;
+    none.setWindowFlags(bare);
+    show(none);
+    EXPECT_FALSE(item(u"Minimize"_s).isEnabled());
+    EXPECT_FALSE(item(u"Zoom"_s).isEnabled());
+    QWidget zoomOnly;
+    zoomOnly.setWindowFlags(bare | Qt::WindowMaximizeButtonHint);
+    show(zoomOnly);
+    EXPECT_FALSE(item(u"Minimize"_s).isEnabled());
+    EXPECT_TRUE(item(u"Zoom"_s).isEnabled());
+    show(both);
+    EXPECT_TRUE(item(u"Minimize"_s).isEnabled());
+}
+
+}  // namespace
