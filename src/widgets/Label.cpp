@@ -1,28 +1,13 @@
 #include "widgets/Label.h"
 
+#include "widgets/ReadableSelection.h"
+
 #include <QApplication>
 #include <QEvent>
-
-#include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr double legibleContrast = 4.5;
-
-// Relative luminance and contrast as WCAG 2 defines them.
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 QColor mix(const QColor& from, const QColor& to, int percent) {
     const auto part = [percent](int a, int b) { return a + (b - a) * percent / 100; };
@@ -34,7 +19,7 @@ QColor mix(const QColor& from, const QColor& to, int percent) {
 QColor legible(const QColor& wanted, const QColor& text, const QColor& ground) {
     for (int percent = 0; percent < 100; ++percent) {
         const QColor color = mix(wanted, text, percent);
-        if (contrast(color, ground) >= legibleContrast) {
+        if (contrastRatio(color, ground) >= legibleContrast) {
             return color;
         }
     }
@@ -75,16 +60,15 @@ Label::Label(const QString& text, const QFont& font, LabelColor color) : _color(
     updateColor();
 }
 
-bool Label::event(QEvent* event) {
-    const bool handled = QLabel::event(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) {
+void Label::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
         updateColor();
     }
-    return handled;
 }
 
 void Label::updateColor() {
-    QPalette palette = QApplication::palette(this);
-    palette.setColor(QPalette::WindowText, labelColor(_color, palette));
-    setPalette(palette);
+    QPalette own;  // of one colour: the others go on following the application's
+    own.setColor(QPalette::WindowText, labelColor(_color, QApplication::palette(this)));
+    setPalette(own);
 }

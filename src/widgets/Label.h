@@ -20,7 +20,7 @@ class Label final : public QLabel {
     Label(const QString& text, const QFont& font, LabelColor color);
 
   protected:
-    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void updateColor();

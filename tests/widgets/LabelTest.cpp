@@ -65,8 +65,11 @@ TEST(LabelColor, aLinkColourThatCannotBeReadMovesTowardsTheTexts) {
 
 TEST(Label, itsColourFollowsThePaletteOfTheApplication) {
     const QPalette before = QApplication::palette();
-    const Label label(QStringLiteral("text"), systemFont(11), LabelColor::SecondaryLabel);
-    const auto shown = [&label] { return label.palette().color(QPalette::WindowText); };
+    QWidget window;
+    auto* const label =
+        new Label(QStringLiteral("text"), systemFont(11), LabelColor::SecondaryLabel);
+    label->setParent(&window);
+    const auto shown = [label] { return label->palette().color(QPalette::WindowText); };
     EXPECT_EQ(shown(), labelColor(LabelColor::SecondaryLabel, before));
     const QPalette dark = paletteOf(Qt::white, QColor(20, 20, 20), Qt::blue);
     QApplication::setPalette(dark);
