@@ -73,8 +73,13 @@ void hideAll() {
 }
 
 void showAll() {
-    for (QWidget* const window : frontLast()) {
-        bringToFront(*window);
+    QWidget* const last = front();
+    for (QWidget* const window : open()) {
+        // Not brought to the front: it would take the keyboard once it is on the screen.
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    }
+    if (last != nullptr) {
+        bringToFront(*last);
     }
 }
 

@@ -56,8 +56,9 @@ void WindowMenu::listWindows() {
     _list.append(addSeparator());
     for (QWidget* const window : windows) {
         QAction* const item = addMenuItem(*this, window->windowTitle());
-        item->setCheckable(true);
-        item->setChecked(window == ProgramWindows::front());
+        // The others are not checkable, so that no empty box stands before them.
+        item->setCheckable(window == ProgramWindows::front());
+        item->setChecked(item->isCheckable());
         connect(item, &QAction::triggered, window, [window] { bringToFront(*window); });
         _list.append(item);
     }

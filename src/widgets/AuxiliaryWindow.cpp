@@ -1,12 +1,25 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include <QAccessibleWidget>
 #include <QScreen>
 #include <QShowEvent>
 #include <QWindow>
 
 #include <algorithm>
 
+namespace {
+
+// A plain widget is no window to those who do not see it.
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
+    return className == QLatin1String(AuxiliaryWindow::staticMetaObject.className())
+               ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Window)
+               : nullptr;
+}
+
+}  // namespace
+
 AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing) {
+    QAccessible::installFactory(makeAccessible);  // once, however often it is asked for
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (sizing == Sizing::Resizable) {

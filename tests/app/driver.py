@@ -17,6 +17,9 @@ from gi.repository import Atspi  # noqa: E402
 
 BIN = pathlib.Path(os.environ["AMBULET_BIN"])
 PICTURES = pathlib.Path(os.environ["AMBULET_PICTURES"])
+MAIN = "Daily Steps — Ambulet"  # the titles of the windows
+GUIDE = "Getting Started with Daily Steps"
+ABOUT = "About Daily Steps"
 PATIENCE = 30  # seconds that anything may take on a slow machine before a test gives up
 
 
@@ -26,7 +29,7 @@ def wait_for(what, condition):
     while True:
         try:
             value = condition()
-        except gi.repository.GLib.Error:  # the object is gone, or not answering yet
+        except (gi.repository.GLib.Error, IndexError):  # gone, not there or not answering yet
             value = None
         if value:
             return value
@@ -63,12 +66,47 @@ def has_state(node, state):
     return node.get_state_set().contains(state)
 
 
+def windows_named(title):
+    """The X windows on the screen with the title."""
+    shown = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "."],
+                           capture_output=True, text=True, check=False).stdout.split()
+    return [window for window in shown if title == subprocess.run(
+        ["xdotool", "getwindowname", window], capture_output=True, text=True,
+        check=False).stdout.rstrip("\n")]
+
+
+def window_property(window, name):
+    """What xprop tells of a property of a window: the text behind its name."""
+    told = subprocess.run(["xprop", "-id", window, name], check=True, capture_output=True,
+                          text=True).stdout
+    return re.split(r"[=:]", told, maxsplit=1)[-1].strip()
+
+
+def place_of(window):
+    """Where the window's content is on the screen: left, top."""
+    told = subprocess.run(["xwininfo", "-id", window], check=True, capture_output=True,
+                          text=True).stdout
+    return tuple(int(re.search(rf"Absolute upper-left {axis}: *(-?\d+)", told)[1])
+                 for axis in "XY")
+
+
+def is_minimized(window):
+    return "window state: Iconic" in window_property(window, "WM_STATE")
+
+
+def front_window():
+    """The X window that has the keyboard; none where none has it."""
+    told = subprocess.run(["xdotool", "getactivewindow"], capture_output=True, text=True,
+                          check=False)
+    return told.stdout.strip() if told.returncode == 0 else None
+
+
 class Program:
     """One run of the program, on the settings in `configuration`."""
 
-    def __init__(self, configuration, **environment):
+    def __init__(self, configuration, *arguments, **environment):
         self.process = subprocess.Popen(
-            [BIN / "ambulet"],
+            [BIN / "ambulet", *arguments],
             env={**os.environ, "LC_ALL": "en_US.UTF-8", "XDG_CONFIG_HOME": str(configuration),
                  **environment})
 
@@ -81,6 +119,10 @@ class Program:
                 application.set_cache_mask(Atspi.Cache.NONE)  # what is, not what was
                 return application
         return None
+
+    def is_open(self, title):
+        return any(has_state(node, Atspi.StateType.VISIBLE)
+                   for node in self.all(Atspi.Role.FRAME, re.escape(title)))
 
     def all(self, role=None, name=None):
         """The accessible objects of a role, with a name that matches the regular expression."""
@@ -101,11 +143,6 @@ class Program:
     def label(self, pattern):
         return self.find(Atspi.Role.LABEL, pattern)
 
-    def wait_until_in_front(self):
-        """Waits until the main window has the keyboard."""
-        wait_for("the window in front", lambda: any(
-            has_state(frame, Atspi.StateType.ACTIVE) for frame in self.all(Atspi.Role.FRAME)))
-
     def click(self, node, *, modifier=None, button=1):
         """Clicks in the middle of an object."""
         box = node.get_extents(Atspi.CoordType.SCREEN)
@@ -117,6 +154,50 @@ class Program:
         held = ["keydown", modifier] if modifier else []
         released = ["keyup", modifier] if modifier else []
         xdotool("mousemove", "--sync", x, y, *held, "click", button, *released)
+
+    def window(self, title):
+        """The X window with the title, once it is on the screen."""
+        return wait_for(f"window {title}", lambda: next(iter(windows_named(title)), None))
+
+    def frame(self, title):
+        """Of a window with its frame: left, top, width, height."""
+        content = self.find(Atspi.Role.FRAME, re.escape(title)).get_extents(Atspi.CoordType.SCREEN)
+        left, right, top, bottom = map(
+            int, window_property(self.window(title), "_NET_FRAME_EXTENTS").split(","))
+        return (content.x - left, content.y - top, content.width + left + right,
+                content.height + top + bottom)
+
+    def activate(self, title):
+        """Brings the window with the title to the front, as a click on its title bar does."""
+        xdotool("windowactivate", self.window(title))
+        self.wait_until_in_front(title)
+
+    def wait_until_in_front(self, title=MAIN):
+        """Waits until the window has the keyboard and the program knows that and where it is."""
+
+        def in_front():
+            window = self.all(Atspi.Role.FRAME, re.escape(title))[0]
+            content = window.get_extents(Atspi.CoordType.SCREEN)
+            return (has_state(window, Atspi.StateType.ACTIVE)
+                    and front_window() in windows_named(title)
+                    and (content.x, content.y) == place_of(front_window()))
+
+        wait_for(f"{title} in front", in_front)
+
+    def open_menu(self, title):
+        """Opens a menu of the main window; the accessible objects of its items."""
+        menu = self.find(Atspi.Role.MENU_ITEM, title)
+        self.click(menu)
+
+        def shown():
+            items = [node for node in walk(menu) if node != menu]
+            return items if any(has_state(node, Atspi.StateType.SHOWING) for node in items) else None
+
+        return wait_for(f"the menu {title}", shown)
+
+    def choose(self, menu, item):
+        """Chooses an item of a menu of the main window."""
+        self.click(next(node for node in self.open_menu(menu) if node.get_name() == item))
 
     def end(self):
         """Waits for the process to end; its exit status."""
@@ -137,8 +218,8 @@ class ProgramTest(unittest.TestCase):
         self.configuration = self.folder / "configuration"
         self.configuration.mkdir()
 
-    def start(self, **environment):
-        program = Program(self.configuration, **environment)
+    def start(self, *arguments, **environment):
+        program = Program(self.configuration, *arguments, **environment)
         self.addCleanup(program.kill)
         return program
 

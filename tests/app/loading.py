@@ -4,7 +4,7 @@ import subprocess
 import time
 import unittest
 
-from driver import BIN, Atspi, ProgramTest, has_state, key, type_text
+from driver import BIN, GUIDE, Atspi, ProgramTest, has_state, key, type_text
 
 
 def days_of(file):
@@ -19,6 +19,9 @@ class Loading(ProgramTest):
 
         program = self.start()
         program.label("No file selected\\.")
+        program.wait_until_in_front(GUIDE)
+        key("alt+F4")
+        program.wait_until_in_front()
         program.label("From: —")
         program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
         program.find(Atspi.Role.PUSH_BUTTON, "Open")

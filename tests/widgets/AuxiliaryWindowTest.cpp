@@ -1,5 +1,6 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include <QAccessible>
 #include <QScreen>
 #include <QTest>
 #include <QWindow>
@@ -102,6 +103,15 @@ TEST(AuxiliaryWindow, aResizableOneCanBeZoomedAndNotMinimised) {
     EXPECT_TRUE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
     EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
     EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST(AuxiliaryWindow, itIsAWindowToAssistiveTechnology) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
+    window.setWindowTitle(QStringLiteral("Title"));
+    const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&window);
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_EQ(accessible->role(), QAccessible::Window);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Title"));
 }
 
 }  // namespace

@@ -1,0 +1,165 @@
+"""The start, the guide and the About window under a window manager; how the program ends."""
+
+import unittest
+
+from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, wait_for,
+                    window_property, windows_named, xdotool)
+
+MWM_MINIMIZE_DECORATION = 0x20
+MWM_MAXIMIZE_DECORATION = 0x40
+
+# A desktop of dark colours.
+DARK = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
+DARK_COLORS = """[Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+ForegroundLink=29,153,243
+ForegroundVisited=155,89,182
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+"""
+
+
+class Shell(ProgramTest):
+    def assert_centered(self, program, title):
+        width, height = map(int, xdotool("getdisplaygeometry").split())
+
+        def place():
+            left, top, frame_width, frame_height = program.frame(title)
+            return (left, top) == ((width - frame_width) // 2, (height - frame_height) // 4)
+
+        wait_for(f"{title} in its place", place)
+
+    def decorations(self, program, title):
+        """What the window asks of the window manager, which need not do as it is asked."""
+        hints = window_property(program.window(title), "_MOTIF_WM_HINTS").split(",")
+        return int(hints[2], 16)
+
+    def walk_through_the_guide(self, look, **environment):
+        program = self.start(**environment)
+        program.wait_until_in_front(GUIDE)
+        self.assertTrue(program.is_open(MAIN))
+        self.assert_centered(program, GUIDE)
+        self.assertFalse(self.decorations(program, GUIDE) & MWM_MINIMIZE_DECORATION)
+        self.assertTrue(self.decorations(program, GUIDE) & MWM_MAXIMIZE_DECORATION)
+        for page in range(1, 6):
+            program.label(f"{page} of 5")
+            self.picture(f"guide-{look}-{page}.png")
+            program.click(program.find(Atspi.Role.PUSH_BUTTON, "Next →" if page < 5 else "Done"))
+        wait_for("the guide to close", lambda: not windows_named(GUIDE))
+        program.wait_until_in_front()
+        for menu in ("Daily Steps", "Window", "Help"):
+            program.open_menu(menu)
+            self.picture(f"menu-{look}-{menu.replace(' ', '-')}.png")
+            key("Escape", "Escape")
+        program.choose("Help", "Getting Started…")
+        program.wait_until_in_front(GUIDE)
+        program.label("1 of 5")
+        self.assert_centered(program, GUIDE)
+        return program
+
+    def test_the_first_start_shows_the_guide_in_front_and_done_closes_it(self):
+        self.walk_through_the_guide("light")
+
+    def test_the_same_on_a_dark_desktop(self):
+        (self.configuration / "kdeglobals").write_text(DARK_COLORS)
+        program = self.walk_through_the_guide("dark", **DARK)
+        program.activate(MAIN)
+        program.choose("Daily Steps", "About Daily Steps")
+        program.wait_until_in_front(ABOUT)
+        self.picture("about-dark.png")
+
+    def test_a_guide_that_was_moved_opens_centred_at_its_first_page_again(self):
+        program = self.start()
+        program.wait_until_in_front(GUIDE)
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Next →"))
+        program.label("2 of 5")
+        xdotool("windowmove", "--sync", program.window(GUIDE), 20, 30)
+        program.activate(MAIN)
+        program.choose("Help", "Getting Started…")
+        program.wait_until_in_front(GUIDE)
+        program.label("1 of 5")
+        self.assert_centered(program, GUIDE)
+
+    def test_the_guides_frame_cannot_be_made_smaller_than_400_by_400(self):
+        program = self.start()
+        program.wait_until_in_front(GUIDE)
+        xdotool("windowsize", program.window(GUIDE), 50, 50)
+        wait_for("the smallest frame", lambda: program.frame(GUIDE)[2:] == (400, 400))
+        self.picture("guide-smallest.png")
+
+    def test_a_remembered_path_that_is_empty_keeps_the_guide_away(self):
+        self.remember("")
+        program = self.start()
+        program.wait_until_in_front()
+        program.label("From: —")
+        self.assertFalse(program.is_open(GUIDE))
+
+    def test_a_path_on_the_command_line_does_not_keep_the_guide_away(self):
+        program = self.start("-xmlFilePath", "/a/file.xml")
+        program.wait_until_in_front(GUIDE)
+
+    def test_about_twice_is_one_window_centred(self):
+        self.remember("")
+        program = self.start()
+        program.wait_until_in_front()
+        program.choose("Daily Steps", "About Daily Steps")
+        program.wait_until_in_front(ABOUT)
+        self.assert_centered(program, ABOUT)
+        self.picture("about-light.png")
+        window = program.window(ABOUT)
+        self.assertFalse(self.decorations(program, ABOUT) &
+                         (MWM_MINIMIZE_DECORATION | MWM_MAXIMIZE_DECORATION))
+        hints = window_property(window, "WM_NORMAL_HINTS")
+        self.assertIn("minimum size: 360 by 260", hints)
+        self.assertIn("maximum size: 360 by 260", hints)
+
+        xdotool("windowmove", "--sync", window, 10, 700)
+        program.activate(MAIN)
+        program.choose("Daily Steps", "About Daily Steps")
+        program.wait_until_in_front(ABOUT)
+        self.assertEqual(windows_named(ABOUT), [window])
+        self.assert_centered(program, ABOUT)
+
+    def test_closing_all_windows_quits_and_a_minimised_one_is_open(self):
+        program = self.start()
+        program.wait_until_in_front(GUIDE)
+        guide = program.window(GUIDE)
+        program.activate(MAIN)
+        window = program.window(MAIN)
+        key("ctrl+m")
+        wait_for("the main window to be minimised", lambda: is_minimized(window))
+        program.wait_until_in_front(GUIDE)
+        key("alt+F4")
+        wait_for("the guide to close", lambda: guide not in windows_named(GUIDE))
+        xdotool("windowactivate", window)
+        program.wait_until_in_front()
+        self.assertIsNone(program.process.poll())
+        key("alt+F4")
+        self.assertEqual(program.end(), 0)
+
+    def test_the_guide_alone_keeps_the_program_running_and_done_ends_it(self):
+        program = self.start()
+        program.wait_until_in_front(GUIDE)
+        program.activate(MAIN)
+        key("alt+F4")
+        program.wait_until_in_front(GUIDE)
+        for page in range(1, 6):
+            program.label(f"{page} of 5")
+            key("Return")
+        self.assertEqual(program.end(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
