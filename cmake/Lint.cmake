@@ -10,7 +10,7 @@ function(ambulet_lint)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_globs})
 
   add_custom_target(format
-    COMMAND clang-format --dry-run -Werror ${headers} ${sources}
+    COMMAND clang-format-14 --dry-run -Werror ${headers} ${sources}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} VERBATIM)
 
   if(NOT APPLE)
@@ -24,7 +24,7 @@ function(ambulet_lint)
     string(REPLACE "/" "_" stamp ${name})
     set(stamp ${CMAKE_BINARY_DIR}/tidy/${stamp}.ok)
     add_custom_command(OUTPUT ${stamp}
-      COMMAND clang-tidy --quiet -p ${CMAKE_BINARY_DIR} ${source}
+      COMMAND clang-tidy-14 --quiet -p ${CMAKE_BINARY_DIR} ${source}
       COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
       DEPENDS ${source} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
       COMMENT "clang-tidy ${name}" VERBATIM)

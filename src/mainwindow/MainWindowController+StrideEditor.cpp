@@ -26,22 +26,23 @@ int stridePrefixWidth(const QLabel& label) {
 }  // namespace
 
 void MainWindowController::makeStrideEditor() {
-    if (!_controlsPanel) {
-        return;
+    if (_controlsPanel) {
+        _strideEditor = new InPlaceField(_controlsPanel);
+        _strideEditor->setAccessibleName(QStringLiteral("Stride length in feet"));
+        _strideEditor->hide();
+        connect(_strideEditor, &InPlaceField::insertNewline, this,
+                [this] { doCommandBySelector(EditorCommand::InsertNewline); });
+        connect(_strideEditor, &InPlaceField::cancelOperation, this,
+                [this] { doCommandBySelector(EditorCommand::CancelOperation); });
+        connect(_strideEditor, &InPlaceField::didEndEditing, this,
+                &MainWindowController::controlTextDidEndEditing);
     }
-    _strideEditor = new InPlaceField(_controlsPanel);
-    _strideEditor->setAccessibleName(QStringLiteral("Stride length in feet"));
-    _strideEditor->hide();
-    connect(_strideEditor, &InPlaceField::insertNewline, this,
-            [this] { doCommandBySelector(EditorCommand::InsertNewline); });
-    connect(_strideEditor, &InPlaceField::cancelOperation, this,
-            [this] { doCommandBySelector(EditorCommand::CancelOperation); });
-    connect(_strideEditor, &InPlaceField::didEndEditing, this,
-            &MainWindowController::controlTextDidEndEditing);
     if (_milesLabel) {
         _milesLabel->setToolTip(QStringLiteral("Click to edit stride length"));
         connect(_milesLabel, &ClickableLabel::clicked, this, &MainWindowController::strideDidClick);
-        QWidget::setTabOrder(_milesLabel, _strideEditor);
+        if (_strideEditor) {
+            QWidget::setTabOrder(_milesLabel, _strideEditor);
+        }
     }
 }
 
@@ -93,10 +94,11 @@ void MainWindowController::closeStrideEditor() {
     if (!hadFocus) {
         return;  // it is where the user has put it
     }
+    // A key has closed it.
     if (_strideEditorOpenedByKeyboard && _milesLabel) {
-        _milesLabel->setFocus();
+        _milesLabel->setFocus(Qt::ShortcutFocusReason);
     } else if (_tableView) {
-        _tableView->setFocus();
+        _tableView->setFocus(Qt::ShortcutFocusReason);
     }
 }
 

@@ -2,18 +2,9 @@
 
 #include "mainwindow/MainWindowController.h"
 #include "model/StepTotals.h"
-#include "text/LocalTime.h"
+#include "text/MonthReader.h"
 
 #include <optional>
-
-namespace {
-
-std::chrono::year_month monthOf(const DailySteps& day) {
-    const std::chrono::year_month_day date = localDate(*day.date());
-    return date.year() / date.month();
-}
-
-}  // namespace
 
 void MainWindowController::rebuildDisplayRows() {
     _displayRows = buildDisplayRows(_allSteps);
@@ -29,15 +20,16 @@ MainWindowController::buildDisplayRows(std::span<const DailySteps> days) const {
         return rows;
     }
     const DateFormatter titleFormatter = DateFormatter::withPattern("MMMM yyyy");
+    MonthReader calendar;
     const double stride = strideFeet();
     const auto closeGroup = [&](std::span<const DailySteps> group) {
         rows.emplace_back(makeSummary(group, stride, titleFormatter));
         rows.insert(rows.end(), group.begin(), group.end());
     };
     std::size_t first = 0;
-    std::chrono::year_month month = monthOf(days.front());
+    MonthReader::Month month = calendar.month(*days.front().date());
     for (std::size_t i = 1; i < days.size(); ++i) {
-        const std::chrono::year_month next = monthOf(days[i]);
+        const MonthReader::Month next = calendar.month(*days[i].date());
         if (next != month) {
             closeGroup(days.subspan(first, i - first));
             first = i;

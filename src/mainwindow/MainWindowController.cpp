@@ -23,7 +23,11 @@ MainWindowController::MainWindowController(UserDefaults& defaults, const Bundle&
       _displayFormatter(DateFormatter::mediumDate()), _stepsFormatter(0, 0), _milesFormatter(2, 2) {
 }
 
-MainWindowController::~MainWindowController() = default;
+MainWindowController::~MainWindowController() {
+    if (_tableView) {
+        _tableView->setDataSource(nullptr);  // the window outlives this part of the controller
+    }
+}
 
 double MainWindowController::strideFeet() const {
     return _defaults.doubleForKey(SettingsKeys::strideFootLength);

@@ -31,7 +31,7 @@ class FileBookmark {
     /// - another regular file at its path: that, stale;
     /// - the same file at another place: that, stale. It is searched on the file system it was on,
     ///   in its old folder, the folder around that and the user's usual folders and what is below
-    ///   them, for at most a quarter of a second and 20,000 entries, the nearest folders first;
+    ///   them, for at most 40 milliseconds and 20,000 entries, the nearest folders first;
     /// - else none, and none for data that is no bookmark, is cut off, or is of a later version.
     static std::optional<Resolved> resolve(const QByteArray& bookmark);
 };

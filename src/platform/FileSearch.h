@@ -11,7 +11,7 @@
 /// Where a search ends that has found nothing.
 struct SearchBounds {
     int entries = 20'000;
-    std::chrono::milliseconds time{250};
+    std::chrono::milliseconds time{40};
 };
 
 /// The path of a file by its identity: in one of the folders or anywhere below them, the nearest to

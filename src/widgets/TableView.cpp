@@ -126,8 +126,16 @@ const std::vector<TableColumn>& TableView::columns() const {
 }
 
 void TableView::reloadData() {
+    const int current = currentIndex().row();
     _model->reload();
     const int rows = _model->rowCount();
+    // Arrow keys and ranges go on from where they were.
+    const QModelIndex kept = _model->index(current, 0);
+    if (kept.isValid() && _model->flags(kept).testFlag(Qt::ItemIsSelectable)) {
+        setAutoScroll(false);
+        selectionModel()->setCurrentIndex(kept, QItemSelectionModel::NoUpdate);
+        setAutoScroll(true);
+    }
     std::erase_if(_selectedRowIndexes, [rows](int row) { return row >= rows; });
     fitColumnsToTexts();
     showSelection();
@@ -194,15 +202,27 @@ void TableView::changeEvent(QEvent* event) {
 }
 
 // Home and End go to the first and the last row; in a table of whole rows the first and the last
-// column, where Qt would go, are no places of their own.
+// column, where Qt would go, are no places of their own. The first key in a table without a current
+// row goes to the first row; Qt would stop at a group row there.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    if (action != MoveHome && action != MoveEnd) {
-        return QTableView::moveCursor(action, modifiers);
+    const bool first = !currentIndex().isValid();
+    if (first && action == MoveNext) {
+        return {};  // asked for when the focus comes: that alone makes no row the current one
     }
-    const int rows = _model->rowCount();
-    for (int step = 0; step < rows; ++step) {
-        const QModelIndex index = _model->index(action == MoveHome ? step : rows - 1 - step,
-                                                std::max(0, currentIndex().column()));
+    if (action == MoveEnd) {
+        return selectableIndex(_model->rowCount() - 1, -1);
+    }
+    if (action == MoveHome || first) {
+        const bool onward = action != MoveHome && !_selectedRowIndexes.empty();
+        return selectableIndex(onward ? _selectedRowIndexes.front() : 0, 1);
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+// The nearest row from `row` on, upwards or downwards by `step`, that the user can select.
+QModelIndex TableView::selectableIndex(int row, int step) const {
+    for (; row >= 0 && row < _model->rowCount(); row += step) {
+        const QModelIndex index = _model->index(row, 0);
         if (_model->flags(index).testFlag(Qt::ItemIsSelectable)) {
             return index;
         }
@@ -248,13 +268,25 @@ void TableView::copy() const {
 
 void TableView::mousePressEvent(QMouseEvent* event) {
     _focusVisible = false;
-    QTableView::mousePressEvent(event);
+    // A press on a group row changes nothing, also not where the next range begins.
+    const QModelIndex index = indexAt(event->pos());
+    _pressedGroupRow = index.isValid() && !_model->flags(index).testFlag(Qt::ItemIsSelectable);
+    if (!_pressedGroupRow) {
+        QTableView::mousePressEvent(event);
+    }
     viewport()->update();
+}
+
+void TableView::mouseMoveEvent(QMouseEvent* event) {
+    if (!_pressedGroupRow || event->buttons() == Qt::NoButton) {
+        QTableView::mouseMoveEvent(event);
+    }
 }
 
 void TableView::focusInEvent(QFocusEvent* event) {
     const Qt::FocusReason reason = event->reason();
     _focusVisible = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                    reason == Qt::ShortcutFocusReason ||
                     (reason == Qt::ActiveWindowFocusReason && _focusVisible);
     QTableView::focusInEvent(event);
 }

@@ -50,12 +50,14 @@ class TableView : public QTableView {
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
   private:
+    QModelIndex selectableIndex(int row, int step) const;
     void showSelection();
     void setSelectedRowIndexes(std::vector<int> rows);
     void columnDidResize(int column, int oldWidth, int newWidth);
@@ -74,4 +76,5 @@ class TableView : public QTableView {
     // another.
     std::vector<int> _ownWidths;
     bool _focusVisible = false;
+    bool _pressedGroupRow = false;
 };

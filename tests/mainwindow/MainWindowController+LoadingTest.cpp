@@ -76,7 +76,10 @@ TEST_F(LoadingTest, theIndicatorIsBusyWhileAFileIsRead) {
 }
 
 TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
-    load(path("gone.xml"));
+    const QString file = writeExport("gone.xml", {{"2025-03-02", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({file}));
+    ASSERT_TRUE(QFile::remove(file));
+    load(file);
     EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
 }
@@ -201,7 +204,8 @@ TEST_F(LoadingTest, aMovedFileIsFoundThroughItsBookmarkWhichIsStoredAnew) {
 TEST_F(LoadingTest, ofOverlappingLoadsTheOneThatEndsLastDecides) {
     load({{"2025-03-02", "1"}});
     QList<std::size_t> loaded;
-    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset,
+    const QObject whileHere;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
                      [&] { loaded.append(controller->allSteps().size()); });
     // Neither of the two can end before the event loop runs again.
     controller->loadData();

@@ -1,6 +1,10 @@
 #include "mainwindow/ControllerTest.h"
 #include "text/LocalTime.h"
 
+#include <QProcess>
+
+#include <clocale>
+
 namespace {
 
 class StatisticsTest : public ControllerTest {
@@ -104,12 +108,23 @@ TEST_F(StatisticsTest, theStrideIsShownWithTwoDecimalsAndUsedWithAll) {
 }
 
 TEST_F(StatisticsTest, theStrideIsNeitherGroupedNorLocalised) {
-    qputenv("LC_NUMERIC", "de_DE.UTF-8");
-    qunsetenv("LC_ALL");
+    // A C locale with a comma, made here, since none may be installed.
+    const QString source = QStringLiteral("de_DE");
+    ASSERT_EQ(QProcess::execute(QStringLiteral("localedef"),
+                                {QStringLiteral("--force"), QStringLiteral("--quiet"),
+                                 QStringLiteral("-i"), source, QStringLiteral("-f"),
+                                 QStringLiteral("UTF-8"), path("comma")}),
+              0);
+    qputenv("LOCPATH", folder.path().toUtf8());
+    ASSERT_NE(std::setlocale(LC_NUMERIC, "comma"), nullptr);
+    ASSERT_EQ(std::string(std::localeconv()->decimal_point), ",");
+    qputenv("LC_ALL", "de_DE.UTF-8");
     defaults.setDouble(SettingsKeys::strideFootLength, 1234.5);
     // 21120 × 1234.5 ÷ 5280 = 4938
     load({{"2025-03-02", "21120"}});
     qputenv("LC_ALL", "en_US.UTF-8");
+    std::setlocale(LC_NUMERIC, "C");
+    qunsetenv("LOCPATH");
     EXPECT_EQ(texts()[4], QStringLiteral("Miles: 4.938,00 @ 1234.50 ft/step"));
 }
 

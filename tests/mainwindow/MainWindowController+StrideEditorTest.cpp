@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QFontMetricsF>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTimer>
 
 #include <cmath>
@@ -213,7 +215,8 @@ TEST_F(StrideEditorTest, aCommitAfterACommitOrACancelDoesNothing) {
 
 TEST_F(StrideEditorTest, oneCommitRefreshesOnce) {
     int reloads = 0;
-    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset,
+    const QObject whileHere;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
                      [&reloads] { ++reloads; });
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
@@ -265,12 +268,46 @@ TEST_F(StrideEditorTest, itsContextMenuNeitherStoresNorCancels) {
 }
 
 TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
-    click(3);
+    QByteArray text = "<HealthData>\n";
+    for (int year = 2000; year < 2025; ++year) {
+        for (int month = 10; month <= 12; ++month) {
+            text +=
+                "<Record type=\"HKQuantityTypeIdentifierStepCount\" value=\"5280\" startDate=\"" +
+                QByteArray::number(year) + '-' + QByteArray::number(month) +
+                "-10 12:00:00 +0000\"/>\n";
+        }
+    }
+    load(writeFile("long.xml", text + "</HealthData>\n"));
+    QCoreApplication::processEvents();
+    TableView& table = *controller->tableView();
+    table.selectRowIndexes({101, 103});
+    table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / 2);
+    const int scrolled = table.verticalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
-    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(table.selectedRowIndexes(), std::vector<int>({101, 103}));
+    EXPECT_EQ(table.verticalScrollBar()->value(), scrolled);
     EXPECT_EQ(miles(), QStringLiteral("Miles: 6.00 @ 3.00 ft/step"));
     EXPECT_TRUE(controller->fromLabel()->font().bold());
+}
+
+TEST_F(StrideEditorTest, aDialogNeitherStoresNorCancels) {
+    openAndType("9");
+    QTimer close;
+    QObject::connect(&close, &QTimer::timeout, [] {
+        if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            dialog->reject();
+        }
+    });
+    close.start(0);
+    controller->chooseFileAction();
+    close.stop();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(open());
+    EXPECT_EQ(editor().text(), QStringLiteral("9"));
+    EXPECT_FALSE(anyStored());
 }
 
 TEST_F(StrideEditorTest, afterAClickTheTableHasTheFocusOnceItCloses) {
@@ -278,6 +315,11 @@ TEST_F(StrideEditorTest, afterAClickTheTableHasTheFocusOnceItCloses) {
         clickLabel();
         QTest::keyClick(&editor(), key);
         EXPECT_TRUE(controller->tableView()->hasFocus());
+        // Visibly so: a key has closed the editor.
+        const QImage with = controller->tableView()->viewport()->grab().toImage();
+        controller->tableView()->setFocus(Qt::MouseFocusReason);
+        controller->tableView()->clearFocus();
+        EXPECT_NE(controller->tableView()->viewport()->grab().toImage(), with);
     }
 }
 

@@ -66,6 +66,17 @@ TEST_F(TableTest, averagesAreOverTheDaysRecordedAndNotOverTheMonthsDays) {
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("1.42"));
 }
 
+TEST_F(TableTest, monthsAreThoseOfTheLocalesCalendarAsTheirTitlesAre) {
+    // The last two days of the Persian year 1403 and the first of the next.
+    qputenv("LC_ALL", "fa_IR.UTF-8");
+    const std::array days = {day(2025, 3, 21, 1), day(2025, 3, 20, 1), day(2025, 3, 19, 1)};
+    const auto rows = makeController().buildDisplayRows(days);
+    qputenv("LC_ALL", "en_US.UTF-8");
+    ASSERT_EQ(rows.size(), 5U);
+    EXPECT_TRUE(std::holds_alternative<MonthSummary>(rows[2]));
+    EXPECT_NE(month(rows[0]).title(), month(rows[2]).title());
+}
+
 TEST_F(TableTest, anUnorderedListGivesAMonthARowForEachRun) {
     const std::array days = {day(2025, 1, 5, 1), day(2025, 2, 5, 1), day(2025, 1, 4, 1)};
     const auto rows = makeController().buildDisplayRows(days);

@@ -65,6 +65,9 @@ TEST_F(WindowTest, theTableHasJustItsFourColumnsWhateverItHadBefore) {
         EXPECT_EQ(model.headerData(column, Qt::Horizontal).toString(),
                   QStringView(expected[column].title));
         EXPECT_EQ(made.width, expected[column].width);
+        if (column < 3) {  // the last one takes up the rest
+            EXPECT_EQ(controller->tableView()->columnWidth(column), expected[column].width);
+        }
         EXPECT_EQ(made.minimumWidth, expected[column].minimumWidth);
         EXPECT_EQ(made.alignment.testFlag(Qt::AlignRight), expected[column].right);
     }

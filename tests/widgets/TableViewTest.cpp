@@ -71,6 +71,52 @@ TEST_F(TableViewTest, aClickOnAGroupRowLeavesTheSelection) {
     EXPECT_EQ(rows.notifications, 1);
 }
 
+TEST_F(TableViewTest, aPressOnAGroupRowDoesNotMoveTheBeginningOfTheNextRange) {
+    click(2);
+    click(5);
+    click(6, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4, 6}));
+}
+
+TEST_F(TableViewTest, aDragFromAGroupRowSelectsNothing) {
+    const auto middle = [&](int row) {
+        return table.visualRect(table.model()->index(row, 0)).center();
+    };
+    QTest::mousePress(table.viewport(), Qt::LeftButton, {}, middle(0));
+    QMouseEvent move(QEvent::MouseMove, middle(3), table.viewport()->mapToGlobal(middle(3)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(table.viewport(), &move);
+    QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, middle(3));
+    EXPECT_EQ(table.selectedRowIndexes(), Rows());
+}
+
+TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstRowThatCanBeSelected) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown}) {
+        table.setDataSource(&rows);  // forgets the current row
+        table.deselectAll();
+        table.clearFocus();
+        table.setFocus(Qt::TabFocusReason);
+        QTest::keyClick(&table, key);
+        EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
+    }
+}
+
+TEST_F(TableViewTest, keysAndRangesGoOnFromWhereTheyWereAfterAReload) {
+    click(2);
+    table.reloadData();
+    QTest::keyClick(&table, Qt::Key_Down);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({3}));
+    table.reloadData();
+    QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({3, 4}));
+    click(2);
+    table.reloadData();
+    click(4, Qt::ShiftModifier);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4}));
+}
+
 TEST_F(TableViewTest, arrowKeysPassOverGroupRows) {
     click(4);
     QTest::keyClick(&table, Qt::Key_Down);
