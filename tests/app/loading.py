@@ -48,11 +48,23 @@ class Loading(ProgramTest):
         self.assertEqual([entry.name for entry in self.configuration.iterdir()],
                          [self.settings_file.name])
 
+    def slow_export(self):
+        """An export that takes seconds to read: large, and in an encoding of its own."""
+        file = self.folder / "slow.xml"
+        record = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
+                  b'startDate="2025-03-02 12:00:00 +0000"/>\n')
+        with file.open("wb") as out:
+            out.write(b'<?xml version="1.0" encoding="ISO-8859-1"?>\n<HealthData>\n')
+            for _ in range(200):
+                out.write(record * 50000)
+            out.write(b"</HealthData>\n")
+        return file
+
     def test_quitting_during_a_load_ends_the_process_at_once(self):
-        self.remember(self.export("1G"))
+        self.remember(self.slow_export())
         program = self.start()
-        program.label("Parsing XML…")
         program.wait_until_in_front()
+        program.label("Parsing XML…")
         before = time.monotonic()
         key("alt+F4")
         self.assertEqual(program.end(), 0)

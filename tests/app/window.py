@@ -212,11 +212,10 @@ class Status(ProgramTest):
         listener = Atspi.EventListener.new(
             lambda event: announced.append(event.source.get_name()))
         listener.register("object:property-change:accessible-name")
-        self.remember(self.export("300M"))
+        self.remember(self.export("20M"))
         program = self.start()
-        program.label("Parsing XML…")
-        program.find(Atspi.Role.PROGRESS_BAR, "Loading")
         program.label("Loaded [0-9]+ days of data\\.")
+        program.find(Atspi.Role.PROGRESS_BAR, "Loading")
         wait_for("the announcement", lambda: (
             GLib.MainContext.default().iteration(False),
             any(name.startswith("Loaded ") for name in announced))[1])
