@@ -29,7 +29,7 @@ def wait_for(what, condition):
     while True:
         try:
             value = condition()
-        except (gi.repository.GLib.Error, IndexError):  # gone, not there or not answering yet
+        except (gi.repository.GLib.Error, StopIteration):  # gone, not there, not answering yet
             value = None
         if value:
             return value
@@ -105,6 +105,7 @@ class Program:
     """One run of the program, on the settings in `configuration`."""
 
     def __init__(self, configuration, *arguments, **environment):
+        self.scale = int(environment.get("QT_SCALE_FACTOR", 1))
         self.process = subprocess.Popen(
             [BIN / "ambulet", *arguments],
             env={**os.environ, "LC_ALL": "en_US.UTF-8", "XDG_CONFIG_HOME": str(configuration),
@@ -121,8 +122,16 @@ class Program:
         return None
 
     def is_open(self, title):
-        return any(has_state(node, Atspi.StateType.VISIBLE)
-                   for node in self.all(Atspi.Role.FRAME, re.escape(title)))
+        return any(node.get_name() == title and has_state(node, Atspi.StateType.VISIBLE)
+                   for node in self.windows())
+
+    def windows(self):
+        """The accessible objects of the windows, without a look at what is in them."""
+        application = self.accessible
+        if application is None:
+            return []
+        children = map(application.get_child_at_index, range(application.get_child_count()))
+        return [child for child in children if child is not None]
 
     def all(self, role=None, name=None):
         """The accessible objects of a role, with a name that matches the regular expression."""
@@ -143,11 +152,15 @@ class Program:
     def label(self, pattern):
         return self.find(Atspi.Role.LABEL, pattern)
 
+    def extents(self, node):
+        """Where the object is on the screen, in its pixels: left, top, width, height."""
+        box = node.get_extents(Atspi.CoordType.SCREEN)
+        return tuple(side * self.scale for side in (box.x, box.y, box.width, box.height))
+
     def click(self, node, *, modifier=None, button=1):
         """Clicks in the middle of an object."""
-        box = node.get_extents(Atspi.CoordType.SCREEN)
-        self.click_at(box.x + box.width // 2, box.y + box.height // 2, modifier=modifier,
-                      button=button)
+        x, y, width, height = self.extents(node)
+        self.click_at(x + width // 2, y + height // 2, modifier=modifier, button=button)
 
     @staticmethod
     def click_at(x, y, *, modifier=None, button=1):
@@ -161,11 +174,11 @@ class Program:
 
     def frame(self, title):
         """Of a window with its frame: left, top, width, height."""
-        content = self.find(Atspi.Role.FRAME, re.escape(title)).get_extents(Atspi.CoordType.SCREEN)
+        x, y, width, height = self.extents(wait_for(f"window {title}", lambda: next(
+            node for node in self.windows() if node.get_name() == title)))
         left, right, top, bottom = map(
             int, window_property(self.window(title), "_NET_FRAME_EXTENTS").split(","))
-        return (content.x - left, content.y - top, content.width + left + right,
-                content.height + top + bottom)
+        return x - left, y - top, width + left + right, height + top + bottom
 
     def activate(self, title):
         """Brings the window with the title to the front, as a click on its title bar does."""
@@ -176,11 +189,11 @@ class Program:
         """Waits until the window has the keyboard and the program knows that and where it is."""
 
         def in_front():
-            window = self.all(Atspi.Role.FRAME, re.escape(title))[0]
-            content = window.get_extents(Atspi.CoordType.SCREEN)
+            window = next(node for node in self.windows() if node.get_name() == title)
             return (has_state(window, Atspi.StateType.ACTIVE)
                     and front_window() in windows_named(title)
-                    and (content.x, content.y) == place_of(front_window()))
+                    and all(abs(here - there) < self.scale for here, there in zip(
+                        self.extents(window), place_of(front_window()))))
 
         wait_for(f"{title} in front", in_front)
 

@@ -194,6 +194,15 @@ TEST_F(HelpWindowControllerTest, shownWhileItIsOpenOnTheThirdPageItStartsAgainCe
     expectCentered();
 }
 
+TEST_F(HelpWindowControllerTest, everyPageHasItsPicture) {
+    // The picture view is 688 by 584 points; twice that is sharp on a dense screen too.
+    for (int page = 0; page < helpPageCount; ++page) {
+        controller.updateForPage(page);
+        EXPECT_GE(image().width(), 1376) << page;
+        EXPECT_GE(image().height(), 1168) << page;
+    }
+}
+
 class HelpPictureTest : public HelpWindowControllerTest {
   protected:
     // Pictures of the first two pages, told apart by their widths.
