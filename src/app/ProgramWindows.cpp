@@ -12,8 +12,8 @@
 namespace ProgramWindows {
 namespace {
 
-// Window managers do not minimise a window that has no button for it. So it gets one, until it is
-// back on the screen.
+// A window manager may refuse to minimise a window that has no button for it. So it gets one, until
+// it is back on the screen.
 class LentButton final : public QObject {
   public:
     explicit LentButton(QWidget& window) : QObject(&window) {
@@ -31,14 +31,6 @@ class LentButton final : public QObject {
         return false;
     }
 };
-
-// All but the one in front, and that one last.
-QList<QWidget*> frontLast() {
-    QList<QWidget*> windows = open();
-    std::stable_partition(windows.begin(), windows.end(),
-                          [last = front()](QWidget* window) { return window != last; });
-    return windows;
-}
 
 }  // namespace
 
@@ -84,10 +76,14 @@ void showAll() {
 }
 
 void bringAllToFront() {
-    for (QWidget* const window : frontLast()) {
-        if (!window->isMinimized()) {
+    QWidget* const last = front();
+    for (QWidget* const window : open()) {
+        if (window != last && !window->isMinimized()) {
             window->raise();
         }
+    }
+    if (last != nullptr) {
+        last->raise();
     }
 }
 
