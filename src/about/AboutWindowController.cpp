@@ -58,7 +58,7 @@ std::unique_ptr<QWidget> AboutWindowController::loadWindow() {
 }
 
 void AboutWindowController::buildUI() {
-    const int W = contentSize.width();
+    const int width = contentSize.width();
     auto* const layout = new AutoresizingLayout(contentSize, _window);
     const auto add = [layout](auto view, const QString& name, const QRect& frame) {
         auto* const added = view.get();
@@ -70,28 +70,30 @@ void AboutWindowController::buildUI() {
         add(std::move(made.label), name, made.frame);
     };
 
-    add(std::make_unique<ImageView>(), u"icon"_s, {(W - 64) / 2, 180, 64, 64})
+    add(std::make_unique<ImageView>(), u"icon"_s, {(width - 64) / 2, 180, 64, 64})
         ->setImage(applicationIcon());
     addLabel(u"name"_s, centeredLabel(_bundle.displayName(), systemFont(16, QFont::Bold),
-                                      LabelColor::Label, 146, 22, W));
+                                      LabelColor::Label, 146, 22, width));
     addLabel(
         u"version"_s,
         centeredLabel(u"Version "_s +
                           _bundle.information(u"CFBundleShortVersionString"_s).value_or(QString()),
-                      systemFont(11), LabelColor::SecondaryLabel, 124, 16, W));
-    addLabel(u"credit"_s, centeredLabel(creditLine, systemFont(11), LabelColor::Label, 80, 16, W));
-    const LinkButton* const link = add(
-        std::make_unique<LinkButton>(website().host(), systemFont(11)), u"link"_s, {0, 50, W, 16});
+                      systemFont(11), LabelColor::SecondaryLabel, 124, 16, width));
+    addLabel(u"credit"_s,
+             centeredLabel(creditLine, systemFont(11), LabelColor::Label, 80, 16, width));
+    const LinkButton* const link =
+        add(std::make_unique<LinkButton>(website().host(), systemFont(11)), u"link"_s,
+            {0, 50, width, 16});
     connect(link, &LinkButton::clicked, this, &AboutWindowController::openWebsite);
-    addLabel(u"copyright"_s,
-             centeredLabel(copyrightLine, systemFont(10), LabelColor::TertiaryLabel, 16, 14, W));
+    addLabel(u"copyright"_s, centeredLabel(copyrightLine, systemFont(10), LabelColor::TertiaryLabel,
+                                           16, 14, width));
 }
 
 AboutWindowController::FramedLabel AboutWindowController::centeredLabel(const QString& text,
                                                                         const QFont& font,
                                                                         LabelColor color, int y,
-                                                                        int h, int W) {
-    FramedLabel made{std::make_unique<Label>(text, font, color), {20, y, W - 40, h}};
+                                                                        int h, int width) {
+    FramedLabel made{std::make_unique<Label>(text, font, color), {20, y, width - 40, h}};
     made.label->setAlignment(Qt::AlignCenter);
     return made;
 }

@@ -39,10 +39,10 @@ class AboutWindowController final : public WindowController {
         QRect frame;
     };
 
-    /// A centred label, not yet in any window, for a row of a content of width `W`: at height `y`,
-    /// `h` high, 20 points from both sides.
+    /// A centred label, not yet in any window, for a row of a content of width `width`: at height
+    /// `y`, `h` high, 20 points from both sides.
     static FramedLabel centeredLabel(const QString& text, const QFont& font, LabelColor color,
-                                     int y, int h, int W);
+                                     int y, int h, int width);
 
   protected:
     std::unique_ptr<QWidget> loadWindow() override;

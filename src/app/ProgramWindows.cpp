@@ -32,12 +32,16 @@ class LentButton final : public QObject {
     }
 };
 
+bool isOpen(const QWidget& widget) {
+    return widget.windowType() == Qt::Window && widget.isVisible();
+}
+
 }  // namespace
 
 QList<QWidget*> open() {
     QList<QWidget*> windows;
     for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (widget->windowType() == Qt::Window && widget->isVisible()) {
+        if (isOpen(*widget)) {
             windows.append(widget);
         }
     }
@@ -49,7 +53,7 @@ QList<QWidget*> open() {
 
 QWidget* front() {
     QWidget* const active = QApplication::activeWindow();
-    return active != nullptr && active->windowType() == Qt::Window ? active : nullptr;
+    return active != nullptr && isOpen(*active) ? active : nullptr;
 }
 
 void hideAll() {

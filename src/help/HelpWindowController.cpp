@@ -50,8 +50,8 @@ std::unique_ptr<QWidget> HelpWindowController::loadWindow() {
 void HelpWindowController::buildUI() {
     using enum AutoresizingLayout::Horizontally;
     using enum AutoresizingLayout::Vertically;
-    const int W = contentSize.width();
-    const int H = contentSize.height();
+    const int width = contentSize.width();
+    const int height = contentSize.height();
     auto* const layout = new AutoresizingLayout(contentSize, _window);
 
     const auto add = [layout](auto view, const QString& name, const QRect& frame,
@@ -64,15 +64,15 @@ void HelpWindowController::buildUI() {
     };
     _prevButton = add(makeButton(u"← Previous"_s), u"prevButton"_s, {16, 16, 110, 28}, RightMargin,
                       TopMargin);
-    _nextButton =
-        add(makeButton(u"Next →"_s), u"nextButton"_s, {W - 106, 16, 90, 28}, LeftMargin, TopMargin);
+    _nextButton = add(makeButton(u"Next →"_s), u"nextButton"_s, {width - 106, 16, 90, 28},
+                      LeftMargin, TopMargin);
     _pageIndicator =
         add(std::make_unique<Label>(QString(), systemFont(11), LabelColor::SecondaryLabel),
-            u"pageIndicator"_s, {134, 22, W - 248, 16}, Width, TopMargin);
+            u"pageIndicator"_s, {134, 22, width - 248, 16}, Width, TopMargin);
     _captionField = add(std::make_unique<Label>(QString(), systemFont(13), LabelColor::Label),
-                        u"captionField"_s, {16, 52, W - 32, 80}, Width, TopMargin);
-    _imageView = add(std::make_unique<ImageView>(), u"imageView"_s, {16, 140, W - 32, H - 156},
-                     Width, Height);
+                        u"captionField"_s, {16, 52, width - 32, 80}, Width, TopMargin);
+    _imageView = add(std::make_unique<ImageView>(), u"imageView"_s,
+                     {16, 140, width - 32, height - 156}, Width, Height);
 
     _pageIndicator->setAlignment(Qt::AlignCenter);
     _captionField->setWordWrap(true);

@@ -16,8 +16,9 @@ namespace {
 using Names = std::set<std::string>;
 
 struct Arrows {
-    Names folders;   // of src
-    Names toolkits;  // what the header's name says: "Qt", "unicode", "expat", "CoreFoundation", "xcb"
+    Names folders;  // of src
+    Names
+        toolkits;  // what the header's name says: "Qt", "unicode", "expat", "CoreFoundation", "xcb"
 };
 
 const std::map<std::string, Arrows> allowed = {
