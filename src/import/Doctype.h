@@ -1,15 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include "import/Splice.h"
+
 #include <optional>
-
-class InputFile;
-
-/// Bytes `begin` up to, and without, `end` of a file.
-struct ByteRange {
-    std::uint64_t begin = 0;
-    std::uint64_t end = 0;
-};
 
 /// Where the document type declaration of `file` stands, well-formed or not: from "<!DOCTYPE" to
 /// the first "]>" outside quotes and comments, or up to the start tag of the root element that it

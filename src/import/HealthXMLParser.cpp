@@ -2,6 +2,7 @@
 
 #include "import/ExpatReader.h"
 #include "import/InputFile.h"
+#include "import/StepRecord.h"
 
 #include <system_error>
 
@@ -15,12 +16,5 @@ std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& p
 }
 
 void HealthXMLParser::didStartElement(std::string_view name, const XMLAttributes& attributes) {
-    if (name != "Record" || attributes.value("type") != "HKQuantityTypeIdentifierStepCount") {
-        return;
-    }
-    const auto startDate = attributes.value("startDate");
-    const auto value = attributes.value("value");
-    if (startDate && value) {
-        _sums.add(*startDate, *value);
-    }
+    StepRecord::add(_sums, name, attributes);
 }

@@ -1,0 +1,157 @@
+#include "import/ExpatPass.h"
+
+#include "import/UnknownEncoding.h"
+
+#include <algorithm>
+#include <cstring>
+#include <strings.h>
+
+namespace {
+
+int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
+                        const XML_Char* /*base*/, const XML_Char* /*systemId*/,
+                        const XML_Char* /*publicId*/) {
+    return XML_STATUS_OK;
+}
+
+}  // namespace
+
+ExpatPass::ExpatPass(const Splice& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
+                     ExpatReader::Limits limits)
+    : _bytes(bytes), _delegate(delegate), _blockSize(blockSize), _limits(limits),
+      _memory(limits.memory),
+      _parser(XML_ParserCreate_MM(nullptr, ExpatMemory::functions(), nullptr), XML_ParserFree) {
+    if (_parser == nullptr) {
+        throw std::bad_alloc();
+    }
+    XML_SetUserData(_parser.get(), this);
+    XML_SetStartElementHandler(_parser.get(), startElement);
+    XML_SetEndDoctypeDeclHandler(_parser.get(), endDoctype);
+    XML_SetUnknownEncodingHandler(_parser.get(), useIcuEncoding, nullptr);
+    XML_SetExternalEntityRefHandler(_parser.get(), openNothing);
+    XML_SetParamEntityParsing(_parser.get(), XML_PARAM_ENTITY_PARSING_UNLESS_STANDALONE);
+#ifdef EXPAT_DEFERS_REPARSING
+    // Expat would put off unfinished tokens on its own, by block size; see nextCount.
+    XML_SetReparseDeferralEnabled(_parser.get(), XML_FALSE);
+#endif
+}
+
+/// Where the token begins that is being reported.
+std::uint64_t ExpatPass::position() const {
+    const auto index = XML_GetCurrentByteIndex(_parser.get());
+    return index < 0 ? 0 : static_cast<std::uint64_t>(index);
+}
+
+void ExpatPass::startElement(void* pass, const XML_Char* name, const XML_Char** attributes) {
+    auto& self = *static_cast<ExpatPass*>(pass);
+    self._rootStarted = true;
+    if (self._onlyProlog) {
+        self._prolog.end = self.position();
+        self._prolog.rootName = name;
+        XML_SetStartElementHandler(self._parser.get(), nullptr);
+        XML_StopParser(self._parser.get(), XML_FALSE);
+        return;
+    }
+    if (self.position() < self._bytes.replacedEnd()) {
+        return;
+    }
+    try {
+        self._delegate.didStartElement(name, XMLAttributes(attributes));
+    } catch (...) {
+        // It may not pass through expat's frames.
+        self._thrown = std::current_exception();
+        XML_SetStartElementHandler(self._parser.get(), nullptr);
+        XML_StopParser(self._parser.get(), XML_FALSE);
+    }
+}
+
+void ExpatPass::endDoctype(void* pass) {
+    static_cast<ExpatPass*>(pass)->_doctypeEnded = true;
+}
+
+/// The number of bytes to give the parser next; 0 where a token is beyond the limit.
+///
+/// Expat keeps the bytes of an unfinished token and looks at them again with every block. A long
+/// one gets as much again as there is of it, so that the work grows with its length and not with
+/// the square of that; and never more than the limit leaves, so that a token is refused at the same
+/// byte for every block size.
+std::size_t ExpatPass::nextCount() {
+    constexpr std::size_t longToken = 4096;
+    _tokenBegin = std::max(_tokenBegin, position());
+    const std::size_t unfinished = static_cast<std::size_t>(_given - _tokenBegin);
+    const std::size_t count =
+        unfinished < longToken ? _blockSize : std::max(_blockSize, unfinished);
+    return std::min(count, _limits.token - unfinished);
+}
+
+XMLError ExpatPass::parserError() const {
+    const XML_Error code = XML_GetErrorCode(_parser.get());
+    const auto index = XML_GetCurrentByteIndex(_parser.get());
+    const std::uint64_t offset = index < 0 ? _given : static_cast<std::uint64_t>(index);
+    return {_bytes.fileOffset(offset), XML_ErrorString(code)};
+}
+
+std::optional<XMLError> ExpatPass::run() {
+    for (;;) {
+        const std::size_t wanted = nextCount();
+        if (wanted == 0) {
+            return XMLError{_bytes.fileOffset(_tokenBegin), "token too long"};
+        }
+        void* buffer = XML_GetBuffer(_parser.get(), static_cast<int>(wanted));
+        if (buffer == nullptr) {
+            return parserError();
+        }
+        std::error_code error;
+        const std::size_t count = _bytes.read(_given, {static_cast<char*>(buffer), wanted}, error);
+        if (error) {
+            return XMLError{_bytes.fileOffset(_given), error.message()};
+        }
+        _given += count;
+        const bool isEnd = count == 0;
+        const XML_Status status = XML_ParseBuffer(_parser.get(), static_cast<int>(count), isEnd);
+        if (_thrown) {
+            std::rethrow_exception(_thrown);
+        }
+        if (status == XML_STATUS_ERROR) {
+            return parserError();
+        }
+        if (isEnd) {
+            return std::nullopt;
+        }
+    }
+}
+
+std::optional<Prolog> ExpatPass::readProlog() {
+    watchProlog();
+    run();
+    return _rootStarted ? std::optional(_prolog) : std::nullopt;
+}
+
+void ExpatPass::watchProlog() {
+    _onlyProlog = true;
+    XML_SetXmlDeclHandler(_parser.get(), [](void* pass, const XML_Char* version,
+                                            const XML_Char* encoding, int /*standalone*/) {
+        static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+            version != nullptr && std::strcmp(version, "1.0") == 0 &&
+            (encoding == nullptr || strcasecmp(encoding, "UTF-8") == 0);
+    });
+    XML_SetStartDoctypeDeclHandler(
+        _parser.get(), [](void* pass, const XML_Char* /*name*/, const XML_Char* systemId,
+                          const XML_Char* publicId, int /*hasInternalSubset*/) {
+            static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+                systemId == nullptr && publicId == nullptr;
+        });
+    XML_SetEntityDeclHandler(_parser.get(),
+                             [](void* pass, const XML_Char* /*name*/, int /*isParameter*/,
+                                const XML_Char* /*value*/, int /*length*/, const XML_Char* /*base*/,
+                                const XML_Char* /*systemId*/, const XML_Char* /*publicId*/,
+                                const XML_Char* /*notation*/) {
+                                 static_cast<ExpatPass*>(pass)->_prolog.isPlain = false;
+                             });
+    XML_SetAttlistDeclHandler(_parser.get(), [](void* pass, const XML_Char* /*element*/,
+                                                const XML_Char* /*attribute*/, const XML_Char* type,
+                                                const XML_Char* value, int /*isRequired*/) {
+        static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+            value == nullptr && std::strcmp(type, "CDATA") == 0;
+    });
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "import/ExpatMemory.h"
+#include "import/ExpatReader.h"
+#include "import/Splice.h"
+
+#include <expat.h>
+
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+/// What a document has before its root element, as far as a reader must know that is to go on
+/// without expat.
+struct Prolog {
+    std::uint64_t end = 0;  // where the root's start tag begins
+    std::string rootName;
+
+    /// XML 1.0 in UTF-8, and no entity, attribute default or attribute type is declared that would
+    /// make a difference to what is read in the root element.
+    bool isPlain = true;
+};
+
+/// Expat's run over some bytes from their beginning. For one use, on one thread.
+class ExpatPass {
+  public:
+    ExpatPass(const Splice& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
+              ExpatReader::Limits limits);
+
+    /// Reads to the end or to the first error. Start tags that stand in a replacing text of the
+    /// splice are not reported.
+    std::optional<XMLError> run();
+
+    /// Reads up to the root's start tag, which is not reported; none if an error comes first.
+    std::optional<Prolog> readProlog();
+
+    /// What was reached says that an error lies before the root element and not after a document
+    /// type declaration.
+    bool endedInProlog() const { return !_doctypeEnded && !_rootStarted; }
+
+    /// The error is that of an expat that was refused memory.
+    bool ranOutOfMemory() const { return XML_GetErrorCode(_parser.get()) == XML_ERROR_NO_MEMORY; }
+
+  private:
+    static void XMLCALL startElement(void* pass, const XML_Char* name, const XML_Char** attributes);
+    static void XMLCALL endDoctype(void* pass);
+    void watchProlog();
+
+    std::uint64_t position() const;
+    std::size_t nextCount();
+    XMLError parserError() const;
+
+    const Splice& _bytes;
+    XMLReaderDelegate& _delegate;
+    std::size_t _blockSize;
+    ExpatReader::Limits _limits;
+
+    ExpatMemory _memory;
+    std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> _parser;
+    std::uint64_t _given = 0;       // bytes given to the parser
+    std::uint64_t _tokenBegin = 0;  // of which those from here on are still to be understood
+    bool _doctypeEnded = false;
+    bool _rootStarted = false;
+    bool _onlyProlog = false;
+    Prolog _prolog;
+    std::exception_ptr _thrown;  // by the delegate
+};
