@@ -1,17 +1,57 @@
-// stepdays FILE: the days of a health export, newest first, a line each: the date, a tab, the
-// steps. What stopped the reading, if anything did, goes to standard error.
+// stepdays [--threads N] [--reader expat|fast] FILE: the days of a health export, newest first, a
+// line each: the date, a tab, the steps. What stopped the reading, if anything did, goes to
+// standard error. Reads as the application does if nothing else is said.
 
 #include "import/ExpatReader.h"
+#include "import/FastReader.h"
 #include "import/HealthXMLParser.h"
 #include "import/InputFile.h"
 #include "text/LocalTime.h"
 
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace {
+
+struct Arguments {
+    std::string path;
+    bool throughExpat = false;
+    unsigned threads = FastReader::usualThreads();
+};
+
+std::optional<unsigned> threadCount(std::string_view text) {
+    constexpr unsigned most = 64;
+    unsigned count = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), count);
+    const bool isWhole = read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isWhole && 1 <= count && count <= most ? std::optional(count) : std::nullopt;
+}
+
+std::optional<Arguments> understood(const std::vector<std::string_view>& words) {
+    Arguments arguments;
+    std::size_t at = 0;
+    for (; at + 2 < words.size(); at += 2) {
+        const std::string_view value = words[at + 1];
+        if (words[at] == "--threads" && threadCount(value)) {
+            arguments.threads = *threadCount(value);
+        } else if (words[at] == "--reader" && (value == "expat" || value == "fast")) {
+            arguments.throughExpat = value == "expat";
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (at + 1 != words.size()) {
+        return std::nullopt;
+    }
+    arguments.path = words[at];
+    return arguments;
+}
 
 void printDay(const DailySteps& day) {
     const std::chrono::year_month_day date = localDate(day.date().value());
@@ -20,23 +60,35 @@ void printDay(const DailySteps& day) {
                 static_cast<long long>(day.steps()));
 }
 
+std::vector<DailySteps> readDays(const InputFile& file, const Arguments& arguments,
+                                 std::optional<XMLError>& error) {
+    if (arguments.throughExpat) {
+        HealthXMLParser parser;
+        error = ExpatReader().read(file, parser);
+        return parser.days();
+    }
+    StepSums sums;
+    error = FastReader({.threads = arguments.threads}).read(file, sums);
+    return sums.days();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     constexpr int badUsage = 2;
-    if (argc != 2) {
-        std::fputs("usage: stepdays FILE\n", stderr);
+    const auto arguments = understood({argv + 1, argv + argc});
+    if (!arguments) {
+        std::fputs("usage: stepdays [--threads N] [--reader expat|fast] FILE\n", stderr);
         return badUsage;
     }
     std::error_code openError;
-    const auto file = InputFile::open(argv[1], openError);
+    const auto file = InputFile::open(arguments->path, openError);
     if (!file) {
-        std::fprintf(stderr, "%s: %s\n", argv[1], openError.message().c_str());
+        std::fprintf(stderr, "%s: %s\n", arguments->path.c_str(), openError.message().c_str());
         return EXIT_FAILURE;
     }
-    HealthXMLParser parser;
-    const auto error = ExpatReader().read(*file, parser);
-    for (const DailySteps& day : parser.days()) {
+    std::optional<XMLError> error;
+    for (const DailySteps& day : readDays(*file, *arguments, error)) {
         printDay(day);
     }
     if (error) {

@@ -1,5 +1,6 @@
 #include "import/ExpatPass.h"
 
+#include "import/Doctype.h"
 #include "import/UnknownEncoding.h"
 
 #include <algorithm>
@@ -45,13 +46,6 @@ std::uint64_t ExpatPass::position() const {
 void ExpatPass::startElement(void* pass, const XML_Char* name, const XML_Char** attributes) {
     auto& self = *static_cast<ExpatPass*>(pass);
     self._rootStarted = true;
-    if (self._onlyProlog) {
-        self._prolog.end = self.position();
-        self._prolog.rootName = name;
-        XML_SetStartElementHandler(self._parser.get(), nullptr);
-        XML_StopParser(self._parser.get(), XML_FALSE);
-        return;
-    }
     if (self.position() < self._bytes.replacedEnd()) {
         return;
     }
@@ -60,9 +54,20 @@ void ExpatPass::startElement(void* pass, const XML_Char* name, const XML_Char** 
     } catch (...) {
         // It may not pass through expat's frames.
         self._thrown = std::current_exception();
+    }
+    if (self._prolog != nullptr) {
+        self.endProlog(name);
+    }
+    if (self._thrown || self._prolog != nullptr) {
         XML_SetStartElementHandler(self._parser.get(), nullptr);
         XML_StopParser(self._parser.get(), XML_FALSE);
     }
+}
+
+void ExpatPass::endProlog(const char* rootName) {
+    _prolog->rootName = rootName;
+    const int size = XML_GetCurrentByteCount(_parser.get());
+    _prolog->end = position() + static_cast<std::uint64_t>(size);
 }
 
 void ExpatPass::endDoctype(void* pass) {
@@ -121,24 +126,36 @@ std::optional<XMLError> ExpatPass::run() {
     }
 }
 
-std::optional<Prolog> ExpatPass::readProlog() {
+std::optional<XMLError> ExpatPass::readProlog(Prolog& prolog) {
+    _prolog = &prolog;
     watchProlog();
-    run();
-    return _rootStarted ? std::optional(_prolog) : std::nullopt;
+    const std::optional<XMLError> error = run();
+    return _rootStarted ? std::nullopt : error;
+}
+
+bool ExpatPass::leaveOutDoctype(Splice& bytes, const InputFile& file, const XMLError& error) const {
+    if (_doctypeEnded || _rootStarted) {
+        return false;
+    }
+    const std::optional<ByteRange> doctype = findDoctype(file);
+    if (!doctype || doctype->begin > error.byteOffset) {
+        return false;
+    }
+    bytes.replace(*doctype, "");
+    return true;
 }
 
 void ExpatPass::watchProlog() {
-    _onlyProlog = true;
     XML_SetXmlDeclHandler(_parser.get(), [](void* pass, const XML_Char* version,
                                             const XML_Char* encoding, int /*standalone*/) {
-        static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+        static_cast<ExpatPass*>(pass)->_prolog->isPlain &=
             version != nullptr && std::strcmp(version, "1.0") == 0 &&
             (encoding == nullptr || strcasecmp(encoding, "UTF-8") == 0);
     });
     XML_SetStartDoctypeDeclHandler(
         _parser.get(), [](void* pass, const XML_Char* /*name*/, const XML_Char* systemId,
                           const XML_Char* publicId, int /*hasInternalSubset*/) {
-            static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+            static_cast<ExpatPass*>(pass)->_prolog->isPlain &=
                 systemId == nullptr && publicId == nullptr;
         });
     XML_SetEntityDeclHandler(_parser.get(),
@@ -146,12 +163,12 @@ void ExpatPass::watchProlog() {
                                 const XML_Char* /*value*/, int /*length*/, const XML_Char* /*base*/,
                                 const XML_Char* /*systemId*/, const XML_Char* /*publicId*/,
                                 const XML_Char* /*notation*/) {
-                                 static_cast<ExpatPass*>(pass)->_prolog.isPlain = false;
+                                 static_cast<ExpatPass*>(pass)->_prolog->isPlain = false;
                              });
     XML_SetAttlistDeclHandler(_parser.get(), [](void* pass, const XML_Char* /*element*/,
                                                 const XML_Char* /*attribute*/, const XML_Char* type,
                                                 const XML_Char* value, int /*isRequired*/) {
-        static_cast<ExpatPass*>(pass)->_prolog.isPlain &=
+        static_cast<ExpatPass*>(pass)->_prolog->isPlain &=
             value == nullptr && std::strcmp(type, "CDATA") == 0;
     });
 }

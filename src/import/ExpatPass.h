@@ -12,10 +12,10 @@
 #include <string>
 #include <type_traits>
 
-/// What a document has before its root element, as far as a reader must know that is to go on
-/// without expat.
+/// What a document has before the content of its root element, as far as a reader must know that is
+/// to go on without expat.
 struct Prolog {
-    std::uint64_t end = 0;  // where the root's start tag begins
+    std::uint64_t end = 0;  // where the root's start tag ends, which is counted in
     std::string rootName;
 
     /// XML 1.0 in UTF-8, and no entity, attribute default or attribute type is declared that would
@@ -33,12 +33,12 @@ class ExpatPass {
     /// splice are not reported.
     std::optional<XMLError> run();
 
-    /// Reads up to the root's start tag, which is not reported; none if an error comes first.
-    std::optional<Prolog> readProlog();
+    /// Reads up to the end of the root's start tag, which is reported, or to the first error.
+    std::optional<XMLError> readProlog(Prolog& prolog);
 
-    /// What was reached says that an error lies before the root element and not after a document
-    /// type declaration.
-    bool endedInProlog() const { return !_doctypeEnded && !_rootStarted; }
+    /// Leaves out the document type declaration of `file` from `bytes`, in which nothing is
+    /// replaced, if the error with which the run over them ended may be its fault. False if not.
+    bool leaveOutDoctype(Splice& bytes, const InputFile& file, const XMLError& error) const;
 
     /// The error is that of an expat that was refused memory.
     bool ranOutOfMemory() const { return XML_GetErrorCode(_parser.get()) == XML_ERROR_NO_MEMORY; }
@@ -47,6 +47,7 @@ class ExpatPass {
     static void XMLCALL startElement(void* pass, const XML_Char* name, const XML_Char** attributes);
     static void XMLCALL endDoctype(void* pass);
     void watchProlog();
+    void endProlog(const char* rootName);
 
     std::uint64_t position() const;
     std::size_t nextCount();
@@ -63,7 +64,6 @@ class ExpatPass {
     std::uint64_t _tokenBegin = 0;  // of which those from here on are still to be understood
     bool _doctypeEnded = false;
     bool _rootStarted = false;
-    bool _onlyProlog = false;
-    Prolog _prolog;
+    Prolog* _prolog = nullptr;   // null unless nothing but the prolog is wanted
     std::exception_ptr _thrown;  // by the delegate
 };

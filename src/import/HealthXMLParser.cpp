@@ -1,6 +1,6 @@
 #include "import/HealthXMLParser.h"
 
-#include "import/ExpatReader.h"
+#include "import/FastReader.h"
 #include "import/InputFile.h"
 #include "import/StepRecord.h"
 
@@ -10,7 +10,7 @@ std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& p
     std::error_code ignored;
     if (const auto file = InputFile::open(path, ignored)) {
         // Whether it was well-formed is not looked at: what was read stands.
-        ExpatReader().read(*file, *this);
+        FastReader({.threads = FastReader::usualThreads()}).read(*file, _sums);
     }
     return days();
 }

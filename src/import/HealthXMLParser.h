@@ -15,9 +15,10 @@
 /// One thread at a time. The sums stay in the parser, so one parser is for one file.
 class HealthXMLParser : public XMLReaderDelegate {
   public:
-    /// Reads the whole file, on the calling thread, and returns the days read so far, newest first.
-    /// Nothing is said of failure: a file that cannot be read adds no days, one that is not
-    /// well-formed adds the records before the first error. A second call adds to the first's sums.
+    /// Reads the whole file, on the calling thread and as many more as are useful, and returns the
+    /// days read so far, newest first. Nothing is said of failure: a file that cannot be read adds
+    /// no days, one that is not well-formed adds the records before the first error. A second call
+    /// adds to the first's sums.
     std::vector<DailySteps> parseURL(const std::filesystem::path& path);
 
     /// Adds the record that the tag holds, if it holds one.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 void StepSums::add(std::string_view startDate, std::string_view value) {
     if (const auto instant = _instants.instant(startDate)) {
@@ -19,6 +20,18 @@ std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
         _lastSum = &_sums[_lastDay.date];
     }
     return *_lastSum;
+}
+
+void StepSums::add(const ByDate& days) {
+    for (const auto& [date, steps] : days) {
+        std::int64_t& daySum = _sums[date];
+        daySum = wrappingSum(daySum, steps);
+    }
+}
+
+StepSums::ByDate StepSums::takeAll() {
+    _lastSum = nullptr;
+    return std::exchange(_sums, {});
 }
 
 std::vector<DailySteps> StepSums::days() const {

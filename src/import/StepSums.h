@@ -13,10 +13,18 @@
 /// at a time.
 class StepSums {
   public:
+    using ByDate = std::map<std::chrono::year_month_day, std::int64_t>;
+
     /// Adds the steps that the text `value` holds, 0 where it holds no number, to the day of
     /// `startDate`. Where `startDate` is not of the form "yyyy-MM-dd HH:mm:ss Z" nothing is added.
     /// Sums wrap around at the ends of the signed 64-bit range.
     void add(std::string_view startDate, std::string_view value);
+
+    /// Adds the steps of days, as `takeAll` gave them.
+    void add(const ByDate& days);
+
+    /// The sum of each day to which anything was added. They are no longer in this one.
+    ByDate takeAll();
 
     /// The days to which anything was added, newest first. A day whose midnight the clock skipped
     /// has no instant to begin at and is left out.
@@ -26,7 +34,7 @@ class StepSums {
     std::int64_t& sum(std::chrono::sys_seconds instant);
 
     InstantReader _instants;
-    std::map<std::chrono::year_month_day, std::int64_t> _sums;
+    ByDate _sums;
 
     // The day that was last added to: records come in runs of one day.
     LocalDay _lastDay;

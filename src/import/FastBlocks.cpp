@@ -1,0 +1,42 @@
+#include "import/FastBlocks.h"
+
+#include "import/FastBytes.h"
+
+#include <algorithm>
+#include <span>
+#include <system_error>
+
+namespace {
+
+/// Bytes that may wait for the next block to be understood.
+constexpr std::size_t mostLeft = std::size_t{256} * 1024;
+
+}  // namespace
+
+FastBlocks::FastBlocks(const InputFile& file, std::size_t blockSize)
+    : _file(file), _blockSize(blockSize), _bytes(mostLeft + blockSize + FastBytes::padding) {}
+
+std::uint64_t FastBlocks::read(FastScanner& scanner, std::uint64_t position, std::uint64_t stop) {
+    std::size_t left = 0;  // the bytes from `position` on, at the beginning of the buffer
+    while (position < stop && left <= mostLeft) {
+        // An error is found again by the reader that goes on from here, which says so.
+        std::error_code metAgain;
+        const std::size_t count =
+            _file.read(position + left, std::span(_bytes).subspan(left, _blockSize), metAgain);
+        if (count == 0) {
+            break;
+        }
+        left += count;
+        char* const end = _bytes.data() + left;
+        std::fill_n(end, FastBytes::padding, '\0');
+        const char* const stopInBytes =
+            _bytes.data() + std::min<std::uint64_t>(stop - position, left);
+        const char* const reached = scanner.scan(_bytes.data(), stopInBytes);
+        position += static_cast<std::uint64_t>(reached - _bytes.data());
+        left = static_cast<std::size_t>(end - reached);
+        if (reached != _bytes.data()) {
+            std::copy(reached, static_cast<const char*>(end), _bytes.data());
+        }
+    }
+    return position;
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "import/FastLiterals.h"
+#include "import/FastMarkup.h"
+#include "import/FastNames.h"
+#include "import/StepSums.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The fast road itself: adds up the step records in bytes in memory, as far as it can be sure that
+/// they are well-formed. What it once verified it keeps, for the bytes to come. One thread at a
+/// time.
+class FastScanner {
+  public:
+    using Names = std::vector<std::string>;
+
+    FastScanner();
+
+    /// Goes on in the content of an element: of the last of `open`, which are all that are open,
+    /// the root first. The root is not left. False where there are too many names.
+    bool startIn(const Names& open);
+
+    /// Goes on in the content of an element of which nothing is known.
+    void startAnywhere();
+
+    /// Reads on from `begin`, between two pieces of markup, and returns how far it came: to the
+    /// last place before `stop` that is between two pieces of markup and before which all is
+    /// verified; or to the first such place from `stop` on, if it got there. The step records
+    /// before that place are in `sums`. FastBytes::padding null characters come after the last
+    /// byte.
+    const char* scan(const char* begin, const char* stop);
+
+    /// The elements that were closed since the start and had been open before, the inmost first.
+    Names closed() const { return namesOf(_closedBefore); }
+
+    /// The elements that are open and were opened since the start, or named at the start, the
+    /// outmost first.
+    Names open() const { return namesOf(_open); }
+
+    /// What was added up since it was last taken away.
+    StepSums& sums() { return _sums; }
+
+  private:
+    struct Text {
+        const char* begin = nullptr;
+        const char* end = nullptr;
+        bool isPlain = true;  // it stands for itself
+    };
+
+    struct Attribute {
+        std::uint64_t tag = 0;  // the last one that has it
+        std::string lastValue;  // with its closing quote; empty if it was not worth keeping
+        bool lastIsPlain = true;
+        bool lastIsStepType = false;
+    };
+
+    bool accept(const FastMarkup& markup, const char* at);
+    bool mayClose(const FastMarkup& markup) const;
+    void finishTag(const FastMarkup& markup);
+    const char* readValue(const FastMarkup& markup, const char* at);
+    void keepValue(Attribute& attribute, const Text& value);
+    bool isStepType(const Text& value) const;
+    void addStepRecord();
+    Names namesOf(const std::vector<FastNames::Id>& ids) const;
+    FastNames::Id id(std::string_view name);
+
+    StepSums _sums;
+    FastNames _names;
+    FastLiterals _literals;
+    std::vector<Attribute> _attributes;  // by name
+    FastNames::Id _recordElement;
+    FastNames::Id _typeAttribute;
+    FastNames::Id _startDateAttribute;
+    FastNames::Id _valueAttribute;
+
+    bool _startedAnywhere = false;
+    std::vector<FastNames::Id> _open;
+    std::vector<FastNames::Id> _closedBefore;
+
+    const char* _boundary = nullptr;
+
+    // Of the tag being read.
+    std::uint64_t _tag = 0;  // its number
+    FastNames::Id _element = 0;
+    bool _isStepType = false;
+    Text _startDate;
+    Text _value;
+};
