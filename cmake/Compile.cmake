@@ -17,6 +17,11 @@ if(AMBULET_SANITIZE)
   add_link_options(-fsanitize=${AMBULET_SANITIZE})
 endif()
 
+option(AMBULET_FUZZERS "Build the fuzzers, which takes clang")
+if(AMBULET_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_library(ambulet_compile INTERFACE)
 target_compile_options(ambulet_compile INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                                  -Wsign-conversion -Wold-style-cast -Werror)

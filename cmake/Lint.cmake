@@ -2,7 +2,7 @@
 #   format  the layout is the one that .clang-format says
 #   tidy    clang-tidy, a stamp a source, so that only what changed is looked at again
 function(ambulet_lint)
-  foreach(folder src console bench tests)
+  foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
     list(APPEND source_globs ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
   endforeach()
@@ -18,6 +18,9 @@ function(ambulet_lint)
   endif()
   if(NOT TARGET bench)  # not compiled here, so clang-tidy would not know how
     list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/bench/")
+  endif()
+  if(NOT AMBULET_FUZZERS)
+    list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/fuzz/")
   endif()
   foreach(source IN LISTS sources)
     file(RELATIVE_PATH name ${PROJECT_SOURCE_DIR} ${source})

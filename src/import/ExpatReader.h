@@ -23,6 +23,8 @@ class ExpatReader {
         /// Of what expat keeps, in bytes: the open elements, all names and declarations, and one
         /// token.
         std::size_t memory = std::size_t{64} * 1024 * 1024;
+
+        friend bool operator==(const Limits&, const Limits&) = default;
     };
 
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;

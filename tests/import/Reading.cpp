@@ -7,8 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <initializer_list>
+#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -27,6 +29,11 @@ Reading readInBlocks(std::string_view bytes, std::initializer_list<std::size_t> 
     Reading usual = readFile(path, ExpatReader::defaultBlockSize, limits);
     for (const std::size_t blockSize : blockSizes) {
         EXPECT_EQ(readFile(path, blockSize, limits), usual) << "in blocks of " << blockSize;
+    }
+    if (limits == ExpatReader::Limits()) {
+        std::string differences;
+        readByAll(path, differences, *blockSizes.begin());
+        EXPECT_EQ(differences, "");
     }
     return usual;
 }
@@ -84,6 +91,46 @@ Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
     HealthXMLParser parser;
     const auto stop = ExpatReader(blockSize, limits).read(file.value(), parser);
     return {asText(parser.days()), stop};
+}
+
+Reading readFast(const std::filesystem::path& path, FastReader::Options options) {
+    std::error_code error;
+    const auto file = InputFile::open(path, error);
+    EXPECT_TRUE(file) << error.message();
+    StepSums sums;
+    const auto stop = FastReader(options).read(file.value(), sums);
+    return {asText(sums.days()), stop};
+}
+
+Reading readByAll(const std::filesystem::path& path, std::string& differences,
+                  std::size_t smallestBlock) {
+    // Chunks that begin in the midst of things, and such as hold it all.
+    static constexpr FastReader::Options ways[] = {
+        {.threads = 1},
+        {.threads = 1, .blockSize = 7},
+        {.threads = 1, .blockSize = 100},
+        {.threads = 2, .blockSize = 4096, .chunkSize = 50},
+        {.threads = 3, .blockSize = 100, .chunkSize = 700},
+        {.threads = 2, .chunkSize = std::size_t{32} * 1024},
+        {.threads = 2},
+    };
+    Reading usual = readFile(path, ExpatReader::defaultBlockSize);
+    std::ostringstream text;
+    for (const FastReader::Options& way : ways) {
+        if (std::min(way.blockSize, way.chunkSize) < smallestBlock) {
+            continue;
+        }
+        const Reading reading = readFast(path, way);
+        if (reading != usual) {
+            text << way.threads << " threads, blocks of " << way.blockSize << ", chunks of "
+                 << way.chunkSize << ": " << reading << "\n";
+        }
+    }
+    if (!text.str().empty()) {
+        text << "expat: " << usual << "\n";
+    }
+    differences = text.str();
+    return usual;
 }
 
 Reading read(std::string_view bytes, ExpatReader::Limits limits) {

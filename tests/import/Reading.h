@@ -1,6 +1,7 @@
 #pragma once
 
 #include "import/ExpatReader.h"
+#include "import/FastReader.h"
 #include "import/XMLReader.h"
 #include "model/DailySteps.h"
 
@@ -52,9 +53,19 @@ std::string around(std::string_view part);
 Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
                  ExpatReader::Limits limits = {});
 
+/// The same by the fast road.
+Reading readFast(const std::filesystem::path& path, FastReader::Options options);
+
 /// Reads the file `bytes` in blocks of 1, 2, 7, 4096 bytes and of the usual size, and in one, which
-/// must not make a difference.
+/// must not make a difference; and, where the limits are the usual ones, by the fast road too, in
+/// several blocks and by several threads.
 Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
+
+/// Reads the file at `path` by expat in blocks of the usual size, and by the fast road in all the
+/// ways of `read`, without those in smaller blocks or chunks than `smallestBlock`. What they came
+/// to if it is the same; else `differences` says how they differ.
+Reading readByAll(const std::filesystem::path& path, std::string& differences,
+                  std::size_t smallestBlock = 1);
 
 /// The same for a document so large that blocks of a few bytes would take too long.
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
