@@ -92,8 +92,10 @@ TEST(Stepdays, failsWhereTheFileCannotBeOpened) {
 }
 
 TEST(Stepdays, wantsOneFile) {
-    EXPECT_EQ(stepdays(""), (Outcome{2, "", "usage: stepdays FILE\n"}));
-    EXPECT_EQ(stepdays("a b"), (Outcome{2, "", "usage: stepdays FILE\n"}));
+    EXPECT_EQ(stepdays(""),
+              (Outcome{2, "", "usage: stepdays [--threads N] [--reader expat|fast] FILE\n"}));
+    EXPECT_EQ(stepdays("a b"),
+              (Outcome{2, "", "usage: stepdays [--threads N] [--reader expat|fast] FILE\n"}));
 }
 
 }  // namespace
