@@ -5,7 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 /// Takes a scanner through a file from block to block, in order.
 class FastBlocks {
@@ -20,5 +20,5 @@ class FastBlocks {
   private:
     const InputFile& _file;
     std::size_t _blockSize;
-    std::vector<char> _bytes;
+    std::unique_ptr<char[]> _bytes;
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -53,15 +54,17 @@ const char* findTag(const char* begin, const char* end) {
 class FastChunks::Worker {
   public:
     Worker(const InputFile& file, std::size_t chunkSize)
-        : _file(file), _chunkSize(chunkSize), _bytes(chunkSize + overlap + FastBytes::padding) {}
+        : _file(file), _chunkSize(chunkSize),
+          _bytes(std::make_unique_for_overwrite<char[]>(chunkSize + overlap + FastBytes::padding)) {
+    }
 
     /// Reads the chunk that begins at `begin`; at its very beginning if it is the first.
     Chunk read(std::uint64_t begin, bool isFirst) {
         const std::size_t size = fill(begin);
         const auto position = [&](const char* at) {
-            return begin + static_cast<std::uint64_t>(at - _bytes.data());
+            return begin + static_cast<std::uint64_t>(at - _bytes.get());
         };
-        const char* const bytes = _bytes.data();
+        const char* const bytes = _bytes.get();
         const char* const end = bytes + size;
         const char* const start = isFirst ? bytes : findTag(bytes, bytes + std::min(size, overlap));
         const char* const stop = size > _chunkSize ? findTag(bytes + _chunkSize, end) : nullptr;
@@ -85,17 +88,17 @@ class FastChunks::Worker {
         std::size_t size = 0;
         std::error_code asIfTheFileEnded;  // the reader that goes on there says why
         while (const std::size_t count = _file.read(
-                   begin + size, std::span(_bytes).subspan(size, _chunkSize + overlap - size),
+                   begin + size, std::span(_bytes.get() + size, _chunkSize + overlap - size),
                    asIfTheFileEnded)) {
             size += count;
         }
-        std::fill_n(_bytes.data() + size, FastBytes::padding, '\0');
+        std::fill_n(_bytes.get() + size, FastBytes::padding, '\0');
         return size;
     }
 
     const InputFile& _file;
     std::size_t _chunkSize;
-    std::vector<char> _bytes;
+    std::unique_ptr<char[]> _bytes;
     FastScanner _scanner;
 };
 
