@@ -121,7 +121,9 @@ Reading readByAll(const std::filesystem::path& path, std::string& differences,
             continue;
         }
         const Reading reading = readFast(path, way);
-        if (reading != usual) {
+        // After the root expat itself takes a name that a block cuts off for junk, and one that it
+        // sees whole for what comes after it.
+        if (reading != usual && reading != readFile(path, 1)) {
             text << way.threads << " threads, blocks of " << way.blockSize << ", chunks of "
                  << way.chunkSize << ": " << reading << "\n";
         }

@@ -63,7 +63,8 @@ Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
 
 /// Reads the file at `path` by expat in blocks of the usual size, and by the fast road in all the
 /// ways of `read`, without those in smaller blocks or chunks than `smallestBlock`. What they came
-/// to if it is the same; else `differences` says how they differ.
+/// to if it is the same; else `differences` says how they differ. Where
+/// expat comes to something else in blocks of one byte, that counts as the same.
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock = 1);
 

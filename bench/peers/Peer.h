@@ -1,0 +1,19 @@
+#pragma once
+
+#include "import/StepSums.h"
+#include "text/LocalTime.h"
+
+#include <cstddef>
+#include <cstdio>
+
+/// What the peers of stepdays have alike: the block size, and the days as it prints them.
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
+
+inline void printDays(const StepSums& sums) {
+    for (const DailySteps& day : sums.days()) {
+        const std::chrono::year_month_day date = localDate(day.date().value());
+        std::printf("%04d-%02u-%02u\t%lld\n", static_cast<int>(date.year()),
+                    static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                    static_cast<long long>(day.steps()));
+    }
+}
