@@ -1,6 +1,6 @@
 """compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over exports that it writes to FOLDER,
-and prints for each its median CPU and wall time, the spread of the wall time, the most memory that it
-had, and how many times longer expat's peer took."""
+and prints for each its median CPU and wall time, the spread of the wall time, and how many times longer
+expat's peer took."""
 import os
 import random
 import re
@@ -37,22 +37,22 @@ def measured(words, path):
     _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     wall = time.monotonic() - begin
-    return usage.ru_utime + usage.ru_stime, wall, usage.ru_maxrss / 1024
+    return usage.ru_utime + usage.ru_stime, wall
 
 
 def compare(title, path, programs):
     print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each")
-    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>7}{'CPU x':>8}{'wall x':>8}")
+    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'CPU x':>8}{'wall x':>8}")
     results = {name: [] for name in programs}
     for _ in range(runs):
         for name, words in programs.items():
             results[name].append(measured(words, path))
     base = [statistics.median(column) for column in zip(*results["expat"])]
     for name, rows in results.items():
-        cpus, walls, memories = zip(*rows)
+        cpus, walls = zip(*rows)
         cpu, wall = statistics.median(cpus), statistics.median(walls)
         print(f"{name:24}{cpu:8.3f}{wall:8.3f}{min(walls):8.3f}{max(walls):8.3f}"
-              f"{max(memories):7.1f}{base[0] / cpu:8.1f}{base[1] / wall:8.1f}")
+              f"{base[0] / cpu:8.1f}{base[1] / wall:8.1f}")
 
 
 def variant(source, name, change):
