@@ -13,9 +13,9 @@
 /// characters after the last byte, which it refuses like all that may not be there.
 namespace FastGrammar {
 
-/// The markup from the closing quote of an attribute's value up to and with the opening quote of the
-/// next one; or up to a "<" in content, after much markup or from `stop` on. None where it is not
-/// accepted.
+/// The markup from the closing quote of an attribute's value up to and with the opening quote of
+/// the next one; or up to a "<" in content, after much markup or from `stop` on. None where it is
+/// not accepted.
 std::optional<FastMarkup> afterValue(FastNames& names, const char* at, const char* stop);
 
 /// The same from a place in the content of an element on.

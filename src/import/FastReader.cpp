@@ -131,7 +131,7 @@ std::optional<XMLError> FastReader::read(const InputFile& file, StepSums& sums) 
     limits.memory -= mostNames;
     bytes.replace({begin, place.position}, startTags(place.open));
     ExpatPass rest(bytes, listener, _options.blockSize, limits);
-    const std::optional<XMLError> error = rest.run();
+    std::optional<XMLError> error = rest.run();
     if (error && rest.ranOutOfMemory()) {
         return readByExpat(file, _options.blockSize, sums);
     }
