@@ -4,6 +4,7 @@
 #include "import/UnknownEncoding.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <strings.h>
 
@@ -26,7 +27,7 @@ ExpatPass::ExpatPass(const Splice& bytes, XMLReaderDelegate& delegate, std::size
         throw std::bad_alloc();
     }
     XML_SetUserData(_parser.get(), this);
-    XML_SetStartElementHandler(_parser.get(), startElement);
+    XML_SetElementHandler(_parser.get(), startElement, endElement);
     XML_SetEndDoctypeDeclHandler(_parser.get(), endDoctype);
     XML_SetUnknownEncodingHandler(_parser.get(), useIcuEncoding, nullptr);
     XML_SetExternalEntityRefHandler(_parser.get(), openNothing);
@@ -43,9 +44,15 @@ std::uint64_t ExpatPass::position() const {
     return index < 0 ? 0 : static_cast<std::uint64_t>(index);
 }
 
+/// Where it ends.
+std::uint64_t ExpatPass::positionAfter() const {
+    return position() + static_cast<std::uint64_t>(XML_GetCurrentByteCount(_parser.get()));
+}
+
 void ExpatPass::startElement(void* pass, const XML_Char* name, const XML_Char** attributes) {
     auto& self = *static_cast<ExpatPass*>(pass);
     self._rootStarted = true;
+    ++self._depth;
     if (self.position() < self._bytes.replacedEnd()) {
         return;
     }
@@ -59,15 +66,28 @@ void ExpatPass::startElement(void* pass, const XML_Char* name, const XML_Char** 
         self.endProlog(name);
     }
     if (self._thrown || self._prolog != nullptr) {
-        XML_SetStartElementHandler(self._parser.get(), nullptr);
+        XML_SetElementHandler(self._parser.get(), nullptr, nullptr);
         XML_StopParser(self._parser.get(), XML_FALSE);
     }
 }
 
 void ExpatPass::endProlog(const char* rootName) {
     _prolog->rootName = rootName;
-    const int size = XML_GetCurrentByteCount(_parser.get());
-    _prolog->end = position() + static_cast<std::uint64_t>(size);
+    _prolog->end = positionAfter();
+}
+
+void ExpatPass::endElement(void* pass, const XML_Char* /*name*/) {
+    auto& self = *static_cast<ExpatPass*>(pass);
+    if (--self._depth == 0) {
+        self._goodAfterRoot = self.positionAfter();
+        XML_SetDefaultHandler(self._parser.get(), afterRoot);
+    }
+}
+
+/// Of the comments and the like that may follow the root element.
+void ExpatPass::afterRoot(void* pass, const XML_Char* /*text*/, int /*length*/) {
+    auto& self = *static_cast<ExpatPass*>(pass);
+    self._goodAfterRoot = self.positionAfter();
 }
 
 void ExpatPass::endDoctype(void* pass) {
@@ -93,7 +113,20 @@ XMLError ExpatPass::parserError() const {
     const XML_Error code = XML_GetErrorCode(_parser.get());
     const auto index = XML_GetCurrentByteIndex(_parser.get());
     const std::uint64_t offset = index < 0 ? _given : static_cast<std::uint64_t>(index);
+    if (code == XML_ERROR_INVALID_TOKEN && _goodAfterRoot && !isMarkup(*_goodAfterRoot)) {
+        // By how much of a word came in one block, expat stops at its end or at its beginning.
+        return {_bytes.fileOffset(*_goodAfterRoot),
+                XML_ErrorString(XML_ERROR_JUNK_AFTER_DOC_ELEMENT)};
+    }
     return {_bytes.fileOffset(offset), XML_ErrorString(code)};
+}
+
+/// Whether a "<" stands there, in UTF-8 or UTF-16.
+bool ExpatPass::isMarkup(std::uint64_t offset) const {
+    std::array<char, 2> begin{};
+    std::error_code asIfTheFileEnded;
+    _bytes.read(offset, begin, asIfTheFileEnded);
+    return begin[0] == '<' || (begin[0] == '\0' && begin[1] == '<');
 }
 
 std::optional<XMLError> ExpatPass::run() {

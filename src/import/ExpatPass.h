@@ -45,13 +45,17 @@ class ExpatPass {
 
   private:
     static void XMLCALL startElement(void* pass, const XML_Char* name, const XML_Char** attributes);
+    static void XMLCALL endElement(void* pass, const XML_Char* name);
+    static void XMLCALL afterRoot(void* pass, const XML_Char* text, int length);
     static void XMLCALL endDoctype(void* pass);
     void watchProlog();
     void endProlog(const char* rootName);
 
     std::uint64_t position() const;
+    std::uint64_t positionAfter() const;
     std::size_t nextCount();
     XMLError parserError() const;
+    bool isMarkup(std::uint64_t offset) const;
 
     const Splice& _bytes;
     XMLReaderDelegate& _delegate;
@@ -64,6 +68,8 @@ class ExpatPass {
     std::uint64_t _tokenBegin = 0;  // of which those from here on are still to be understood
     bool _doctypeEnded = false;
     bool _rootStarted = false;
-    Prolog* _prolog = nullptr;   // null unless nothing but the prolog is wanted
-    std::exception_ptr _thrown;  // by the delegate
+    std::uint64_t _depth = 0;                     // of the open elements
+    std::optional<std::uint64_t> _goodAfterRoot;  // once it has ended, up to where all is well
+    Prolog* _prolog = nullptr;                    // null unless nothing but the prolog is wanted
+    std::exception_ptr _thrown;                   // by the delegate
 };

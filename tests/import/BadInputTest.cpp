@@ -87,6 +87,10 @@ TEST(BadInput, junkAfterTheRootStops) {
     const std::string whole = around("");
     EXPECT_EQ(read(whole + "junk"),
               (Reading{both, XMLError{whole.size(), "junk after document element"}}));
+    EXPECT_EQ(read(whole + "<?i?>\njunk=\"\""),
+              (Reading{both, XMLError{whole.size() + 6, "junk after document element"}}));
+    EXPECT_EQ(read(whole + "<!-- a -- b -->"),
+              (Reading{both, XMLError{whole.size() + 9, "not well-formed (invalid token)"}}));
     EXPECT_EQ(read(whole + "<!-- a comment -->\n<?and an instruction?>\n"), (Reading{both, {}}));
 }
 

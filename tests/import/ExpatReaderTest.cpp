@@ -1,6 +1,7 @@
 #include "import/ExpatReader.h"
 
 #include "import/InputFile.h"
+#include "import/Mutations.h"
 #include "import/Reading.h"
 #include "support/TemporaryFolder.h"
 
@@ -58,6 +59,23 @@ TEST(ExpatReader, whatTheDelegateThrowsComesOutOfIt) {
     Recorder recorder;
     EXPECT_THROW(read("<a><throw/><b/></a>", recorder), std::runtime_error);
     EXPECT_EQ(recorder.names, (Names{"a-", "throw-"}));
+}
+
+TEST(ExpatReader, readsSpoiltExportsTheSameInBlocksOfEverySize) {
+    const TemporaryFolder folder;
+    ExpatReader::Limits limits;
+    limits.token = 300;
+    std::minstd_rand chance(2024);
+    for (int round = 0; round < 200; ++round) {
+        for (const std::string& sample : sampleExports()) {
+            const std::string bytes = mutated(sample, chance);
+            const auto path = folder.write("export.xml", bytes);
+            const Reading usual = readFile(path, ExpatReader::defaultBlockSize, limits);
+            for (const std::size_t blockSize : {1U, 2U, 3U, 7U, 61U}) {
+                ASSERT_EQ(readFile(path, blockSize, limits), usual) << blockSize << '\n' << bytes;
+            }
+        }
+    }
 }
 
 TEST(ExpatReader, aFileThatFailsToBeReadStopsThere) {

@@ -8,6 +8,8 @@
 
 #include <string>
 #include <sys/stat.h>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -121,6 +123,28 @@ TEST(HealthXMLParser, daysComeNewestFirstOneForEachDay) {
     }
     EXPECT_EQ(parseContent(records),
               (Days{{"2025-03-01", 1}, {"2024-03-01", 1}, {"2024-02-29", 2}, {"2023-12-31", 1}}));
+}
+
+TEST(HealthXMLParser, parsersOfTheirOwnReadAtTheSameTime) {
+    std::string records;
+    for (int day = 1; day <= 28; ++day) {
+        const std::string date =
+            "2024-02-" + std::string(day < 10 ? "0" : "") + std::to_string(day);
+        records += step(date + " 12:00:00 +0000", "1") + step(date + " 12:00:00 +00:00", "2");
+    }
+    const TemporaryFolder folder;
+    const auto path = folder.write("export.xml", document(records));
+    std::vector<DailySteps> results[4];
+    {
+        std::vector<std::jthread> threads;
+        for (std::vector<DailySteps>& result : results) {
+            threads.emplace_back([&] { result = HealthXMLParser().parseURL(path); });
+        }
+    }
+    for (const std::vector<DailySteps>& result : results) {
+        EXPECT_EQ(result.size(), 28U);
+        EXPECT_EQ(result, results[0]);
+    }
 }
 
 TEST(HealthXMLParser, aSecondFileIsAddedToTheFirst) {
