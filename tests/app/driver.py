@@ -166,7 +166,8 @@ class Program:
     def click_at(x, y, *, modifier=None, button=1):
         held = ["keydown", modifier] if modifier else []
         released = ["keyup", modifier] if modifier else []
-        xdotool("mousemove", "--sync", x, y, *held, "click", button, *released)
+        # Not --sync, which waits long where the pointer is there already.
+        xdotool("mousemove", x, y, *held, "click", button, *released)
 
     def window(self, title):
         """The X window with the title, once it is on the screen."""
