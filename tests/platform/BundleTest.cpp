@@ -1,6 +1,6 @@
 #include "platform/Bundle.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ class BundleTest : public testing::Test {
     Bundle bundleOf(const QByteArray& infoPlist) const {
         return {_folder.write(u"Info.plist"_s, infoPlist), _folder.path()};
     }
-    TemporaryFolder _folder;
+    TestFolder _folder;
 };
 
 TEST_F(BundleTest, anEntryThatIsThereIsGivenAsItStands) {

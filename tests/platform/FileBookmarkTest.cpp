@@ -1,6 +1,7 @@
 #include "platform/FileBookmark.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
+#include "support/Environment.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +14,6 @@ namespace {
 // A home folder of the test's own, whose usual folders are the usual ones.
 class FileBookmarkTest : public testing::Test {
   protected:
-    FileBookmarkTest() {
-        qputenv("HOME", QFile::encodeName(_folder.makeFolder(u"home"_s)));
-        _bookmark = bookmarkOf(_path);
-    }
-    ~FileBookmarkTest() override { qputenv("HOME", _homeBefore); }
-    FileBookmarkTest(const FileBookmarkTest&) = delete;
-    FileBookmarkTest& operator=(const FileBookmarkTest&) = delete;
-
     static QByteArray bookmarkOf(const QString& path) {
         const std::optional<QByteArray> bookmark = FileBookmark::make({path});
         EXPECT_TRUE(bookmark);
@@ -41,13 +34,11 @@ class FileBookmarkTest : public testing::Test {
 
     void expectFoundAt(const QString& name) const { expectResolved(_folder.path(name), true); }
 
-    const TemporaryFolder _folder;
+    TestFolder _folder;
+    const ScopedVariable _home{"HOME", _folder.makeFolder(u"home"_s).toStdString()};
     // Not below the home folder, so that only the search of the usual folders finds what is there.
     const QString _path = _folder.write(u"disk/exports/apple/export.xml"_s);
-    QByteArray _bookmark;
-
-  private:
-    const QByteArray _homeBefore = qgetenv("HOME");
+    QByteArray _bookmark = bookmarkOf(_path);
 };
 
 TEST_F(FileBookmarkTest, theSameFileAtItsPathIsNotStale) {

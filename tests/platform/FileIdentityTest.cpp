@@ -1,6 +1,6 @@
 #include "platform/FileIdentity.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ TEST(FileIdentity, withoutABirthTimeInodeAndDeviceTellFilesApart) {
 }
 
 TEST(FileIdentity, isOfTheFileUnderWhateverName) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     const auto identity = FileIdentity::ofFile(file);
     ASSERT_TRUE(identity);
@@ -48,7 +48,7 @@ TEST(FileIdentity, isOfTheFileUnderWhateverName) {
 }
 
 TEST(FileIdentity, isThatOfTheFileSystem) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     struct stat status {};
     ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &status), 0);
@@ -60,7 +60,7 @@ TEST(FileIdentity, isThatOfTheFileSystem) {
 }
 
 TEST(FileIdentity, isNoneOfWhatIsNoRegularFile) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     EXPECT_FALSE(FileIdentity::ofFile(folder.path()));
     EXPECT_FALSE(FileIdentity::ofFile(folder.path(u"missing"_s)));
     EXPECT_FALSE(FileIdentity::ofFile(folder.makeFIFO(u"fifo"_s)));

@@ -1,6 +1,6 @@
 #include "platform/FileSearch.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
 #include "Unprivileged.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ class FileSearch : public testing::Test {
         return findFile(identity, folders, *FileIdentity::deviceOfFolder(_folder.path()), bounds);
     }
 
-    TemporaryFolder _folder;
+    TestFolder _folder;
 };
 
 TEST_F(FileSearch, findsAFileAtAnyDepth) {
@@ -97,7 +97,7 @@ TEST_F(FileSearch, endsWhenItsTimeIsUp) {
 
 TEST_F(FileSearch, passesOverFoldersThatCannotBeRead) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const FileIdentity identity = *FileIdentity::ofFile(folder.write(u"b/c/file"_s));
         setMode(folder.makeFolder(u"a"_s), 0000);
         EXPECT_EQ(findFile(identity, {folder.path(u"a"_s), folder.path()},

@@ -1,7 +1,8 @@
 #include "platform/SettingsStore.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
 #include "Unprivileged.h"
+#include "support/Environment.h"
 
 #include <QFileInfo>
 #include <gtest/gtest.h>
@@ -60,7 +61,7 @@ class Watch {
 
 TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
     const mode_t before = umask(0);
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const Watch watch(folder.path());
     const QString file = folder.path(u"settings.ini"_s);
     {
@@ -82,14 +83,14 @@ TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
 }
 
 TEST(SettingsStore, readingMakesNoFile) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     EXPECT_EQ(SettingsStore(folder.path(u"settings.ini"_s)).value(u"key"_s), std::nullopt);
     EXPECT_FALSE(QFileInfo::exists(folder.path(u"settings.ini"_s)));
 }
 
 TEST(SettingsStore, aFileThatOthersMayReadIsClosedToThemAtTheNextWrite) {
     for (const unsigned mode : {0644U, 0640U, 0604U, 0666U}) {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QString file = folder.write(u"settings.ini"_s, "[General]\nold=1\n");
         setMode(file, mode);
         SettingsStore store(file);
@@ -100,7 +101,7 @@ TEST(SettingsStore, aFileThatOthersMayReadIsClosedToThemAtTheNextWrite) {
 }
 
 TEST(SettingsStore, missingFoldersAreMadeForTheirOwnerOnly) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     SettingsStore store(folder.path(u"a/b/settings.ini"_s));
     store.setValue(u"key"_s, u"value"_s);
     EXPECT_EQ(contentOf(folder.path(u"a/b/settings.ini"_s)), "[General]\nkey=value\n");
@@ -109,7 +110,7 @@ TEST(SettingsStore, missingFoldersAreMadeForTheirOwnerOnly) {
 }
 
 TEST(SettingsStore, everyWriteIsInTheFileAtOnce) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
     store.setValue(u"a"_s, u"1"_s);
@@ -119,7 +120,7 @@ TEST(SettingsStore, everyWriteIsInTheFileAtOnce) {
 }
 
 TEST(SettingsStore, aLinkToTheFileStaysALink) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.write(u"real.ini"_s, "");
     const QString link = folder.path(u"settings.ini"_s);
     ASSERT_TRUE(QFile::link(file, link));
@@ -129,7 +130,7 @@ TEST(SettingsStore, aLinkToTheFileStaysALink) {
 }
 
 TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
     store.setValue(u"ours"_s, u"1"_s);
@@ -149,7 +150,7 @@ TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
 }
 
 TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const char damaged[] = "[General]\na=1\n]]]] \0\xff\xfe no sense\n[broken\nx\n[General]\nb=2\n";
     const QString file = folder.write(u"settings.ini"_s, QByteArray(damaged, sizeof damaged - 1));
     SettingsStore store(file);
@@ -164,7 +165,7 @@ TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
 }
 
 TEST(SettingsStore, aFileOfNothingButGarbageReadsAsEmptyAndCanBeWritten) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     QByteArray garbage("\x89PNG\r\n\x1a\n");
     for (int i = 0; i < 10'000; ++i) {
         garbage.append(static_cast<char>(i * 7919 >> 3));
@@ -178,25 +179,25 @@ TEST(SettingsStore, aFileOfNothingButGarbageReadsAsEmptyAndCanBeWritten) {
 }
 
 TEST(SettingsStore, aTextWithCommasAndNoQuotesReadsAsThatText) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     SettingsStore store(folder.write(u"settings.ini"_s, "[General]\na=/home/a,b,,c.xml\nb=2,5\n"));
     EXPECT_EQ(store.value(u"a"_s), u"/home/a,b,,c.xml"_s);
     EXPECT_EQ(store.value(u"b"_s), u"2,5"_s);
 }
 
 TEST(SettingsStore, aFolderInTheFilesPlaceIsLeftAndValuesAreKeptForTheRun) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     expectKeptForTheRun(folder.makeFolder(u"settings.ini"_s));
     EXPECT_TRUE(QDir(folder.path(u"settings.ini"_s)).isEmpty());
 }
 
 TEST(SettingsStore, aFIFOInTheFilesPlaceNeverBlocks) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     expectKeptForTheRun(folder.makeFIFO(u"settings.ini"_s));
 }
 
 TEST(SettingsStore, aFIFOPutInTheFilesPlaceDuringTheRunNeverBlocks) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
     store.setValue(u"a"_s, u"1"_s);
@@ -208,7 +209,7 @@ TEST(SettingsStore, aFIFOPutInTheFilesPlaceDuringTheRunNeverBlocks) {
 }
 
 TEST(SettingsStore, aDeviceInTheFilesPlaceIsNeitherReadNorReplaced) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     for (const QString& device : {u"/dev/null"_s, u"/dev/zero"_s}) {
         const QString link = folder.path(QFileInfo(device).fileName());
         ASSERT_TRUE(QFile::link(device, link));
@@ -218,14 +219,14 @@ TEST(SettingsStore, aDeviceInTheFilesPlaceIsNeitherReadNorReplaced) {
 }
 
 TEST(SettingsStore, aFolderThatCannotBeMadeKeepsValuesForTheRun) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     expectKeptForTheRun(file + u"/folder/settings.ini"_s);
     EXPECT_EQ(contentOf(file), "x");
 }
 
 TEST(SettingsStore, aFolderInTheLocksPlaceNeverBlocks) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     folder.makeFolder(u"settings.ini.lock"_s);
     SettingsStore store(folder.path(u"settings.ini"_s));
     store.setValue(u"key"_s, u"value"_s);
@@ -234,7 +235,7 @@ TEST(SettingsStore, aFolderInTheLocksPlaceNeverBlocks) {
 
 TEST(SettingsStore, anUnwritableFolderKeepsValuesForTheRun) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);
         setMode(config, 0500);
         expectKeptForTheRun(config + u"/settings.ini"_s);
@@ -246,7 +247,7 @@ TEST(SettingsStore, anUnwritableFolderKeepsValuesForTheRun) {
 
 TEST(SettingsStore, aFullDiskLeavesTheFileAsItIsAndKeepsValuesForTheRun) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QByteArray content = "[General]\nelse=there\n";
         const QString file = folder.write(u"settings.ini"_s, content);
         // To a process that may write no further byte every disk is full.
@@ -266,7 +267,7 @@ TEST(SettingsStore, aFullDiskLeavesTheFileAsItIsAndKeepsValuesForTheRun) {
 
 TEST(SettingsStore, aReadOnlyFileIsReadAndLeftAsItIs) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QByteArray content = "[General]\nkey=stored\nelse=there\n";
         const QString file = folder.write(u"settings.ini"_s, content);
         for (const unsigned mode : {0400U, 0444U}) {
@@ -281,7 +282,7 @@ TEST(SettingsStore, aReadOnlyFileIsReadAndLeftAsItIs) {
 
 TEST(SettingsStore, anUnreadableFileIsLeftAsItIsAndValuesAreKeptForTheRun) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QByteArray content = "[General]\nkey=stored\n";
         const QString file = folder.write(u"settings.ini"_s, content);
         for (const unsigned mode : {0000U, 0200U}) {
@@ -296,7 +297,7 @@ TEST(SettingsStore, anUnreadableFileIsLeftAsItIsAndValuesAreKeptForTheRun) {
 
 TEST(SettingsStore, valuesKeptAreStoredOnceThatIsPossible) {
     EXPECT_TRUE(passesUnprivileged([] {
-        const TemporaryFolder folder;
+        const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);
         const QString file = config + u"/settings.ini"_s;
         setMode(config, 0500);
@@ -311,49 +312,32 @@ TEST(SettingsStore, valuesKeptAreStoredOnceThatIsPossible) {
     }));
 }
 
-class SettingsStorePlace : public testing::Test {
-  protected:
-    void SetUp() override {
-        _config = qgetenv("XDG_CONFIG_HOME");
-        _home = qgetenv("HOME");
-    }
-    void TearDown() override {
-        qputenv("XDG_CONFIG_HOME", _config);
-        qputenv("HOME", _home);
-    }
-    const TemporaryFolder _folder;
-
-  private:
-    QByteArray _config;
-    QByteArray _home;
-};
-
-TEST_F(SettingsStorePlace, isInTheConfigurationFolderThatTheUserHasSet) {
-    qputenv("XDG_CONFIG_HOME", "/some/where");
+TEST(SettingsStorePlace, isInTheConfigurationFolderThatTheUserHasSet) {
+    const ScopedVariable config("XDG_CONFIG_HOME", "/some/where");
     EXPECT_EQ(SettingsStore::placeFor(Bundle::main()), u"/some/where/org.ambulet.DailySteps.ini"_s);
 }
 
-TEST_F(SettingsStorePlace, isInTheHomeFoldersConfigurationOtherwise) {
-    qunsetenv("XDG_CONFIG_HOME");
-    qputenv("HOME", "/home/someone");
+TEST(SettingsStorePlace, isInTheHomeFoldersConfigurationOtherwise) {
+    const ScopedVariable config("XDG_CONFIG_HOME", std::nullopt);
+    const ScopedVariable home("HOME", "/home/someone");
     EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
               u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
 }
 
-TEST_F(SettingsStorePlace, withoutAnIdentifierKeepsValuesForTheRun) {
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(_folder.path(u"config"_s)));
-    expectKeptForTheRun(SettingsStore::placeFor(Bundle(_folder.path(u"none.plist"_s), {})));
-    EXPECT_TRUE(QDir(_folder.path()).isEmpty());
+TEST(SettingsStorePlace, withoutAnIdentifierKeepsValuesForTheRun) {
+    const TestFolder folder;
+    const ScopedVariable config("XDG_CONFIG_HOME", folder.path(u"config"_s).toStdString());
+    expectKeptForTheRun(SettingsStore::placeFor(Bundle(folder.path(u"none.plist"_s), {})));
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
-TEST_F(SettingsStorePlace, hasNoSystemwideSettingsBehindIt) {
-    const QByteArray before = qgetenv("XDG_CONFIG_DIRS");
-    _folder.write(u"system/org.ambulet.DailySteps.ini"_s, "[General]\nkey=system\n");
-    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(_folder.path(u"system"_s)));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(_folder.path(u"config"_s)));
+TEST(SettingsStorePlace, hasNoSystemwideSettingsBehindIt) {
+    const TestFolder folder;
+    folder.write(u"system/org.ambulet.DailySteps.ini"_s, "[General]\nkey=system\n");
+    const ScopedVariable system("XDG_CONFIG_DIRS", folder.path(u"system"_s).toStdString());
+    const ScopedVariable config("XDG_CONFIG_HOME", folder.path(u"config"_s).toStdString());
     SettingsStore store(SettingsStore::placeFor(Bundle::main()));
     EXPECT_EQ(store.value(u"key"_s), std::nullopt);
-    qputenv("XDG_CONFIG_DIRS", before);
 }
 
 }  // namespace

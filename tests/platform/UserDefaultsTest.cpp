@@ -1,6 +1,6 @@
 #include "platform/UserDefaults.h"
 
-#include "TemporaryFolder.h"
+#include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ class UserDefaultsTest : public testing::Test {
         return UserDefaults(_folder.write(u"given%1.ini"_s.arg(++_copies), content));
     }
 
-    TemporaryFolder _folder;
+    TestFolder _folder;
     const QString _file = _folder.path(u"settings.ini"_s);
     UserDefaults _defaults{_file};
 

@@ -1,30 +1,27 @@
 #pragma once
 
+#include "support/TemporaryFolder.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
-/// A folder that is removed with everything in it at the end of the test.
-class TemporaryFolder {
+/// A temporary folder in the toolkit's terms, with what these tests put into one.
+class TestFolder {
   public:
-    TemporaryFolder() { EXPECT_TRUE(_folder.isValid()); }
-
-    QString path() const { return _folder.path(); }
-    QString path(const QString& name) const { return _folder.filePath(name); }
+    QString path() const { return QString::fromStdString(_folder.path()); }
+    QString path(const QString& name) const { return path() + u'/' + name; }
 
     /// Writes the file, making the folders above it where they are missing; its path.
     QString write(const QString& name, const QByteArray& content = "x") const {
-        QString file = path(name);
-        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()));
-        QFile written(file);
-        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
-        EXPECT_EQ(written.write(content), content.size());
-        return file;
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(path(name)).path()));
+        _folder.write(name.toStdString(), content.toStdString());
+        return path(name);
     }
 
     QString makeFolder(const QString& name) const {
@@ -38,7 +35,7 @@ class TemporaryFolder {
     }
 
   private:
-    QTemporaryDir _folder;
+    TemporaryFolder _folder;
 };
 
 inline QByteArray contentOf(const QString& file) {
