@@ -79,9 +79,11 @@ void benchTable(MainWindowController& controller) {
     std::printf("%zu days in %d rows\n", controller.allSteps().size(), table.model()->rowCount());
     const auto draw = [&table] { table.viewport()->repaint(); };
 
+    QCoreApplication::processEvents();  // until then the table is not laid out
     std::vector<double> scrolls;
     QScrollBar& bar = *table.verticalScrollBar();
-    for (int value = 0; value <= bar.maximum(); value += bar.maximum() / 500) {
+    const int step = std::max(1, bar.maximum() / 500);
+    for (int value = 0; value <= bar.maximum(); value += step) {
         scrolls.push_back(milliseconds([&] {
             bar.setValue(value);
             draw();
