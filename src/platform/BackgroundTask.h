@@ -29,7 +29,7 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 /// - `work` and all it holds is destroyed before the completion is posted, on the thread that ran
 ///   it. A dropped completion may be destroyed on that thread too.
 /// - A work still running when the process ends is ended with it. It must use nothing that the end
-///   of `main` destroys, or `main` must end without destroying (`std::quick_exit`).
+///   of `main` destroys, or `main` must end without destroying (`std::_Exit`).
 template <std::invocable Work, std::invocable<std::invoke_result_t<Work&>> Completion>
 requires std::default_initializable<std::invoke_result_t<Work&>>
 void runInBackground(Work work, QObject* receiver, Completion completion) {
