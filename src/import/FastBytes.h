@@ -20,29 +20,21 @@ namespace FastBytes {
 /// than what there is.
 inline constexpr std::size_t padding = 1040;
 
-inline bool isPlain(char byte, char quote) {
-    return byte >= ' ' && byte != quote && byte != '<' && byte != '&';
-}
-
 #if defined(__SSE2__)
 
-/// How many bytes from `at` on are printable ASCII, and neither `quote` nor '<' nor '&'.
-inline std::size_t plainLength(const char* at, char quote) {
-    const __m128i blank = _mm_set1_epi8(' ');
-    const __m128i end = _mm_set1_epi8(quote);
-    const __m128i tag = _mm_set1_epi8('<');
-    const __m128i reference = _mm_set1_epi8('&');
-    for (std::size_t length = 0;; length += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + length));
-        // As signed numbers the bytes beyond ASCII are below the blank too.
-        const __m128i others = _mm_or_si128(
-            _mm_or_si128(_mm_cmplt_epi8(bytes, blank), _mm_cmpeq_epi8(bytes, end)),
-            _mm_or_si128(_mm_cmpeq_epi8(bytes, tag), _mm_cmpeq_epi8(bytes, reference)));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(others));
-        if (mask != 0) {
-            return length + static_cast<std::size_t>(std::countr_zero(mask));
-        }
-    }
+using Mask = std::uint32_t;
+inline constexpr unsigned maskBits = 1;
+
+/// `maskBits` bits for each of 16 bytes, the first the lowest: set where the byte is not printable
+/// ASCII, or is `quote`, "<" or "&".
+inline Mask otherThanPlain(const char* at, char quote) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    // As signed numbers the bytes beyond ASCII are below the blank too.
+    const __m128i others = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(' ')),
+                                                     _mm_cmpeq_epi8(bytes, _mm_set1_epi8(quote))),
+                                        _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')),
+                                                     _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&'))));
+    return static_cast<Mask>(_mm_movemask_epi8(others));
 }
 
 /// Whether the 16 bytes at both places are equal.
@@ -54,23 +46,16 @@ inline bool equal16(const char* one, const char* other) {
 
 #elif defined(__ARM_NEON) && defined(__aarch64__)
 
-inline std::size_t plainLength(const char* at, char quote) {
-    const int8x16_t blank = vdupq_n_s8(' ');
-    const int8x16_t end = vdupq_n_s8(static_cast<signed char>(quote));
-    const int8x16_t tag = vdupq_n_s8('<');
-    const int8x16_t reference = vdupq_n_s8('&');
-    for (std::size_t length = 0;; length += 16) {
-        const int8x16_t bytes = vld1q_s8(reinterpret_cast<const signed char*>(at + length));
-        const uint8x16_t others =
-            vorrq_u8(vorrq_u8(vcltq_s8(bytes, blank), vceqq_s8(bytes, end)),
-                     vorrq_u8(vceqq_s8(bytes, tag), vceqq_s8(bytes, reference)));
-        // Four bits a byte.
-        const std::uint64_t mask =
-            vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(others), 4)), 0);
-        if (mask != 0) {
-            return length + static_cast<std::size_t>(std::countr_zero(mask)) / 4;
-        }
-    }
+using Mask = std::uint64_t;
+inline constexpr unsigned maskBits = 4;
+
+inline Mask otherThanPlain(const char* at, char quote) {
+    const int8x16_t bytes = vld1q_s8(reinterpret_cast<const signed char*>(at));
+    const uint8x16_t others =
+        vorrq_u8(vorrq_u8(vcltq_s8(bytes, vdupq_n_s8(' ')),
+                          vceqq_s8(bytes, vdupq_n_s8(static_cast<signed char>(quote)))),
+                 vorrq_u8(vceqq_s8(bytes, vdupq_n_s8('<')), vceqq_s8(bytes, vdupq_n_s8('&'))));
+    return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(others), 4)), 0);
 }
 
 inline bool equal16(const char* one, const char* other) {
@@ -81,13 +66,18 @@ inline bool equal16(const char* one, const char* other) {
 
 #else
 
-inline std::size_t plainLength(const char* at, char quote) {
-    std::size_t length = 0;
-    // A char may be signed or not; beyond ASCII is not plain.
-    while (isPlain(at[length], quote) && static_cast<unsigned char>(at[length]) < 0x80) {
-        ++length;
+using Mask = std::uint32_t;
+inline constexpr unsigned maskBits = 1;
+
+inline Mask otherThanPlain(const char* at, char quote) {
+    Mask mask = 0;
+    for (unsigned index = 0; index < 16; ++index) {
+        const char byte = at[index];
+        const bool isPlain =
+            ' ' <= byte && byte <= 0x7F && byte != quote && byte != '<' && byte != '&';
+        mask |= Mask{!isPlain} << index;
     }
-    return length;
+    return mask;
 }
 
 inline bool equal16(const char* one, const char* other) {
@@ -95,6 +85,43 @@ inline bool equal16(const char* one, const char* other) {
 }
 
 #endif
+
+/// How many bytes from `at` on are printable ASCII, and neither `quote` nor "<" nor "&".
+inline std::size_t plainLength(const char* at, char quote) {
+    for (std::size_t length = 0;; length += 16) {
+        const Mask mask = otherThanPlain(at + length, quote);
+        if (mask != 0) {
+            return length + static_cast<std::size_t>(std::countr_zero(mask)) / maskBits;
+        }
+    }
+}
+
+/// Whether so many bytes are, which are 32 or fewer.
+inline bool arePlain(const char* at, std::size_t size, char quote) {
+    if (size < 16) {
+        return (otherThanPlain(at, quote) & ((Mask{1} << (size * maskBits)) - 1)) == 0;
+    }
+    return (otherThanPlain(at, quote) | otherThanPlain(at + size - 16, quote)) == 0;
+}
+
+template <typename Number>
+Number load(const char* at) {
+    Number number;
+    std::memcpy(&number, at, sizeof number);
+    return number;
+}
+
+/// How many of the `size` bytes at both places, from the first on, are equal.
+inline std::size_t commonLength(const char* one, const char* other, std::size_t size) {
+    std::size_t length = 0;
+    while (length + 16 <= size && equal16(one + length, other + length)) {
+        length += 16;
+    }
+    while (length < size && one[length] == other[length]) {
+        ++length;
+    }
+    return length;
+}
 
 /// Whether the `size` bytes at both places are equal, of which there are 16 or more.
 inline bool equalLong(const char* one, const char* other, std::size_t size) {
@@ -115,13 +142,9 @@ inline bool equal(const char* one, const char* other, std::size_t size) {
     if (size >= 16) {
         return equalLong(one, other, size);
     }
-    const auto load = [](const char* at, auto number) {
-        std::memcpy(&number, at, sizeof number);
-        return number;
-    };
     if (size >= 8) {
-        return load(one, std::uint64_t{}) == load(other, std::uint64_t{}) &&
-               load(one + size - 8, std::uint64_t{}) == load(other + size - 8, std::uint64_t{});
+        return load<std::uint64_t>(one) == load<std::uint64_t>(other) &&
+               load<std::uint64_t>(one + size - 8) == load<std::uint64_t>(other + size - 8);
     }
     return std::memcmp(one, other, size) == 0;
 }

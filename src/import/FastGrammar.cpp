@@ -118,7 +118,7 @@ void appendUtf8(std::string& text, std::uint32_t code) {
 /// Reads on from a place; every step says whether what it found is accepted.
 class Walk {
   public:
-    Walk(FastNames& names, const char* at, const char* stop)
+    Walk(FastVocabulary& names, const char* at, const char* stop)
         : _names(names), _begin(at), _at(at), _stop(stop) {}
 
     bool afterValue() {
@@ -190,13 +190,13 @@ class Walk {
         return std::string_view(begin, static_cast<std::size_t>(_at - begin));
     }
 
-    std::optional<FastNames::Id> nameId() {
+    std::optional<FastNames::Id> nameId(FastNames& names) {
         const auto found = name();
-        return found ? _names.id(*found) : std::nullopt;
+        return found ? names.id(*found) : std::nullopt;
     }
 
     bool attribute() {
-        const auto id = nameId();
+        const auto id = nameId(_names.attributes);
         if (!id) {
             return false;
         }
@@ -214,7 +214,7 @@ class Walk {
     bool startTag() {
         const auto tagOffset = static_cast<std::size_t>(_at - _begin);
         ++_at;
-        const auto id = nameId();
+        const auto id = nameId(_names.elements);
         if (!id) {
             return false;
         }
@@ -235,7 +235,7 @@ class Walk {
 
     bool endTag() {
         _at += 2;
-        const auto id = nameId();
+        const auto id = nameId(_names.elements);
         skipBlanks();
         return id && skip(">") && _markup.close(*id);
     }
@@ -285,7 +285,7 @@ class Walk {
         return true;
     }
 
-    FastNames& _names;
+    FastVocabulary& _names;
     const char* _begin;
     const char* _at;
     const char* _stop;
@@ -294,13 +294,13 @@ class Walk {
 
 }  // namespace
 
-std::optional<FastMarkup> FastGrammar::afterValue(FastNames& names, const char* at,
+std::optional<FastMarkup> FastGrammar::afterValue(FastVocabulary& names, const char* at,
                                                   const char* stop) {
     Walk walk(names, at, stop);
     return walk.afterValue() ? std::optional(walk.result()) : std::nullopt;
 }
 
-std::optional<FastMarkup> FastGrammar::inContent(FastNames& names, const char* at,
+std::optional<FastMarkup> FastGrammar::inContent(FastVocabulary& names, const char* at,
                                                  const char* stop) {
     Walk walk(names, at, stop);
     return walk.content() ? std::optional(walk.result()) : std::nullopt;

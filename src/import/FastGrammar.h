@@ -16,10 +16,10 @@ namespace FastGrammar {
 /// The markup from the closing quote of an attribute's value up to and with the opening quote of
 /// the next one; or up to a "<" in content, after much markup or from `stop` on. None where it is
 /// not accepted.
-std::optional<FastMarkup> afterValue(FastNames& names, const char* at, const char* stop);
+std::optional<FastMarkup> afterValue(FastVocabulary& names, const char* at, const char* stop);
 
 /// The same from a place in the content of an element on.
-std::optional<FastMarkup> inContent(FastNames& names, const char* at, const char* stop);
+std::optional<FastMarkup> inContent(FastVocabulary& names, const char* at, const char* stop);
 
 /// The end of the attribute value that begins at `at`: its closing quote. Null where it is not
 /// accepted.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -7,14 +8,34 @@
 #include <unordered_map>
 #include <vector>
 
-/// Numbers for the names of elements and attributes, so many that a document may well have.
+/// Numbers for the names of elements, or for those of attributes: for as many as a document may
+/// well have.
 class FastNames {
   public:
-    using Id = std::uint16_t;
+    using Id = std::uint8_t;
+    static constexpr std::size_t most = 128;
+
+    /// Some of the numbers.
+    class Set {
+      public:
+        Set() = default;
+        explicit Set(Id id) { (id < 64 ? _low : _high) = std::uint64_t{1} << (id % 64U); }
+
+        void add(Set other) {
+            _low |= other._low;
+            _high |= other._high;
+        }
+        bool hasAnyOf(Set other) const {
+            return ((_low & other._low) | (_high & other._high)) != 0;
+        }
+
+      private:
+        std::uint64_t _low = 0;
+        std::uint64_t _high = 0;
+    };
 
     /// None where there are too many names by now, or this one is too long.
     std::optional<Id> id(std::string_view name) {
-        constexpr std::size_t most = 2000;
         constexpr std::size_t longest = 500;
         _key.assign(name.substr(0, longest + 1));
         const auto known = _ids.find(_key);
@@ -36,4 +57,10 @@ class FastNames {
     std::unordered_map<std::string, Id> _ids;
     std::vector<std::string> _names;
     std::string _key;  // kept for its memory
+};
+
+/// All the names of a document.
+struct FastVocabulary {
+    FastNames elements;
+    FastNames attributes;
 };

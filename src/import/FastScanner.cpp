@@ -6,11 +6,13 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 // What was verified once need not be verified again. The bytes between two values come from a small
-// set; each is parsed once, and after that compared, first with the one that followed last time.
-// Of long values, and of those with references or letters beyond ASCII, the last one of each
-// attribute is kept and compared; others are looked over sixteen bytes at a time.
+// set; each is parsed once. With the values that come again, and what follows those, they make long
+// runs that are compared at once, first with the one that followed last time. Values that vary are
+// looked over sixteen bytes at a time; of long ones, and of those with references or letters beyond
+// ASCII, the last one of each attribute is kept and compared.
 //
 // A boundary is a place between two pieces of markup. Nothing of a tag counts before the markup
 // after its last value is accepted, so at whatever is refused the state is that of the boundary.
@@ -18,24 +20,26 @@
 namespace {
 
 constexpr std::size_t deepest = 1000;
+constexpr std::size_t mostUsualSize = 32;
 
 }  // namespace
 
 FastScanner::FastScanner()
-    : _recordElement(id(StepRecord::element)), _typeAttribute(id(StepRecord::typeAttribute)),
-      _startDateAttribute(id(StepRecord::startDateAttribute)),
-      _valueAttribute(id(StepRecord::valueAttribute)) {}
-
-/// Of one of the first names, for which there is room.
-FastNames::Id FastScanner::id(std::string_view name) {
-    return _names.id(name).value();
+    : _recordElement(_names.elements.id(StepRecord::element).value()),
+      _typeAttribute(_names.attributes.id(StepRecord::typeAttribute).value()),
+      _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
+      _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()) {
+    for (const FastNames::Id name : {_startDateAttribute, _valueAttribute}) {
+        _attributes[name].isWanted = true;
+        _attributes[name].varies = true;
+    }
 }
 
 bool FastScanner::startIn(const Names& open) {
     startAnywhere();
     _startedAnywhere = false;
     for (const std::string& name : open) {
-        const auto id = _names.id(name);
+        const auto id = _names.elements.id(name);
         if (!id) {
             return false;
         }
@@ -53,13 +57,17 @@ void FastScanner::startAnywhere() {
 FastScanner::Names FastScanner::namesOf(const std::vector<FastNames::Id>& ids) const {
     Names names;
     for (const FastNames::Id id : ids) {
-        names.push_back(_names.name(id));
+        names.push_back(_names.elements.name(id));
     }
     return names;
 }
 
 const char* FastScanner::scan(const char* begin, const char* stop) {
     _boundary = begin;
+    if (_runs.isFull() || _runsAreStale) {
+        _runs.clear();
+        _runsAreStale = false;
+    }
     for (;;) {
         if (_boundary >= stop) {
             return _boundary;
@@ -67,76 +75,111 @@ const char* FastScanner::scan(const char* begin, const char* stop) {
         // Not in a tag: no last literal, so the markup is parsed.
         const char* at = _boundary;
         const std::optional<FastMarkup> first = FastGrammar::inContent(_names, at, stop);
-        if (!first || first->size == 0 || !accept(*first, at)) {
+        if (!first || first->size == 0 || !accept(FastRun::Part(*first), at)) {
             return _boundary;
         }
         if (first->end == FastMarkup::End::content) {
+            _boundary = at + first->size;
             continue;
         }
-        at = readValue(*first, at + first->size);
+        const char* value = at + first->size;
+        at = readValue(first->attribute, first->quote, value);
 
-        FastLiterals::Literal* last = nullptr;
+        FastRun* last = nullptr;  // that led to the value
         for (;;) {
             if (at == nullptr) {
                 return _boundary;
             }
-            FastLiterals::Literal* literal = last == nullptr ? nullptr : last->next;
-            if (literal == nullptr || !literal->isAt(at)) {
-                literal = _literals.find(at);
-            }
-            if (literal != nullptr && at + literal->markup.size <= stop) {
-                if (!accept(literal->markup, at)) {
-                    return _boundary;
+            FastRun* run = _runs.find(at, stop, last);
+            if (run != nullptr) {
+                for (const FastRun::Part& part : run->parts) {
+                    if (!accept(part, at + part.offset)) {
+                        return _boundary;
+                    }
                 }
                 if (last != nullptr) {
-                    last->next = literal;
+                    follow(*last, {value, at}, *run);
                 }
-                last = literal;
-                at = readValue(literal->markup, at + literal->markup.size);
-                continue;
+                value = at + run->bytes.size();
+                at = readValue(run->attribute, run->quote, value);
+            } else {
+                const auto markup = FastGrammar::afterValue(_names, at, stop);
+                if (!markup || !accept(FastRun::Part(*markup), at)) {
+                    return _boundary;
+                }
+                if (markup->end == FastMarkup::End::content) {
+                    _boundary = at + markup->size;
+                    break;
+                }
+                run = _runs.add(*markup, at);
+                value = at + markup->size;
+                at = readValue(markup->attribute, markup->quote, value);
             }
-            const std::optional<FastMarkup> markup = FastGrammar::afterValue(_names, at, stop);
-            if (!markup || !accept(*markup, at)) {
-                return _boundary;
-            }
-            if (markup->end == FastMarkup::End::content) {
-                break;
-            }
-            last = literal == nullptr ? _literals.add(*markup, at) : nullptr;
-            at = readValue(*markup, at + markup->size);
+            last = run;
         }
+    }
+}
+
+/// Keeps what was learnt from `run`, which came after `last` and a value.
+inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& run) {
+    if (last.next != &run) {
+        last.otherNext = std::exchange(last.next, &run);
+    }
+    if (!_attributes[last.attribute].varies && _joins) {
+        join(last, value, run.root());
+    }
+}
+
+/// Makes `run` longer by what came after it.
+void FastScanner::join(FastRun& last, std::string_view value, const FastRun& next) {
+    constexpr std::uint32_t mostValues = 128;
+    constexpr std::uint64_t mostJoins = 20000;
+    const bool isStep = last.attribute == _typeAttribute &&
+                        isStepType({value.data(), value.data() + value.size(), false});
+    _runs.join(last, value, isStep, next);
+    if (last.longerCount == mostValues) {
+        _attributes[last.attribute].varies = true;
+        _runsAreStale = true;
+    }
+    // Where hardly anything comes again, runs cost more than they save.
+    if (++_joinCount > mostJoins + _tagCount / 16) {
+        _joins = false;
+        _runsAreStale = true;
     }
 }
 
 /// Does what the markup at `at` does. False, and nothing done but to the tag it begins, where that
 /// is not well-formed here.
-bool FastScanner::accept(const FastMarkup& markup, const char* at) {
-    if (!mayClose(markup)) {
+inline bool FastScanner::accept(const FastRun::Part& part, const char* at) {
+    const FastMarkup& markup = part.markup;
+    if (!part.keepsDepth && !changeDepth(markup)) {
         return false;
     }
-    finishTag(markup);
-    if (markup.end == FastMarkup::End::content) {
-        _boundary = at + markup.size;
-        return true;
+    if (markup.endsTag && _isStepType && _element == _recordElement) {
+        addStepRecord();
     }
     if (markup.beginsTag) {
         _boundary = at + markup.tagOffset;
-        ++_tag;
+        ++_tagCount;
         _element = markup.element;
-        _isStepType = false;
+        _tagAttributes = part.attributes;
+        _isStepType = part.isStepType;
         _startDate = {};
         _value = {};
+        return true;
     }
-    if (markup.attribute >= _attributes.size()) {
-        _attributes.resize(markup.attribute + std::size_t{1});
+    if (markup.end == FastMarkup::End::content) {
+        return true;
     }
-    Attribute& attribute = _attributes[markup.attribute];
-    const bool isFirst = attribute.tag != _tag;
-    attribute.tag = _tag;
-    return isFirst;
+    const bool isRepeated = _tagAttributes.hasAnyOf(part.attributes);
+    _tagAttributes.add(part.attributes);
+    _isStepType |= part.isStepType;
+    return !isRepeated;
 }
 
-bool FastScanner::mayClose(const FastMarkup& markup) const {
+/// False, and nothing done, where the markup closes another element than the one that is open, or
+/// there are too many open.
+bool FastScanner::changeDepth(const FastMarkup& markup) {
     const auto closed = markup.closed();
     const bool opensElement = markup.endsTag && !markup.isEmptyElement;
     const std::size_t depth = _open.size() + (opensElement ? 1 : 0);
@@ -150,19 +193,10 @@ bool FastScanner::mayClose(const FastMarkup& markup) const {
             return false;
         }
     }
-    return true;
-}
-
-void FastScanner::finishTag(const FastMarkup& markup) {
-    if (markup.endsTag) {
-        if (_isStepType && _element == _recordElement) {
-            addStepRecord();
-        }
-        if (!markup.isEmptyElement) {
-            _open.push_back(_element);
-        }
+    if (opensElement) {
+        _open.push_back(_element);
     }
-    for (const FastNames::Id id : markup.closed()) {
+    for (const FastNames::Id id : closed) {
         if (_open.empty()) {
             _closedBefore.push_back(id);
         } else {
@@ -172,52 +206,57 @@ void FastScanner::finishTag(const FastMarkup& markup) {
     for (const FastNames::Id id : markup.opened()) {
         _open.push_back(id);
     }
+    return true;
 }
 
-/// The end of the value of the attribute in which `markup` ends; null where it is refused.
-const char* FastScanner::readValue(const FastMarkup& markup, const char* at) {
-    Attribute& attribute = _attributes[markup.attribute];
-    const std::string& last = attribute.lastValue;
-    Text value{at, nullptr, true};
-    if (!last.empty() && last.back() == markup.quote &&
-        FastBytes::equal(at, last.data(), last.size())) {
-        value.end = at + last.size() - 1;
-        value.isPlain = attribute.lastIsPlain;
-        _isStepType |= attribute.lastIsStepType;
-    } else {
-        value.end = at + FastBytes::plainLength(at, markup.quote);
-        if (*value.end != markup.quote) {
-            value.isPlain = false;
-            value.end = FastGrammar::valueEnd(value.end, markup.quote);
-            if (value.end == nullptr) {
-                return nullptr;
-            }
-        }
-        if (markup.attribute == _typeAttribute) {
-            attribute.lastIsStepType = isStepType(value);
-            _isStepType = attribute.lastIsStepType;
-        }
-        keepValue(attribute, value);
+/// The end of the attribute's value at `at`; null where it is refused.
+inline const char* FastScanner::readValue(FastNames::Id name, char quote, const char* at) {
+    const Attribute& attribute = _attributes[name];
+    const char* const end = at + attribute.usualSize;
+    const bool isUsual = attribute.usualSize <= mostUsualSize && *end == quote &&
+                         FastBytes::arePlain(at, attribute.usualSize, quote);
+    if (isUsual && !attribute.isWanted) {
+        return end;
     }
-    if (markup.attribute == _startDateAttribute) {
+    const Text value = isUsual ? Text{at, end, true} : otherValue(name, quote, at);
+    if (name == _startDateAttribute) {
         _startDate = value;
-    } else if (markup.attribute == _valueAttribute) {
+    } else if (name == _valueAttribute) {
         _value = value;
     }
     return value.end;
 }
 
-void FastScanner::keepValue(Attribute& attribute, const Text& value) {
-    constexpr std::ptrdiff_t quicklyLookedOver = 32;
-    constexpr std::ptrdiff_t longest = 1000;
-    const std::ptrdiff_t size = value.end - value.begin;
-    if ((size < quicklyLookedOver && value.isPlain) || size > longest) {
-        attribute.lastValue.clear();
-        attribute.lastIsStepType = false;
-        return;
+/// The same for a value that has not its usual size, or is more than printable ASCII.
+FastScanner::Text FastScanner::otherValue(FastNames::Id name, char quote, const char* at) {
+    Attribute& attribute = _attributes[name];
+    const std::string& last = attribute.lastValue;
+    if (!last.empty() && last.back() == quote && FastBytes::equal(at, last.data(), last.size())) {
+        _isStepType |= attribute.lastIsStepType;
+        return {at, at + last.size() - 1, attribute.lastIsPlain};
     }
-    attribute.lastValue.assign(value.begin, value.end + 1);
+    Text value{at, at + FastBytes::plainLength(at, quote), true};
+    if (*value.end != quote) {
+        value.isPlain = false;
+        value.end = FastGrammar::valueEnd(value.end, quote);
+        if (value.end == nullptr) {
+            return value;
+        }
+    }
+    attribute.lastIsStepType = name == _typeAttribute && isStepType(value);
+    _isStepType |= attribute.lastIsStepType;
+
+    constexpr std::size_t longest = 1000;
+    const auto size = static_cast<std::size_t>(value.end - value.begin);
+    const bool isUsual = value.isPlain && size <= mostUsualSize && name != _typeAttribute;
+    attribute.usualSize = isUsual ? size : mostUsualSize + 1;
+    if (isUsual || size > longest) {
+        attribute.lastValue.clear();
+    } else {
+        attribute.lastValue.assign(value.begin, value.end + 1);
+    }
     attribute.lastIsPlain = value.isPlain;
+    return value;
 }
 
 bool FastScanner::isStepType(const Text& value) const {

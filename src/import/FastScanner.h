@@ -1,10 +1,11 @@
 #pragma once
 
-#include "import/FastLiterals.h"
 #include "import/FastMarkup.h"
 #include "import/FastNames.h"
+#include "import/FastRuns.h"
 #include "import/StepSums.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -52,26 +53,32 @@ class FastScanner {
     };
 
     struct Attribute {
-        std::uint64_t tag = 0;  // the last one that has it
-        std::string lastValue;  // with its closing quote; empty if it was not worth keeping
+        bool isWanted = false;      // for the sums
+        bool varies = false;        // or is wanted: runs end before its value
+        std::size_t usualSize = 0;  // of the last value, if it was short and plain
+        std::string lastValue;      // with its closing quote; empty if it was not worth keeping
         bool lastIsPlain = true;
         bool lastIsStepType = false;
     };
 
-    bool accept(const FastMarkup& markup, const char* at);
-    bool mayClose(const FastMarkup& markup) const;
-    void finishTag(const FastMarkup& markup);
-    const char* readValue(const FastMarkup& markup, const char* at);
-    void keepValue(Attribute& attribute, const Text& value);
+    bool accept(const FastRun::Part& part, const char* at);
+    bool changeDepth(const FastMarkup& markup);
+    void follow(FastRun& last, std::string_view value, FastRun& run);
+    void join(FastRun& last, std::string_view value, const FastRun& next);
+    const char* readValue(FastNames::Id name, char quote, const char* at);
+    Text otherValue(FastNames::Id name, char quote, const char* at);
     bool isStepType(const Text& value) const;
     void addStepRecord();
     Names namesOf(const std::vector<FastNames::Id>& ids) const;
-    FastNames::Id id(std::string_view name);
 
     StepSums _sums;
-    FastNames _names;
-    FastLiterals _literals;
-    std::vector<Attribute> _attributes;  // by name
+    FastVocabulary _names;
+    FastRuns _runs;
+    bool _runsAreStale = false;
+    bool _joins = true;
+    std::uint64_t _joinCount = 0;
+    std::uint64_t _tagCount = 0;
+    std::array<Attribute, FastNames::most> _attributes;  // by name
     FastNames::Id _recordElement;
     FastNames::Id _typeAttribute;
     FastNames::Id _startDateAttribute;
@@ -84,8 +91,8 @@ class FastScanner {
     const char* _boundary = nullptr;
 
     // Of the tag being read.
-    std::uint64_t _tag = 0;  // its number
     FastNames::Id _element = 0;
+    FastNames::Set _tagAttributes;
     bool _isStepType = false;
     Text _startDate;
     Text _value;

@@ -1,0 +1,194 @@
+#include "import/FastRuns.h"
+
+#include "import/FastBytes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+// The runs are the nodes of trees. A run of one stretch of markup is a root; it begins with the
+// closing quote of a value and ends with the next quote after that, or it is not kept (a quote may
+// stand in text), so its bytes alone say how long it is. Each other run begins with the bytes of
+// `shorter`; among the runs made longer from the same one it is looked for by the value that comes
+// next.
+
+namespace {
+
+constexpr std::size_t mostRuns = 4096;
+constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
+constexpr std::size_t slotCount = 2 * mostRuns;
+constexpr std::size_t longestMarkup = 256;
+constexpr std::size_t longestRun = 1000;
+static_assert(longestRun <= FastBytes::padding);
+
+bool isQuote(char byte) {
+    return byte == '"' || byte == '\'';
+}
+
+/// The length up to, and with, the next quote after the first byte; 0 if it is beyond the longest.
+std::size_t lengthToQuote(const char* at) {
+    for (std::size_t length = 1; length < longestMarkup; ++length) {
+        if (isQuote(at[length])) {
+            return length + 1;
+        }
+        if (at[length] == '\0') {
+            break;
+        }
+    }
+    return 0;
+}
+
+std::size_t mixed(std::uint64_t hash, std::uint64_t value) {
+    hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
+    return hash ^ (hash >> 29U);
+}
+
+std::size_t hashOf(const char* at, std::size_t size) {
+    std::uint64_t hash = size;
+    for (; size > 8; size -= 8, at += 8) {
+        hash = mixed(hash, FastBytes::load<std::uint64_t>(at));
+    }
+    std::uint64_t rest = 0;
+    std::memcpy(&rest, at, size);
+    return mixed(hash, rest);
+}
+
+/// Of the run that goes on from `run` with the value at `at`. Its last bytes tell most values of an
+/// attribute apart.
+std::size_t hashOf(const FastRun& run, const char* at, std::size_t size) {
+    const std::size_t last = std::min<std::size_t>(size, 8);
+    return mixed(reinterpret_cast<std::uintptr_t>(&run), hashOf(at + size - last, last) + size);
+}
+
+/// The longest of `run` and those that it was made from that is at `at` and has no more than `room`
+/// bytes. The first `same` bytes are known to be the same.
+FastRun* longestAt(FastRun* run, const char* at, std::size_t same, std::size_t room) {
+    const std::size_t size = std::min(run->bytes.size(), room);
+    same += FastBytes::commonLength(at + same, run->bytes.data() + same, size - same);
+    while (run != nullptr && run->bytes.size() > same) {
+        run = run->shorter;
+    }
+    return run;
+}
+
+}  // namespace
+
+FastRuns::FastRuns() : _slots(slotCount) {}
+
+FastRun* FastRuns::findOther(const char* at, std::size_t room, FastRun* likely) {
+    FastRun* run = likely == nullptr ? nullptr : longestAt(likely, at, 0, room);
+    if (run == nullptr) {
+        run = root(at, room);
+    }
+    if (run == nullptr || run->longerCount == 0) {
+        return run;
+    }
+    while (FastRun* const longer = this->longer(*run, at, room)) {
+        run = longestAt(longer->longest, at, longer->bytes.size(), room);
+    }
+    for (FastRun* each = run; each != nullptr; each = each->shorter) {
+        each->longest = run;
+    }
+    return run;
+}
+
+/// The run of one stretch of markup at `at`.
+FastRun* FastRuns::root(const char* at, std::size_t room) const {
+    const std::size_t size = lengthToQuote(at);
+    if (size == 0 || size > room) {
+        return nullptr;
+    }
+    const std::size_t hash = hashOf(at, size);
+    for (std::size_t slot = hash % slotCount; _slots[slot].run != nullptr;
+         slot = (slot + 1) % slotCount) {
+        const FastRun& run = *_slots[slot].run;
+        if (_slots[slot].hash == hash && run.shorter == nullptr && run.bytes.size() == size &&
+            FastBytes::equal(at, run.bytes.data(), size)) {
+            return _slots[slot].run;
+        }
+    }
+    return nullptr;
+}
+
+/// The run made from `run`, which is at `at`, that is there too.
+FastRun* FastRuns::longer(const FastRun& run, const char* at, std::size_t room) const {
+    const std::size_t size = run.bytes.size();
+    const char* const value = at + size;
+    const std::size_t most = std::min(room, longestRun) - size;
+    const auto* end = static_cast<const char*>(std::memchr(value, run.quote, most));
+    if (end == nullptr) {
+        return nullptr;
+    }
+    const std::size_t hash = hashOf(run, value, static_cast<std::size_t>(end - value));
+    for (std::size_t slot = hash % slotCount; _slots[slot].run != nullptr;
+         slot = (slot + 1) % slotCount) {
+        const FastRun& longer = *_slots[slot].run;
+        const std::size_t more = longer.bytes.size() - size;
+        if (_slots[slot].hash == hash && longer.shorter == &run && longer.bytes.size() <= room &&
+            FastBytes::equal(value, longer.bytes.data() + size, more)) {
+            return _slots[slot].run;
+        }
+    }
+    return nullptr;
+}
+
+FastRun* FastRuns::add(const FastMarkup& markup, const char* at) {
+    if (isFull() || !markup.isTagsOnly || markup.end != FastMarkup::End::attribute ||
+        lengthToQuote(at) != markup.size) {
+        return nullptr;
+    }
+    FastRun run;
+    run.bytes.assign(at, markup.size);
+    run.parts.emplace_back(markup);
+    run.attribute = markup.attribute;
+    run.quote = markup.quote;
+    return &insert(hashOf(at, markup.size), std::move(run));
+}
+
+void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const FastRun& next) {
+    const std::size_t offset = run.bytes.size() + value.size();
+    if (isFull() || offset + next.bytes.size() > longestRun) {
+        return;
+    }
+    FastRun joined;
+    joined.bytes.reserve(offset + next.bytes.size());
+    joined.bytes.append(run.bytes).append(value).append(next.bytes);
+    joined.parts = run.parts;
+    joined.parts.back().isStepType |= isStepType;
+    for (FastRun::Part part : next.parts) {
+        part.offset += offset;
+        if (part.markup.endsTag) {
+            joined.parts.push_back(part);
+        } else {
+            joined.parts.back().attributes.add(part.attributes);
+            joined.parts.back().isStepType |= part.isStepType;
+        }
+    }
+    joined.attribute = next.attribute;
+    joined.quote = next.quote;
+    joined.shorter = &run;
+    ++run.longerCount;
+    insert(hashOf(run, value.data(), value.size()), std::move(joined));
+}
+
+FastRun& FastRuns::insert(std::size_t hash, FastRun run) {
+    _byteCount += run.bytes.size();
+    FastRun& kept = _runs.emplace_back(std::move(run));
+    kept.longest = &kept;
+    std::size_t slot = hash % slotCount;
+    while (_slots[slot].run != nullptr) {
+        slot = (slot + 1) % slotCount;
+    }
+    _slots[slot] = {hash, &kept};
+    return kept;
+}
+
+bool FastRuns::isFull() const {
+    return _runs.size() == mostRuns || _byteCount >= mostBytes;
+}
+
+void FastRuns::clear() {
+    _runs.clear();
+    std::ranges::fill(_slots, Slot());
+    _byteCount = 0;
+}
