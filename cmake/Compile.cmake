@@ -15,7 +15,7 @@ set(AMBULET_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize
 if(AMBULET_SANITIZE)
   add_compile_options(-fsanitize=${AMBULET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   # In instrumented code g++ takes the library's std::function for uninitialized.
-  add_compile_options(-Wno-maybe-uninitialized)
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(-fsanitize=${AMBULET_SANITIZE})
 endif()
 

@@ -73,8 +73,9 @@ inline Mask otherThanPlain(const char* at, char quote) {
     Mask mask = 0;
     for (unsigned index = 0; index < 16; ++index) {
         const char byte = at[index];
+        const auto code = static_cast<unsigned char>(byte);
         const bool isPlain =
-            ' ' <= byte && byte <= 0x7F && byte != quote && byte != '<' && byte != '&';
+            ' ' <= code && code < 0x80 && byte != quote && byte != '<' && byte != '&';
         mask |= Mask{!isPlain} << index;
     }
     return mask;

@@ -55,7 +55,7 @@ class FastRuns {
     /// The longest known run at `at` that ends before or at `stop`, null if there is none. What
     /// followed `last` is tried first; it may be null.
     FastRun* find(const char* at, const char* stop, FastRun* last) {
-        const auto room = static_cast<std::size_t>(stop - at);
+        const std::size_t room = at < stop ? static_cast<std::size_t>(stop - at) : 0;
         if (last != nullptr && isLongestAt(last->next, at, room)) {
             return last->next;
         }

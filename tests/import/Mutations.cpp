@@ -105,6 +105,38 @@ std::string withDoctype() {
            step(noon9, "5") + step(noon10, "7") + step(noon10, "9") + "</HealthData>\n";
 }
 
+/// Records of one kind, so many that all that comes again in them has been seen before the last.
+std::string regular() {
+    std::string content;
+    for (int number = 0; number < 24; ++number) {
+        const bool isWatch = number % 3 == 0;
+        content +=
+            "<Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"" +
+            (isWatch ? "Zo\u00EB\u2019s Watch"s : "Zo\u00EB\u2019s Phone"s) +
+            "\" unit=\"count\" creationDate=\"" + std::to_string(number) + "\" startDate=\"" +
+            noon9 + "\" value=\"" + std::to_string(number) + '"' +
+            (number % 4 == 0 ? ">\n<MetadataEntry key=\"a\" value=\"1\"/>\n</Record>\n" : "/>\n");
+    }
+    return document(content);
+}
+
+/// The attributes of each record in another order.
+std::string shuffled() {
+    std::vector<std::string> attributes = {" type=\"HKQuantityTypeIdentifierStepCount\"",
+                                           " unit=\"count\"", " startDate=\""s + noon9 + '"',
+                                           " value=\"1\""};
+    std::ranges::sort(attributes);
+    std::string content;
+    do {
+        content += "<Record";
+        for (const std::string& attribute : attributes) {
+            content += attribute;
+        }
+        content += "/>\n";
+    } while (std::ranges::next_permutation(attributes).found);
+    return document(content);
+}
+
 std::string comments() {
     std::string content;
     for (int number = 0; number < 20; ++number) {
@@ -118,7 +150,7 @@ std::string comments() {
 
 const std::vector<std::string>& sampleExports() {
     static const std::vector<std::string> samples = {manyKinds(), oddities(), withDoctype(),
-                                                     comments()};
+                                                     comments(),  regular(),  shuffled()};
     return samples;
 }
 

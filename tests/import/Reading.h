@@ -62,9 +62,8 @@ Reading readFast(const std::filesystem::path& path, FastReader::Options options)
 Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
 
 /// Reads the file at `path` by expat in blocks of the usual size, and by the fast road in all the
-/// ways of `read`, without those in smaller blocks or chunks than `smallestBlock`. What they came
-/// to if it is the same; else `differences` says how they differ. Where
-/// expat comes to something else in blocks of one byte, that counts as the same.
+/// ways of `read`, without those in smaller blocks or chunks than `smallestBlock`. What expat came
+/// to; `differences` says how the others differ from it, and is empty if none does.
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock = 1);
 

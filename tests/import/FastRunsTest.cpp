@@ -1,0 +1,142 @@
+#include "import/FastRuns.h"
+
+#include "import/FastGrammar.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace {
+
+class FastRunsTest : public testing::Test {
+  protected:
+    /// The bytes from a closing quote on, with what has to come after them.
+    static std::string padded(std::string_view text) {
+        return std::string(text) + std::string(FastBytes::padding, '\0');
+    }
+
+    FastRun* add(std::string_view text) {
+        const std::string bytes = padded(text);
+        const auto markup =
+            FastGrammar::afterValue(names, bytes.data(), bytes.data() + text.size());
+        return markup ? runs.add(*markup, bytes.data()) : nullptr;
+    }
+
+    FastRun* find(std::string_view text, FastRun* last = nullptr) {
+        const std::string bytes = padded(text);
+        return runs.find(bytes.data(), bytes.data() + text.size(), last);
+    }
+
+    FastRun* join(FastRun* run, std::string_view value, const FastRun& next) {
+        runs.join(*run, value, false, next);
+        return find(run->bytes + std::string(value) + next.bytes);
+    }
+
+    FastVocabulary names;
+    FastRuns runs;
+};
+
+TEST_F(FastRunsTest, markupBetweenTwoValuesIsKnownOnceItIsKept) {
+    EXPECT_EQ(find("\" unit=\"count\""), nullptr);
+    FastRun* const unit = add("\" unit=\"");
+    ASSERT_NE(unit, nullptr);
+    EXPECT_EQ(find("\" unit=\"count\""), unit);
+    EXPECT_EQ(find("\" unit='count'"), nullptr);
+    EXPECT_EQ(unit->quote, '"');
+    EXPECT_EQ(names.attributes.name(unit->attribute), "unit");
+}
+
+TEST_F(FastRunsTest, markupWithTextInItIsNotKept) {
+    EXPECT_EQ(add("\"/>a <Record type=\""), nullptr);
+    EXPECT_NE(add("\"/>\n <Record type=\""), nullptr);
+}
+
+TEST_F(FastRunsTest, theLongestRunThatFitsIsFound) {
+    FastRun* const name = add("\" name=\"");
+    FastRun* const unit = add("\" unit=\"");
+    FastRun* const both = join(name, "Phone", *unit);
+    EXPECT_EQ(both->bytes, "\" name=\"Phone\" unit=\"");
+    EXPECT_EQ(both->attribute, unit->attribute);
+    EXPECT_EQ(find("\" name=\"Phone\" unit=\"count"), both);
+    EXPECT_EQ(find("\" name=\"Watch\" unit=\"count"), name);
+    EXPECT_EQ(find("\" name=\"Phone\"/>"), name);
+    EXPECT_EQ(find("\" name=\"Phone\" unit="), name) << "the last byte does not fit";
+}
+
+TEST_F(FastRunsTest, whatFollowedLastIsNoMoreThanAGuess) {
+    FastRun* const name = add("\" name=\"");
+    FastRun* const unit = add("\" unit=\"");
+    FastRun* const phone = join(name, "Phone", *unit);
+    FastRun* const watch = join(name, "Watch", *unit);
+    FastRun* const pods = join(name, "Pods", *unit);
+    unit->next = phone;
+    unit->otherNext = watch;
+    EXPECT_EQ(find("\" name=\"Phone\" unit=\"", unit), phone);
+    EXPECT_EQ(find("\" name=\"Watch\" unit=\"", unit), watch);
+    EXPECT_EQ(find("\" name=\"Pods\" unit=\"", unit), pods);
+    EXPECT_EQ(find("\" name=\"Pads\" unit=\"", unit), name);
+    EXPECT_EQ(find("\" unit=\"", unit), unit);
+    EXPECT_EQ(find("\" date=\"", unit), nullptr);
+}
+
+TEST_F(FastRunsTest, theSameValueMayBeFollowedByOtherMarkup) {
+    FastRun* const name = add("\" name=\"");
+    FastRun* const unit = join(name, "Phone", *add("\" unit=\""));
+    FastRun* const date = join(name, "Phone", *add("\" date=\""));
+    EXPECT_NE(unit, date);
+    EXPECT_EQ(find("\" name=\"Phone\" unit=\""), unit);
+    EXPECT_EQ(find("\" name=\"Phone\" date=\""), date);
+}
+
+TEST_F(FastRunsTest, aRunThatGoesOnInAnotherTagSaysWhatEachTagHas) {
+    FastRun* const unit = add("\" unit=\"");
+    FastRun* const tag = add("\">\n <Record type=\"");
+    FastRun* const type = join(unit, "count", *tag);
+    FastRun* const name = join(type, "steps", *add("\" name=\""));
+    ASSERT_EQ(name->parts.size(), 2U);
+    const FastRun::Part& first = name->parts[0];
+    const FastRun::Part& second = name->parts[1];
+    EXPECT_FALSE(first.markup.endsTag);
+    EXPECT_TRUE(first.keepsDepth);
+    EXPECT_TRUE(first.attributes.hasAnyOf(FastNames::Set(unit->attribute)));
+    EXPECT_FALSE(first.attributes.hasAnyOf(FastNames::Set(tag->attribute)));
+    EXPECT_EQ(second.offset, std::string_view("\" unit=\"count").size());
+    EXPECT_TRUE(second.markup.endsTag);
+    EXPECT_FALSE(second.keepsDepth) << "the first tag's element is left open";
+    EXPECT_TRUE(second.attributes.hasAnyOf(FastNames::Set(tag->attribute)));
+    EXPECT_TRUE(second.attributes.hasAnyOf(FastNames::Set(name->attribute)));
+    EXPECT_FALSE(second.attributes.hasAnyOf(FastNames::Set(unit->attribute)));
+}
+
+TEST_F(FastRunsTest, aRunIsNotMadeLongerThanWhatMayBeComparedAtOnce) {
+    FastRun* run = add("\" name=\"");
+    const FastRun& unit = *add("\" unit=\"");
+    const std::string value(300, 'a');
+    for (int times = 0; times < 10; ++times) {
+        run = join(run, value, unit);
+    }
+    EXPECT_GT(run->bytes.size(), 600U);
+    EXPECT_LE(run->bytes.size(), FastBytes::padding);
+}
+
+TEST_F(FastRunsTest, memoryIsBounded) {
+    FastRun* const name = add("\" name=\"");
+    FastRun* const unit = add("\" unit=\"");
+    std::size_t count = 0;
+    while (!runs.isFull() && count < 1000000) {
+        runs.join(*name, std::to_string(count++), false, *unit);
+    }
+    EXPECT_LT(count, 5000U);
+    runs.join(*name, "more", false, *unit);
+    EXPECT_EQ(find("\" name=\"more\" unit=\""), name);
+    EXPECT_EQ(add("\" date=\""), nullptr);
+    EXPECT_NE(find("\" name=\"7\" unit=\""), name);
+
+    runs.clear();
+    EXPECT_FALSE(runs.isFull());
+    EXPECT_EQ(find("\" name=\"7\" unit=\""), nullptr);
+    EXPECT_NE(add("\" date=\""), nullptr);
+}
+
+}  // namespace
