@@ -5,7 +5,6 @@
 #include "import/StepRecord.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 // What was verified once need not be verified again. The bytes between two values come from a small
@@ -68,56 +67,56 @@ const char* FastScanner::scan(const char* begin, const char* stop) {
         _runs.clear();
         _runsAreStale = false;
     }
-    for (;;) {
-        if (_boundary >= stop) {
-            return _boundary;
+    while (_boundary < stop) {
+        const char* const at = _boundary;
+        const auto markup = FastGrammar::inContent(_names, at, stop);
+        if (!markup || markup->size == 0 || !accept(FastRun::Part(*markup), at)) {
+            break;
         }
-        // Not in a tag: no last literal, so the markup is parsed.
-        const char* at = _boundary;
-        const std::optional<FastMarkup> first = FastGrammar::inContent(_names, at, stop);
-        if (!first || first->size == 0 || !accept(FastRun::Part(*first), at)) {
-            return _boundary;
-        }
-        if (first->end == FastMarkup::End::content) {
-            _boundary = at + first->size;
-            continue;
-        }
-        const char* value = at + first->size;
-        at = readValue(first->attribute, first->quote, value);
-
-        FastRun* last = nullptr;  // that led to the value
-        for (;;) {
-            if (at == nullptr) {
-                return _boundary;
-            }
-            FastRun* run = _runs.find(at, stop, last);
-            if (run != nullptr) {
-                for (const FastRun::Part& part : run->parts) {
-                    if (!accept(part, at + part.offset)) {
-                        return _boundary;
-                    }
-                }
-                if (last != nullptr) {
-                    follow(*last, {value, at}, *run);
-                }
-                value = at + run->bytes.size();
-                at = readValue(run->attribute, run->quote, value);
-            } else {
-                const auto markup = FastGrammar::afterValue(_names, at, stop);
-                if (!markup || !accept(FastRun::Part(*markup), at)) {
-                    return _boundary;
-                }
-                if (markup->end == FastMarkup::End::content) {
-                    _boundary = at + markup->size;
-                    break;
-                }
-                run = _runs.add(*markup, at);
-                value = at + markup->size;
-                at = readValue(markup->attribute, markup->quote, value);
-            }
-            last = run;
+        if (markup->end == FastMarkup::End::content) {
+            _boundary = at + markup->size;
+        } else if (!readTags(*markup, at, stop)) {
+            break;
         }
     }
+    return _boundary;
+}
+
+/// Reads on from value to value, with `begin` at `at` before the first one. False where it does not
+/// come to content, which becomes the boundary.
+bool FastScanner::readTags(const FastMarkup& begin, const char* at, const char* stop) {
+    const char* value = at + begin.size;
+    at = readValue(begin.attribute, begin.quote, value);
+    FastRun* last = nullptr;  // before the value
+    while (at != nullptr) {
+        FastRun* run = _runs.find(at, stop, last);
+        if (run != nullptr) {
+            for (const FastRun::Part& part : run->parts) {
+                if (!accept(part, at + part.offset)) {
+                    return false;
+                }
+            }
+            if (last != nullptr) {
+                follow(*last, {value, at}, *run);
+            }
+            value = at + run->bytes.size();
+            at = readValue(run->attribute, run->quote, value);
+        } else {
+            const auto markup = FastGrammar::afterValue(_names, at, stop);
+            if (!markup || !accept(FastRun::Part(*markup), at)) {
+                return false;
+            }
+            value = at + markup->size;
+            if (markup->end == FastMarkup::End::content) {
+                _boundary = value;
+                return true;
+            }
+            run = _runs.add(*markup, at);
+            at = readValue(markup->attribute, markup->quote, value);
+        }
+        last = run;
+    }
+    return false;
 }
 
 /// Keeps what was learnt from `run`, which came after `last` and a value.
@@ -130,7 +129,7 @@ inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& 
     }
 }
 
-/// Makes `run` longer by what came after it.
+/// Makes `last` longer by the value and what followed.
 void FastScanner::join(FastRun& last, std::string_view value, const FastRun& next) {
     constexpr std::uint32_t mostValues = 128;
     constexpr std::uint64_t mostJoins = 20000;

@@ -61,6 +61,7 @@ class FastScanner {
         bool lastIsStepType = false;
     };
 
+    bool readTags(const FastMarkup& begin, const char* at, const char* stop);
     bool accept(const FastRun::Part& part, const char* at);
     bool changeDepth(const FastMarkup& markup);
     void follow(FastRun& last, std::string_view value, FastRun& run);
@@ -74,8 +75,8 @@ class FastScanner {
     StepSums _sums;
     FastVocabulary _names;
     FastRuns _runs;
-    bool _runsAreStale = false;
-    bool _joins = true;
+    bool _runsAreStale = false;  // to be forgotten
+    bool _joins = true;          // makes runs longer
     std::uint64_t _joinCount = 0;
     std::uint64_t _tagCount = 0;
     std::array<Attribute, FastNames::most> _attributes;  // by name
