@@ -59,10 +59,14 @@ void post(const std::shared_ptr<Address>& address, std::function<void()> complet
 void run(std::function<void()> work, QObject* receiver, std::function<void()> completion) {
     openGate();
     auto address = std::make_shared<Address>(Address{receiver});
-    QObject::connect(receiver, &QObject::destroyed, [address] {
+    const auto watch = QObject::connect(receiver, &QObject::destroyed, [address] {
         const std::lock_guard lock(gate().mutex);
         address->receiver = nullptr;
     });
+    completion = [watch, completion = std::move(completion)] {
+        QObject::disconnect(watch);
+        completion();
+    };
     try {
         std::thread([work = std::move(work), address, completion]() mutable {
             try {

@@ -13,6 +13,7 @@ bool isData(const QVariant& value) {
     return value.typeId() == QMetaType::QByteArray;
 }
 
+// As doubleValue of text/Numbers, which a settings store should not need, but of Qt's texts.
 double leadingNumber(const QString& text) {
     static const QRegularExpression number(uR"(^\s*([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?))"_s);
     return number.match(text).captured(1).toDouble();

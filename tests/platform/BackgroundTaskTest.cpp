@@ -225,6 +225,17 @@ TEST(BackgroundTask, withoutAThreadTheCompletionComesWithAFreshResult) {
     }));
 }
 
+TEST(BackgroundTask, nothingOfACompletedOneIsLeftInTheReceiver) {
+    struct Receiver : QObject {
+        using QObject::receivers;
+    } receiver;
+    QEventLoop loop;
+    runInBackground([] { return 0; }, &receiver, [&](int) { loop.quit(); });
+    EXPECT_EQ(receiver.receivers(SIGNAL(destroyed(QObject*))), 1);
+    loop.exec();
+    EXPECT_EQ(receiver.receivers(SIGNAL(destroyed(QObject*))), 0);
+}
+
 TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterIt) {
     // Without a thread the completion is certainly posted when the call returns.
     EXPECT_TRUE(passesWithoutThreads([] {
