@@ -37,6 +37,14 @@ inline Mask otherThanPlain(const char* at, char quote) {
     return static_cast<Mask>(_mm_movemask_epi8(others));
 }
 
+/// The same mask of the quotes.
+inline Mask quotes(const char* at) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const __m128i quotes = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),
+                                        _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\'')));
+    return static_cast<Mask>(_mm_movemask_epi8(quotes));
+}
+
 /// Whether the 16 bytes at both places are equal.
 inline bool equal16(const char* one, const char* other) {
     const __m128i same = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(one)),
@@ -56,6 +64,13 @@ inline Mask otherThanPlain(const char* at, char quote) {
                           vceqq_s8(bytes, vdupq_n_s8(static_cast<signed char>(quote)))),
                  vorrq_u8(vceqq_s8(bytes, vdupq_n_s8('<')), vceqq_s8(bytes, vdupq_n_s8('&'))));
     return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(others), 4)), 0);
+}
+
+inline Mask quotes(const char* at) {
+    const int8x16_t bytes = vld1q_s8(reinterpret_cast<const signed char*>(at));
+    const uint8x16_t quotes =
+        vorrq_u8(vceqq_s8(bytes, vdupq_n_s8('"')), vceqq_s8(bytes, vdupq_n_s8('\'')));
+    return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(quotes), 4)), 0);
 }
 
 inline bool equal16(const char* one, const char* other) {
@@ -81,6 +96,14 @@ inline Mask otherThanPlain(const char* at, char quote) {
     return mask;
 }
 
+inline Mask quotes(const char* at) {
+    Mask mask = 0;
+    for (unsigned index = 0; index < 16; ++index) {
+        mask |= Mask{at[index] == '"' || at[index] == '\''} << index;
+    }
+    return mask;
+}
+
 inline bool equal16(const char* one, const char* other) {
     return std::memcmp(one, other, 16) == 0;
 }
@@ -97,7 +120,19 @@ inline std::size_t plainLength(const char* at, char quote) {
     }
 }
 
-/// Whether so many bytes are, which are 32 or fewer.
+/// How many bytes from `at` on come before a quote; `most` or more if there is none before that.
+inline std::size_t lengthToQuote(const char* at, std::size_t most) {
+    for (std::size_t length = 0; length < most; length += 16) {
+        const Mask mask = quotes(at + length);
+        if (mask != 0) {
+            return length + static_cast<std::size_t>(std::countr_zero(mask)) / maskBits;
+        }
+    }
+    return most;
+}
+
+/// Whether so many bytes are plain, which are `mostArePlain` or fewer.
+inline constexpr std::size_t mostArePlain = 32;
 inline bool arePlain(const char* at, std::size_t size, char quote) {
     if (size < 16) {
         return (otherThanPlain(at, quote) & ((Mask{1} << (size * maskBits)) - 1)) == 0;

@@ -19,23 +19,12 @@ constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
 constexpr std::size_t slotCount = 2 * mostRuns;
 constexpr std::size_t longestMarkup = 256;
 constexpr std::size_t longestRun = 1000;
-static_assert(longestRun <= FastBytes::padding);
-
-bool isQuote(char byte) {
-    return byte == '"' || byte == '\'';
-}
+static_assert(longestRun <= FastBytes::padding && longestMarkup <= FastBytes::padding);
 
 /// The length up to, and with, the next quote after the first byte; 0 if it is beyond the longest.
 std::size_t lengthToQuote(const char* at) {
-    for (std::size_t length = 1; length < longestMarkup; ++length) {
-        if (isQuote(at[length])) {
-            return length + 1;
-        }
-        if (at[length] == '\0') {
-            break;
-        }
-    }
-    return 0;
+    const std::size_t length = 1 + FastBytes::lengthToQuote(at + 1, longestMarkup);
+    return length < longestMarkup ? length + 1 : 0;
 }
 
 std::size_t mixed(std::uint64_t hash, std::uint64_t value) {
@@ -76,6 +65,7 @@ FastRun* longestAt(FastRun* run, const char* at, std::size_t same, std::size_t r
 FastRuns::FastRuns() : _slots(slotCount) {}
 
 FastRun* FastRuns::findOther(const char* at, std::size_t room, FastRun* likely) {
+    ++_surprises;
     FastRun* run = likely == nullptr ? nullptr : longestAt(likely, at, 0, room);
     if (run == nullptr) {
         run = root(at, room);

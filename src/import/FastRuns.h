@@ -78,6 +78,9 @@ class FastRuns {
     /// There is no room for more.
     bool isFull() const;
 
+    /// How often what followed was not what had followed last.
+    std::uint64_t surprises() const { return _surprises; }
+
   private:
     struct Slot {
         std::size_t hash = 0;
@@ -97,4 +100,5 @@ class FastRuns {
     std::deque<FastRun> _runs;
     std::vector<Slot> _slots;  // open addressing
     std::size_t _byteCount = 0;
+    std::uint64_t _surprises = 0;
 };

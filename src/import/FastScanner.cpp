@@ -10,8 +10,8 @@
 // What was verified once need not be verified again. The bytes between two values come from a small
 // set; each is parsed once. With the values that come again, and what follows those, they make long
 // runs that are compared at once, first with the one that followed last time. Values that vary are
-// looked over sixteen bytes at a time; of long ones, and of those with references or letters beyond
-// ASCII, the last one of each attribute is kept and compared.
+// looked over sixteen bytes at a time; long ones, and those with references or letters beyond
+// ASCII, are kept and compared.
 //
 // A boundary is a place between two pieces of markup. Nothing of a tag counts before the markup
 // after its last value is accepted, so at whatever is refused the state is that of the boundary.
@@ -19,7 +19,6 @@
 namespace {
 
 constexpr std::size_t deepest = 1000;
-constexpr std::size_t mostUsualSize = 32;
 
 }  // namespace
 
@@ -28,9 +27,9 @@ FastScanner::FastScanner()
       _typeAttribute(_names.attributes.id(StepRecord::typeAttribute).value()),
       _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()) {
-    for (const FastNames::Id name : {_startDateAttribute, _valueAttribute}) {
+    for (const FastNames::Id name : {_typeAttribute, _startDateAttribute, _valueAttribute}) {
         _attributes[name].isWanted = true;
-        _attributes[name].varies = true;
+        _attributes[name].varies = name != _typeAttribute;
     }
 }
 
@@ -63,10 +62,7 @@ FastScanner::Names FastScanner::namesOf(const std::vector<FastNames::Id>& ids) c
 
 const char* FastScanner::scan(const char* begin, const char* stop) {
     _boundary = begin;
-    if (_runs.isFull() || _runsAreStale) {
-        _runs.clear();
-        _runsAreStale = false;
-    }
+    judgeRuns();
     while (_boundary < stop) {
         const char* const at = _boundary;
         const auto markup = FastGrammar::inContent(_names, at, stop);
@@ -124,7 +120,7 @@ inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& 
     if (last.next != &run) {
         last.otherNext = std::exchange(last.next, &run);
     }
-    if (!_attributes[last.attribute].varies && _joins) {
+    if (_joins && !_attributes[last.attribute].varies) {
         join(last, value, run.root());
     }
 }
@@ -132,7 +128,6 @@ inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& 
 /// Makes `last` longer by the value and what followed.
 void FastScanner::join(FastRun& last, std::string_view value, const FastRun& next) {
     constexpr std::uint32_t mostValues = 128;
-    constexpr std::uint64_t mostJoins = 20000;
     const bool isStep = last.attribute == _typeAttribute &&
                         isStepType({value.data(), value.data() + value.size(), false});
     _runs.join(last, value, isStep, next);
@@ -140,10 +135,24 @@ void FastScanner::join(FastRun& last, std::string_view value, const FastRun& nex
         _attributes[last.attribute].varies = true;
         _runsAreStale = true;
     }
-    // Where hardly anything comes again, runs cost more than they save.
-    if (++_joinCount > mostJoins + _tagCount / 16) {
-        _joins = false;
-        _runsAreStale = true;
+}
+
+/// Decides whether runs are to be made longer: where it is often a surprise what follows, long ones
+/// cost more than they save. They are tried again later, and ever more seldom.
+void FastScanner::judgeRuns() {
+    constexpr std::uint64_t trial = 4000;
+    constexpr std::uint64_t longestRest = std::uint64_t{1} << 20U;
+    if (_tagCount >= _nextJudgement) {
+        const bool areForetold = 2 * (_runs.surprises() - _judgedSurprises) < trial;
+        const bool wereJoined = std::exchange(_joins, !_joins || areForetold);
+        _runsAreStale |= _joins != wereJoined;
+        _rest = _joins ? _rest : std::min(2 * _rest, longestRest);
+        _nextJudgement = _tagCount + (_joins ? trial : _rest);
+        _judgedSurprises = _runs.surprises();
+    }
+    if (_runs.isFull() || _runsAreStale) {
+        _runs.clear();
+        _runsAreStale = false;
     }
 }
 
@@ -210,52 +219,46 @@ bool FastScanner::changeDepth(const FastMarkup& markup) {
 
 /// The end of the attribute's value at `at`; null where it is refused.
 inline const char* FastScanner::readValue(FastNames::Id name, char quote, const char* at) {
-    const Attribute& attribute = _attributes[name];
-    const char* const end = at + attribute.usualSize;
-    const bool isUsual = attribute.usualSize <= mostUsualSize && *end == quote &&
-                         FastBytes::arePlain(at, attribute.usualSize, quote);
-    if (isUsual && !attribute.isWanted) {
-        return end;
+    Attribute& attribute = _attributes[name];
+    Text value{at, at + attribute.usualSize, true};
+    if (*value.end != quote || !FastBytes::arePlain(at, attribute.usualSize, quote)) {
+        value.end = at + FastBytes::plainLength(at, quote);
+        if (*value.end != quote) {
+            value = valueInFull(quote, at);
+            if (value.end == nullptr) {
+                return nullptr;
+            }
+        }
+        const auto size = static_cast<std::size_t>(value.end - at);
+        attribute.usualSize = size <= FastBytes::mostArePlain ? size : 0;
     }
-    const Text value = isUsual ? Text{at, end, true} : otherValue(name, quote, at);
-    if (name == _startDateAttribute) {
-        _startDate = value;
-    } else if (name == _valueAttribute) {
-        _value = value;
+    if (attribute.isWanted) {
+        keepWanted(name, value);
     }
     return value.end;
 }
 
-/// The same for a value that has not its usual size, or is more than printable ASCII.
-FastScanner::Text FastScanner::otherValue(FastNames::Id name, char quote, const char* at) {
-    Attribute& attribute = _attributes[name];
-    const std::string& last = attribute.lastValue;
-    if (!last.empty() && last.back() == quote && FastBytes::equal(at, last.data(), last.size())) {
-        _isStepType |= attribute.lastIsStepType;
-        return {at, at + last.size() - 1, attribute.lastIsPlain};
+/// The same for a value with more than printable ASCII.
+FastScanner::Text FastScanner::valueInFull(char quote, const char* at) {
+    const std::size_t knownSize = _values.sizeAt(quote, at);
+    if (knownSize != 0) {
+        return {at, at + knownSize, false};
     }
-    Text value{at, at + FastBytes::plainLength(at, quote), true};
-    if (*value.end != quote) {
-        value.isPlain = false;
-        value.end = FastGrammar::valueEnd(value.end, quote);
-        if (value.end == nullptr) {
-            return value;
-        }
+    const char* const end = FastGrammar::valueEnd(at, quote);
+    if (end != nullptr) {
+        _values.keep({at, end + 1});
     }
-    attribute.lastIsStepType = name == _typeAttribute && isStepType(value);
-    _isStepType |= attribute.lastIsStepType;
+    return {at, end, false};
+}
 
-    constexpr std::size_t longest = 1000;
-    const auto size = static_cast<std::size_t>(value.end - value.begin);
-    const bool isUsual = value.isPlain && size <= mostUsualSize && name != _typeAttribute;
-    attribute.usualSize = isUsual ? size : mostUsualSize + 1;
-    if (isUsual || size > longest) {
-        attribute.lastValue.clear();
+void FastScanner::keepWanted(FastNames::Id name, const Text& value) {
+    if (name == _typeAttribute) {
+        _isStepType = isStepType(value);
+    } else if (name == _startDateAttribute) {
+        _startDate = value;
     } else {
-        attribute.lastValue.assign(value.begin, value.end + 1);
+        _value = value;
     }
-    attribute.lastIsPlain = value.isPlain;
-    return value;
 }
 
 bool FastScanner::isStepType(const Text& value) const {

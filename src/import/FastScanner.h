@@ -1,8 +1,10 @@
 #pragma once
 
+#include "import/FastBytes.h"
 #include "import/FastMarkup.h"
 #include "import/FastNames.h"
 #include "import/FastRuns.h"
+#include "import/FastValues.h"
 #include "import/StepSums.h"
 
 #include <array>
@@ -54,20 +56,19 @@ class FastScanner {
 
     struct Attribute {
         bool isWanted = false;      // for the sums
-        bool varies = false;        // or is wanted: runs end before its value
-        std::size_t usualSize = 0;  // of the last value, if it was short and plain
-        std::string lastValue;      // with its closing quote; empty if it was not worth keeping
-        bool lastIsPlain = true;
-        bool lastIsStepType = false;
+        bool varies = false;        // runs end before its value
+        std::size_t usualSize = 0;  // of the last value, if it was short
     };
 
     bool readTags(const FastMarkup& begin, const char* at, const char* stop);
     bool accept(const FastRun::Part& part, const char* at);
     bool changeDepth(const FastMarkup& markup);
     void follow(FastRun& last, std::string_view value, FastRun& run);
+    void judgeRuns();
     void join(FastRun& last, std::string_view value, const FastRun& next);
     const char* readValue(FastNames::Id name, char quote, const char* at);
-    Text otherValue(FastNames::Id name, char quote, const char* at);
+    Text valueInFull(char quote, const char* at);
+    void keepWanted(FastNames::Id name, const Text& value);
     bool isStepType(const Text& value) const;
     void addStepRecord();
     Names namesOf(const std::vector<FastNames::Id>& ids) const;
@@ -75,10 +76,13 @@ class FastScanner {
     StepSums _sums;
     FastVocabulary _names;
     FastRuns _runs;
-    bool _runsAreStale = false;  // to be forgotten
-    bool _joins = true;          // makes runs longer
-    std::uint64_t _joinCount = 0;
+    FastValues _values;
     std::uint64_t _tagCount = 0;
+    bool _runsAreStale = false;  // to be forgotten
+    bool _joins = true;          // runs are made longer
+    std::uint64_t _nextJudgement = 0;
+    std::uint64_t _judgedSurprises = 0;
+    std::uint64_t _rest = 8000;
     std::array<Attribute, FastNames::most> _attributes;  // by name
     FastNames::Id _recordElement;
     FastNames::Id _typeAttribute;

@@ -16,7 +16,13 @@ void StepSums::add(std::string_view startDate, std::string_view value) {
 
 std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
     if (_lastSum == nullptr || !_lastDay.contains(instant)) {
-        _lastDay = localDay(instant);
+        // About how many days since 1970: it is no more than a place to look.
+        const auto number = std::chrono::floor<std::chrono::days>(instant).time_since_epoch();
+        LocalDay& known = _knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
+        if (!known.contains(instant)) {
+            known = localDay(instant);
+        }
+        _lastDay = known;
         _lastSum = &_sums[_lastDay.date];
     }
     return *_lastSum;

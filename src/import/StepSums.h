@@ -36,7 +36,10 @@ class StepSums {
     InstantReader _instants;
     ByDate _sums;
 
-    // The day that was last added to: records come in runs of one day.
+    // The day that was last added to: most records come in runs of one day.
     LocalDay _lastDay;
     std::int64_t* _lastSum = nullptr;
+
+    // A few years of days: in some exports the runs are short.
+    std::vector<LocalDay> _knownDays = std::vector<LocalDay>(4096);
 };

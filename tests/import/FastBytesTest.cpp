@@ -47,6 +47,17 @@ TEST(FastBytes, upTo32BytesArePlainIfNoneOfThemIsAnother) {
     }
 }
 
+TEST(FastBytes, theNextQuoteIsFoundOfEitherKind) {
+    for (const char quote : {'"', '\''}) {
+        for (std::size_t place = 0; place < 64; ++place) {
+            std::string text(64, '&');
+            text[place] = quote;
+            EXPECT_EQ(FastBytes::lengthToQuote((text + padding).data(), 64), place);
+        }
+    }
+    EXPECT_GE(FastBytes::lengthToQuote(std::string(100, '#').data(), 64), 64U);
+}
+
 TEST(FastBytes, bytesAreEqualOrHaveAFirstDifference) {
     const std::string one(200, 'a');
     for (const std::size_t size : {0U, 1U, 7U, 8U, 15U, 16U, 17U, 40U, 64U, 65U, 150U}) {

@@ -163,4 +163,18 @@ TEST(StepSums, theOrderOfRecordsMakesNoDifference) {
     EXPECT_EQ(inRuns.days().size(), 15U);
 }
 
+TEST(StepSums, daysFarApartMayComeInTurns) {
+    const ScopedTimeZone local("America/Los_Angeles");
+    StepSums sums;
+    for (int hour = 0; hour < 24; ++hour) {
+        // 4096 days lie between them.
+        for (const char* date : {"1990-01-01", "2001-03-20"}) {
+            char text[64];
+            std::snprintf(text, sizeof text, "%s %02d:30:00 -0800", date, hour);
+            sums.add(text, "10");
+        }
+    }
+    EXPECT_EQ(asText(sums.days()), (Days{{"2001-03-20", 240}, {"1990-01-01", 240}}));
+}
+
 }  // namespace
