@@ -164,6 +164,7 @@ void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const
 FastRun& FastRuns::insert(std::size_t hash, FastRun run) {
     _byteCount += run.bytes.size();
     FastRun& kept = _runs.emplace_back(std::move(run));
+    kept.isInOneTag = !kept.parts.back().markup.endsTag;
     kept.longest = &kept;
     std::size_t slot = hash % slotCount;
     while (_slots[slot].run != nullptr) {

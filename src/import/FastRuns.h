@@ -32,6 +32,7 @@ struct FastRun {
 
     std::string bytes;
     std::vector<Part> parts;
+    bool isInOneTag = false;
     FastNames::Id attribute = 0;  // after whose opening quote it ends
     char quote = 0;
 

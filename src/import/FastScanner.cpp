@@ -87,10 +87,8 @@ bool FastScanner::readTags(const FastMarkup& begin, const char* at, const char* 
     while (at != nullptr) {
         FastRun* run = _runs.find(at, stop, last);
         if (run != nullptr) {
-            for (const FastRun::Part& part : run->parts) {
-                if (!accept(part, at + part.offset)) {
-                    return false;
-                }
+            if (!accept(*run, at)) {
+                return false;
             }
             if (last != nullptr) {
                 follow(*last, {value, at}, *run);
@@ -156,6 +154,18 @@ void FastScanner::judgeRuns() {
     }
 }
 
+inline bool FastScanner::accept(const FastRun& run, const char* at) {
+    if (run.isInOneTag) {
+        return addAttributes(run.parts.front());
+    }
+    for (const FastRun::Part& part : run.parts) {
+        if (!accept(part, at + part.offset)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Does what the markup at `at` does. False, and nothing done but to the tag it begins, where that
 /// is not well-formed here.
 inline bool FastScanner::accept(const FastRun::Part& part, const char* at) {
@@ -179,6 +189,11 @@ inline bool FastScanner::accept(const FastRun::Part& part, const char* at) {
     if (markup.end == FastMarkup::End::content) {
         return true;
     }
+    return addAttributes(part);
+}
+
+/// False where the tag has one of them already.
+inline bool FastScanner::addAttributes(const FastRun::Part& part) {
     const bool isRepeated = _tagAttributes.hasAnyOf(part.attributes);
     _tagAttributes.add(part.attributes);
     _isStepType |= part.isStepType;

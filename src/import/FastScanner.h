@@ -61,6 +61,8 @@ class FastScanner {
     };
 
     bool readTags(const FastMarkup& begin, const char* at, const char* stop);
+    bool accept(const FastRun& run, const char* at);
+    bool addAttributes(const FastRun::Part& part);
     bool accept(const FastRun::Part& part, const char* at);
     bool changeDepth(const FastMarkup& markup);
     void follow(FastRun& last, std::string_view value, FastRun& run);
