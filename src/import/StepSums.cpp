@@ -15,17 +15,19 @@ void StepSums::add(std::string_view startDate, std::string_view value) {
 }
 
 std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
-    if (_lastSum == nullptr || !_lastDay.contains(instant)) {
+    if (_last == nullptr || !_last->day.contains(instant)) {
         // About how many days since 1970: it is no more than a place to look.
         const auto number = std::chrono::floor<std::chrono::days>(instant).time_since_epoch();
-        LocalDay& known = _knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
-        if (!known.contains(instant)) {
-            known = localDay(instant);
+        _last = &_knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
+        if (!_last->day.contains(instant)) {
+            *_last = {localDay(instant)};
         }
-        _lastDay = known;
-        _lastSum = &_sums[_lastDay.date];
     }
-    return *_lastSum;
+    if (_last->taken != _taken) {
+        _last->sum = &_sums[_last->day.date];
+        _last->taken = _taken;
+    }
+    return *_last->sum;
 }
 
 void StepSums::add(const ByDate& days) {
@@ -36,7 +38,7 @@ void StepSums::add(const ByDate& days) {
 }
 
 StepSums::ByDate StepSums::takeAll() {
-    _lastSum = nullptr;
+    ++_taken;
     return std::exchange(_sums, {});
 }
 

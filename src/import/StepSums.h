@@ -36,10 +36,15 @@ class StepSums {
     InstantReader _instants;
     ByDate _sums;
 
-    // The day that was last added to: most records come in runs of one day.
-    LocalDay _lastDay;
-    std::int64_t* _lastSum = nullptr;
-
-    // A few years of days: in some exports the runs are short.
-    std::vector<LocalDay> _knownDays = std::vector<LocalDay>(4096);
+    // Days to which something was added, and what came of it since the sums were taken away so
+    // many times. A few years of them: most records come in runs of one day, but not in all
+    // exports.
+    struct KnownDay {
+        LocalDay day;
+        std::uint64_t taken = 0;
+        std::int64_t* sum = nullptr;
+    };
+    std::vector<KnownDay> _knownDays = std::vector<KnownDay>(4096);
+    KnownDay* _last = nullptr;
+    std::uint64_t _taken = 1;
 };
