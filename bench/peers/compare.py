@@ -1,102 +1,100 @@
-"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over exports that it writes to FOLDER,
-and prints for each its median CPU and wall time, the spread of the wall time, and how many times longer
-expat's peer took."""
+"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over files that it writes to FOLDER,
+and prints for each its median CPU and wall time, the spread of the wall time, its most memory in MB above
+that on an empty document, and how many times longer the table's base took; at the end the goals."""
 import os
-import random
-import re
 import statistics
-import subprocess
 import sys
-import time
 
-binaries, folder, runs, largest = sys.argv[1], sys.argv[2], int(sys.argv[3]), sys.argv[4]
+import variants
+from measuring import measured, print_goals
 
+binaries, folder, runs, size = sys.argv[1], sys.argv[2], int(sys.argv[3]), sys.argv[4]
 
-def program(name, *words):
-    return [os.path.join(binaries, name), *words]
-
-
-one = program("stepdays", "--threads", "1")
-two = program("stepdays", "--threads", "2")
-expat = program("peer_expat")
-everybody = {
-    "stepdays, one thread": one,
-    "stepdays, two threads": two,
-    "stepdays, by expat": program("stepdays", "--reader", "expat"),
-    "expat": expat,
-    "libxml2": program("peer_libxml2"),
-    "QXmlStreamReader": program("peer_qt"),
-    "read()": program("peer_read"),
+ONE, TWO, EXPAT, BY_EXPAT = "stepdays, one thread", "stepdays, two threads", "expat", "stepdays, by expat"
+programs = {
+    ONE: ["stepdays", "--threads", "1"],
+    TWO: ["stepdays", "--threads", "2"],
+    "stepdays, four threads": ["stepdays", "--threads", "4"],
+    "stepdays": ["stepdays"],
+    BY_EXPAT: ["stepdays", "--reader", "expat"],
+    EXPAT: ["peer_expat"],
+    "libxml2": ["peer_libxml2"],
+    "QXmlStreamReader": ["peer_qt"],
+    "read()": ["peer_read"],
 }
-few = {"stepdays, one thread": one, "expat": expat}
+programs = {name: [os.path.join(binaries, words[0]), *words[1:]] for name, words in programs.items()}
+programs = {name: words for name, words in programs.items() if os.path.exists(words[0])}
+
+IN_WHOLE = [ONE, TWO, BY_EXPAT, EXPAT, "libxml2", "QXmlStreamReader", "read()"]
+IN_VARIANTS = [ONE, TWO, EXPAT]
+# Here expat alone would take gigabytes, so it is the one that stepdays keeps within limits.
+IN_DAMAGE = ["stepdays", ONE, "stepdays, four threads", BY_EXPAT]
+
+# The text, the least that is wanted, table, program, of which time, whose.
+RATIOS = [
+    ("one thread, CPU time, times expat", 22, "whole", ONE, "cpu", EXPAT),
+    ("one thread, CPU time, times libxml2", 13, "whole", ONE, "cpu", "libxml2"),
+    ("two threads, wall time, times expat", 40, "whole", TWO, "wall", EXPAT),
+    ("two threads, wall time, times libxml2", 22, "whole", TWO, "wall", "libxml2"),
+    ("two threads, wall time, of the plain read's speed", 0.55, "whole", TWO, "wall", "read()"),
+    ("records of all types mixed, times expat", 15, "mixed", ONE, "cpu", EXPAT),
+    ("attributes shuffled, times expat", 5, "shuffled", ONE, "cpu", EXPAT),
+    ("single quotes, times expat", 3, "single", ONE, "cpu", EXPAT),
+    ("a comment before each record, times expat", 3, "comments", ONE, "cpu", EXPAT),
+    ("a reference in each record, times expat", 3, "references", ONE, "cpu", EXPAT),
+]
+SLOWER_BY = 1.1  # at most, than expat, whatever the document
+MEMORY = 16      # at most, whatever the document
+
+tables = {}  # by name, then by program: medians and most memory
 
 
-def measured(words, path):
-    begin = time.monotonic()
-    process = subprocess.Popen(words + [path], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    _, status, usage = os.wait4(process.pid, 0)
-    process.returncode = os.waitstatus_to_exitcode(status)
-    wall = time.monotonic() - begin
-    return usage.ru_utime + usage.ru_stime, wall
-
-
-def compare(title, path, programs):
+def compare(name, title, path, names, base):
     print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each")
-    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'CPU x':>8}{'wall x':>8}")
-    results = {name: [] for name in programs}
+    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU x':>8}{'wall x':>8}", flush=True)
+    names = [name for name in names if name in programs]
+    measured(binaries, programs["read()"] + [path])  # so that the file is in memory
+    results = {name: [] for name in names}
     for _ in range(runs):
-        for name, words in programs.items():
-            results[name].append(measured(words, path))
-    base = [statistics.median(column) for column in zip(*results["expat"])]
-    for name, rows in results.items():
-        cpus, walls = zip(*rows)
-        cpu, wall = statistics.median(cpus), statistics.median(walls)
-        print(f"{name:24}{cpu:8.3f}{wall:8.3f}{min(walls):8.3f}{max(walls):8.3f}"
-              f"{base[0] / cpu:8.1f}{base[1] / wall:8.1f}")
+        for program in names:
+            results[program].append(measured(binaries, programs[program] + [path]))
+    if len({run.output for program in names if program != "read()" for run in results[program]}) > 1:
+        sys.exit(f"not all read the same days in {path}")
+    table = tables[name] = {program: summary(program, rows) for program, rows in results.items()}
+    for program, row in table.items():
+        walls = [run.wall for run in results[program]]
+        print(f"{program:24}{row['cpu']:8.3f}{row['wall']:8.3f}{min(walls):8.3f}{max(walls):8.3f}{row['memory']:8.1f}"
+              f"{table[base]['cpu'] / row['cpu']:8.1f}{table[base]['wall'] / row['wall']:8.1f}", flush=True)
 
 
-def variant(source, name, change):
-    """A copy of the export in which each line is what `change` makes of it."""
-    path = os.path.join(folder, name)
-    if not os.path.exists(path):
-        with open(source, encoding="utf-8") as lines, open(path, "w", encoding="utf-8") as copy:
-            copy.writelines(change(line) if line.startswith(" <Record") else line for line in lines)
-    return path
+def summary(program, rows):
+    return {
+        "cpu": statistics.median(run.cpu for run in rows),
+        "wall": statistics.median(run.wall for run in rows),
+        "memory": (max(run.memory for run in rows) - empty_memory[program]) / 1024,
+    }
 
 
-def shuffled(line):
-    attributes = re.findall(r'\w+="[^"]*"', line)
-    chance.shuffle(attributes)
-    return " <Record " + " ".join(attributes) + ("/>\n" if line.rstrip().endswith("/>") else ">\n")
-
-
-def export(size):
-    path = os.path.join(folder, f"export-{size}.xml")
-    if not os.path.exists(path):
-        subprocess.run(program("makeexport", "--size", size, path), check=True)
-    return path
-
-
-def cut(source, name):
-    path = os.path.join(folder, name)
-    if not os.path.exists(path):
-        with open(source, "rb") as whole, open(path, "wb") as copy:
-            copy.write(whole.read()[:-1000])
-    return path
+def goals():
+    for text, least, table, program, time, other in RATIOS:
+        rows = tables[table]
+        yield text, least, True, rows[other][time] / rows[program][time] if other in rows else None
+    yield ("the slowest document, CPU time over expat's", SLOWER_BY, False,
+           max(rows[ONE]["cpu"] / rows[EXPAT]["cpu"] for rows in tables.values() if EXPAT in rows))
+    yield ("the slowest damage, CPU time over stepdays by expat's", SLOWER_BY, False,
+           max(rows[ONE]["cpu"] / rows[BY_EXPAT]["cpu"] for rows in tables.values() if BY_EXPAT in rows))
+    yield ("most memory, MB above an empty document's", MEMORY, False,
+           max(row["memory"] for rows in tables.values() for name, row in rows.items() if name.startswith("stepdays")))
 
 
 os.makedirs(folder, exist_ok=True)
-chance = random.Random(1)
-large, small = export(largest), export("100M")
-compare("An export", large, {k: v for k, v in everybody.items() if os.path.exists(v[0])})
-compare("Attributes shuffled", variant(small, "shuffled.xml", shuffled), few)
-compare("Single quotes", variant(small, "single.xml", lambda line: line.replace("'", "").replace('"', "'")), few)
-numbers = iter(range(10**9))
-compare("A comment before each record",
-        variant(small, "comments.xml", lambda line: f" <!-- {next(numbers)} -->\n{line}"), few)
-compare("A reference in each record",
-        variant(small, "references.xml", lambda line: line.replace('startDate="2', 'startDate="&#50;')), few)
-compare("Cut off near the end", cut(small, "cut.xml"), few)
-# Expat reads all of this one: a name beyond ASCII comes first.
-compare("Handed over at the beginning",
-        variant(small, "names.xml", lambda line: line.replace(" <Record ", ' <Record \u00e4="" ')), few)
+empty = variants.empty(folder)
+empty_memory = {name: statistics.median(measured(binaries, words + [empty]).memory for _ in range(runs))
+                for name, words in programs.items()}
+export = variants.export(os.path.join(binaries, "makeexport"), os.path.join(folder, f"export-{size}.xml"), size)
+compare("whole", "An export", export, IN_WHOLE, EXPAT)
+for name, (title, path) in variants.variants(folder, export).items():
+    compare(name, title, path, IN_VARIANTS, EXPAT)
+for title, path in variants.damage(folder, os.path.getsize(export)):
+    compare(title, title, path, IN_DAMAGE, BY_EXPAT)
+print_goals(goals())
