@@ -1,0 +1,68 @@
+"""A display of its own, whose picture is looked at from outside: the server keeps it in a file."""
+import mmap
+import os
+import struct
+import subprocess
+import tempfile
+import time
+
+WIDTH, HEIGHT = 800, 720
+EACH = 8  # of the lines of the picture is looked at: enough to see text change, and quick
+
+
+class Screen:
+    def __enter__(self):
+        self._folder = tempfile.TemporaryDirectory()
+        read_end, write_end = os.pipe()
+        with open(os.path.join(self._folder.name, "log"), "wb") as log:
+            self._server = subprocess.Popen(
+                ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp",
+                 "-nocursor", "-noreset", "-fbdir", self._folder.name], pass_fds=[write_end], stdout=log, stderr=log)
+        os.close(write_end)
+        with os.fdopen(read_end) as number:
+            self.display = ":" + number.readline().strip()
+        with open(self._file(), "rb") as file:
+            self._map = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
+        # An X window dump: numbers of 32 bits, the most significant byte first.
+        header = struct.unpack(">25I", self._map[:100])
+        header_size, bytes_per_line, colors = header[0], header[12], header[19]
+        begin = header_size + colors * 12
+        self._lines = [slice(begin + line * bytes_per_line, begin + (line + 1) * bytes_per_line)
+                       for line in range(0, HEIGHT, EACH)]
+        return self
+
+    def __exit__(self, *_):
+        self._map.close()
+        self._server.terminate()
+        self._server.wait()
+        self._folder.cleanup()
+
+    def _file(self):
+        return os.path.join(self._folder.name, "Xvfb_screen0")
+
+    def look(self):
+        """The picture, good for comparing."""
+        return [self._map[line] for line in self._lines]
+
+    def save(self, path):
+        """The whole picture as an X window dump."""
+        with open(path, "wb") as file:
+            file.write(self._map)
+
+    def wait(self, condition, what):
+        """The time at which the picture first met the condition."""
+        end = time.monotonic() + 60
+        while not condition(self.look()):
+            if time.monotonic() > end:
+                raise TimeoutError(what)
+            time.sleep(0.001)
+        return time.monotonic()
+
+    def wait_until_still(self, seconds):
+        """The picture, once it has not changed for so long."""
+        picture, since = self.look(), time.monotonic()
+        while time.monotonic() - since < seconds:
+            time.sleep(0.01)
+            if self.look() != picture:
+                picture, since = self.look(), time.monotonic()
+        return picture

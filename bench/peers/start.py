@@ -1,0 +1,86 @@
+"""start.py BIN FOLDER RUNS SIZE: how soon the application shows its window, and how soon the days of the export
+in FOLDER that it remembers are in it, against a bare window and stepdays; in turns, seen from outside."""
+import os
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+import variants
+from measuring import measured, print_goals
+from screen import Screen
+
+WINDOW_OVER_BARE = 1.3  # at most
+DAYS_AFTER_STEPDAYS = 100  # ms, at most
+
+binaries, folder, runs, size = sys.argv[1], sys.argv[2], max(int(sys.argv[3]), 5), sys.argv[4]
+
+
+class Shown:
+    """A run of a program on the screen, up to the end of the with block."""
+
+    def __init__(self, screen, home, program):
+        # No session bus: whatever else is asked over it would be measured, too.
+        environment = {**os.environ, "DISPLAY": screen.display, "QT_QPA_PLATFORM": "xcb", "HOME": home,
+                       "XDG_CONFIG_HOME": home, "XDG_RUNTIME_DIR": home, "LC_ALL": "C.UTF-8", "TZ": "UTC",
+                       "DBUS_SESSION_BUS_ADDRESS": f"unix:path={home}/no-bus"}
+        self._screen, self._before = screen, screen.look()
+        self._begin = time.monotonic()
+        self._process = subprocess.Popen([os.path.join(binaries, program)], env=environment, close_fds=False)
+        self.painted = self._time(lambda picture: picture != self._before, f"{program} painting")
+
+    def _time(self, condition, what):
+        return (self._screen.wait(condition, what) - self._begin) * 1000
+
+    def time_of(self, picture):
+        return self._time(lambda now: now == picture, "the days")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait()
+        self._screen.wait(lambda picture: picture == self._before, "the window to go")
+
+
+def measure(screen, home, export):
+    """Times in ms by what was timed."""
+    stepdays = [os.path.join(binaries, "stepdays"), export]
+    # Once before it counts, so that all files are in memory, and to learn what the days look like.
+    measured(binaries, stepdays)
+    with Shown(screen, home, "bare_window"):
+        pass
+    with Shown(screen, home, "ambulet"):
+        days = screen.wait_until_still(1)
+        screen.save(os.path.join(folder, "days.xwd"))
+    times = {"bare window painted": [], "window painted": [], "days in it after that": [], "stepdays": []}
+    for _ in range(runs):
+        with Shown(screen, home, "bare_window") as bare:
+            times["bare window painted"].append(bare.painted)
+        with Shown(screen, home, "ambulet") as shown:
+            times["window painted"].append(shown.painted)
+            times["days in it after that"].append(shown.time_of(days) - shown.painted)
+        times["stepdays"].append(measured(binaries, stepdays).wall * 1000)
+    return times
+
+
+export = os.path.abspath(
+    variants.export(os.path.join(binaries, "makeexport"), os.path.join(folder, f"export-{size}.xml"), size))
+with tempfile.TemporaryDirectory() as home, Screen() as screen:
+    with open(os.path.join(home, "org.ambulet.DailySteps.ini"), "w", encoding="utf-8") as settings:
+        settings.write(f'[General]\nxmlFilePath="{export}"\n')
+    times = measure(screen, home, export)
+
+print(f"\nThe application's start with an export of {size}, {runs} runs of each, in ms")
+print(f"{'':24}{'median':>8}{'least':>8}{'most':>8}")
+for what, values in times.items():
+    print(f"{what:24}{statistics.median(values):8.1f}{min(values):8.1f}{max(values):8.1f}")
+median = {what: statistics.median(values) for what, values in times.items()}
+print_goals([
+    ("window painted, of the bare window's time", WINDOW_OVER_BARE, False,
+     median["window painted"] / median["bare window painted"]),
+    ("days in it, ms later than stepdays", DAYS_AFTER_STEPDAYS, False,
+     median["days in it after that"] - median["stepdays"]),
+])
