@@ -4,6 +4,7 @@
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 #include "ui_MainWindowController.h"
+#include "widgets/ScreenFit.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -74,6 +75,9 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         if (press->button() == Qt::LeftButton && QApplication::activePopupWidget() == nullptr) {
             mouseDown(press->position().toPoint());
         }
+    } else if (watched == window()->windowHandle() && type == QEvent::Expose && !_fittedOnScreen) {
+        _fittedOnScreen = true;
+        fitOnScreen(*window());
     } else if (watched == window() && type == QEvent::Close) {
         saveFrame();
     }

@@ -189,6 +189,7 @@ class MainWindowController final : public WindowController, public TableViewData
     QFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
     bool _strideEditorOpenedByKeyboard = false;
+    bool _fittedOnScreen = false;  // not before the window's frame is known
 
     QPointer<TableView> _tableView;
     QPointer<QAbstractScrollArea> _scrollView;

@@ -1,5 +1,7 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include "widgets/ScreenFit.h"
+
 #include <QAccessibleWidget>
 #include <QScreen>
 #include <QShowEvent>
@@ -40,9 +42,9 @@ void AuxiliaryWindow::center() {
     if (isMaximized() || isFullScreen()) {
         return;
     }
+    shrinkToScreen(*this);
     const QRect available = screen()->availableGeometry();
-    const QMargins margins = frameMargins();
-    resize(size().boundedTo(available.size().shrunkBy(margins)));
+    const QMargins margins = frameMargins(*this);
     const QSize free = available.size() - size().grownBy(margins);
     // Where it does not fit, its title bar does.
     move(available.topLeft() +
@@ -72,13 +74,9 @@ bool AuxiliaryWindow::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-QMargins AuxiliaryWindow::frameMargins() const {
-    return windowHandle() != nullptr ? windowHandle()->frameMargins() : QMargins();
-}
-
 void AuxiliaryWindow::frameMayHaveChanged() {
     applyMinimumFrameSize();
-    if (_centeredWith && *_centeredWith != frameMargins()) {
+    if (_centeredWith && *_centeredWith != frameMargins(*this)) {
         center();
     }
     _centeredWith.reset();
@@ -86,6 +84,6 @@ void AuxiliaryWindow::frameMayHaveChanged() {
 
 void AuxiliaryWindow::applyMinimumFrameSize() {
     if (_minimumFrameSize) {
-        setMinimumSize(_minimumFrameSize->shrunkBy(frameMargins()));
+        setMinimumSize(_minimumFrameSize->shrunkBy(frameMargins(*this)));
     }
 }

@@ -34,7 +34,6 @@ class AuxiliaryWindow final : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QMargins frameMargins() const;
     void frameMayHaveChanged();
     void applyMinimumFrameSize();
 

@@ -2,21 +2,17 @@
 
 #include "about/LinkButton.h"
 #include "platform/Bundle.h"
+#include "support/AuxiliaryWindowCase.h"
+#include "support/ChangingBundle.h"
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QFile>
 #include <QIcon>
-#include <QScreen>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 #include <QUrl>
 #include <gtest/gtest.h>
-
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -36,37 +32,9 @@ class Browser : public QObject {
     void open(const QUrl& url) { opened.append(url); }
 };
 
-class AboutWindowControllerTest : public testing::Test {
+class AboutWindowControllerTest : public AuxiliaryWindowCase<AboutWindowController> {
   protected:
-    template <typename View>
-    View& view(const char* name) {
-        return *controller.window()->findChild<View*>(QString::fromLatin1(name));
-    }
-
-    // A view's frame, from the content's lower left.
-    QRect frame(const char* name) {
-        const QRect geometry = view<QWidget>(name).geometry();
-        const int bottom = controller.window()->height() - geometry.y() - geometry.height();
-        return {geometry.x(), bottom, geometry.width(), geometry.height()};
-    }
-
-    QString text(const char* name) { return view<Label>(name).text(); }
-
-    void show() {
-        controller.showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
-    }
-
-    void expectCentered() {
-        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        const QRect outer = controller.window()->frameGeometry();
-        EXPECT_EQ(outer.left(), screen.left() + (screen.width() - outer.width()) / 2);
-        EXPECT_EQ(outer.top(), screen.top() + (screen.height() - outer.height()) / 4);
-    }
-
-    QTemporaryDir folder;
     Browser browser;
-    AboutWindowController controller{Bundle::main()};
 };
 
 TEST_F(AboutWindowControllerTest, itsTextsAreTheBundlesAndTheMakers) {
@@ -74,7 +42,7 @@ TEST_F(AboutWindowControllerTest, itsTextsAreTheBundlesAndTheMakers) {
     EXPECT_EQ(text("name"), u"Daily Steps"_s);
     EXPECT_EQ(text("version"), u"Version "_s + QStringLiteral(PROJECT_VERSION));
     EXPECT_EQ(text("credit"), u"Made by the Ambulet developers"_s);
-    EXPECT_EQ(u"https://"_s + view<LinkButton>("link").text(), QStringLiteral(AMBULET_WEBSITE));
+    EXPECT_EQ(view<LinkButton>("link").text(), QUrl(QStringLiteral(AMBULET_WEBSITE)).host());
     EXPECT_EQ(text("copyright"), u"Copyright © 2026 the Ambulet developers"_s);
 }
 
@@ -84,6 +52,17 @@ TEST_F(AboutWindowControllerTest, withoutNameAndVersionThereAreTheProcessAndTheB
     EXPECT_EQ(other.window()->windowTitle(), u"About test_about"_s);
     EXPECT_EQ(other.window()->findChild<Label*>(u"name"_s)->text(), u"test_about"_s);
     EXPECT_EQ(other.window()->findChild<Label*>(u"version"_s)->text(), u"Version "_s);
+}
+
+TEST_F(AboutWindowControllerTest, itsTextsStayWhenTheBundleChanges) {
+    const ChangingBundle changing(u"First"_s, u"1.5"_s);
+    AboutWindowController other(changing.bundle);
+    other.showWindow();
+    changing.change(u"Second"_s, u"2.5"_s);
+    other.showWindow();
+    EXPECT_EQ(other.window()->windowTitle(), u"About First"_s);
+    EXPECT_EQ(other.window()->findChild<Label*>(u"name"_s)->text(), u"First"_s);
+    EXPECT_EQ(other.window()->findChild<Label*>(u"version"_s)->text(), u"Version 1.5"_s);
 }
 
 TEST_F(AboutWindowControllerTest, everyViewHasItsFrame) {
@@ -124,6 +103,33 @@ TEST_F(AboutWindowControllerTest, theTextsHaveTheirSizesAndFitTheirRows) {
         EXPECT_LE(row.sizeHint().height(), row.height()) << expected.name;
     }
     EXPECT_TRUE(view<LinkButton>("link").font().underline());
+}
+
+TEST_F(AboutWindowControllerTest, theTextsHaveTheirColors) {
+    expectColor("name", LabelColor::Label);
+    expectColor("version", LabelColor::SecondaryLabel);
+    expectColor("credit", LabelColor::Label);
+    expectColor("copyright", LabelColor::TertiaryLabel);
+}
+
+TEST_F(AboutWindowControllerTest, theLinkIsInTheLinkColor) {
+    show();
+    auto& link = view<LinkButton>("link");
+    link.clearFocus();
+    const QImage drawn = link.grab().toImage();
+    const auto has = [&drawn](const QColor& color) {
+        for (int y = 0; y < drawn.height(); ++y) {
+            for (int x = 0; x < drawn.width(); ++x) {
+                if (drawn.pixelColor(x, y) == color) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    // The line under the text is drawn in full colour, whatever the font.
+    EXPECT_TRUE(has(labelColor(LabelColor::Link, QApplication::palette())));
+    EXPECT_FALSE(has(labelColor(LabelColor::Label, QApplication::palette())));
 }
 
 TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedZoomedOrMinimised) {
@@ -216,20 +222,7 @@ TEST_F(AboutWindowControllerTest, withoutAnIconItsPlaceIsEmpty) {
 }
 
 TEST(AboutWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
-    std::vector<AboutWindowController*> seen(8);
-    {
-        std::vector<std::jthread> threads;
-        for (auto& entry : seen) {
-            threads.emplace_back([&entry] { entry = &AboutWindowController::sharedController(); });
-        }
-    }
-    for (const auto* const controller : seen) {
-        EXPECT_EQ(controller, &AboutWindowController::sharedController());
-    }
-    EXPECT_EQ(seen.front()->thread(), QThread::currentThread());
-    seen.front()->showWindow();
-    EXPECT_TRUE(seen.front()->window()->isVisible());
-    seen.front()->window()->close();
+    expectOneSharedController<AboutWindowController>();
 }
 
 }  // namespace

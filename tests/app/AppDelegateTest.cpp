@@ -4,7 +4,9 @@
 #include "help/HelpWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
+#include "platform/SettingsStore.h"
 #include "platform/UserDefaults.h"
+#include "support/ChangingBundle.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -17,6 +19,22 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Whether the application was asked to quit.
+class QuitSpy final : public QObject {
+  public:
+    QuitSpy() { qApp->installEventFilter(this); }
+
+    bool asked() const { return _asked; }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        _asked = _asked || event->type() == QEvent::Quit;
+        return false;
+    }
+
+  private:
+    bool _asked = false;
+};
 
 class AppDelegateTest : public testing::Test {
   protected:
@@ -84,6 +102,15 @@ TEST_F(AppDelegateTest, aPathThatIsOnlyRegisteredDoesNotKeepTheGuideAway) {
     EXPECT_TRUE(help().isVisible());
 }
 
+TEST_F(AppDelegateTest, withoutABundleIdentifierTheGuideOpens) {
+    const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
+    UserDefaults nowhere(SettingsStore::placeFor(nameless));
+    AppDelegate other(nowhere, nameless);
+    other.applicationDidFinishLaunching();
+    EXPECT_TRUE(mainWindow().isVisible());
+    EXPECT_TRUE(help().isVisible());
+}
+
 TEST_F(AppDelegateTest, theMenusAreTheMainWindowsAndNameTheApplication) {
     delegate.applicationDidFinishLaunching();
     const QList<QAction*> menus = mainWindow().menuBar()->actions();
@@ -96,6 +123,19 @@ TEST_F(AppDelegateTest, withoutADisplayNameTheMenusHaveTheNameOfTheProcess) {
     AppDelegate other(defaults, nameless);
     other.applicationDidFinishLaunching();
     EXPECT_EQ(item(u"Quit test_app"_s).shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+TEST_F(AppDelegateTest, theMenusTitlesStayWhenTheBundleChanges) {
+    const ChangingBundle changing(u"First"_s, u"1.5"_s);
+    AppDelegate other(defaults, changing.bundle);
+    other.applicationDidFinishLaunching();
+    changing.change(u"Second"_s, u"2.5"_s);
+    const QAction& menu = *mainWindow().menuBar()->actions().constFirst();
+    Q_EMIT menu.menu()->aboutToShow();
+    EXPECT_EQ(menu.text(), u"First"_s);
+    for (const QString& title : {u"About First"_s, u"Hide First"_s, u"Quit First"_s}) {
+        EXPECT_NO_THROW(item(title)) << title.toStdString();
+    }
 }
 
 TEST_F(AppDelegateTest, theMenusOpenTheAboutAndTheGettingStartedWindow) {
@@ -111,18 +151,24 @@ TEST_F(AppDelegateTest, theMenusOpenTheAboutAndTheGettingStartedWindow) {
 TEST_F(AppDelegateTest, closingTheLastWindowQuitsAndTheOthersCount) {
     delegate.applicationDidFinishLaunching();
     delegate.showAboutPanel();
-    int left = 0;
-    QTimer::singleShot(0, [] { mainWindow().close(); });
-    QTimer::singleShot(100, [&left] {
-        ++left;
-        help().close();
-    });
-    QTimer::singleShot(200, [&left] {
-        ++left;
-        about().close();
+    const QuitSpy quit;
+    bool allClosed = false;
+    // What a closed window asks for is handled before the next one's turn.
+    QTimer::singleShot(0, [&] {
+        mainWindow().close();
+        QTimer::singleShot(0, [&] {
+            EXPECT_FALSE(quit.asked()) << "the guide and the About window are open";
+            help().close();
+            QTimer::singleShot(0, [&] {
+                EXPECT_FALSE(quit.asked()) << "the About window is open";
+                about().close();
+                allClosed = true;
+            });
+        });
     });
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(left, 2) << "it quit while windows were open";
+    EXPECT_TRUE(allClosed);
+    EXPECT_TRUE(quit.asked());
 }
 
 TEST_F(AppDelegateTest, theQuitItemQuits) {
@@ -131,23 +177,25 @@ TEST_F(AppDelegateTest, theQuitItemQuits) {
     EXPECT_EQ(run(), 0);
 }
 
-TEST_F(AppDelegateTest, theKeysWorkInTheOtherWindowsAlsoWhenTheMainWindowIsClosed) {
+TEST_F(AppDelegateTest, theKeysWorkInEachOtherWindowAlsoWhenItIsTheOnlyOneOpen) {
     delegate.applicationDidFinishLaunching();
     delegate.showAboutPanel();
     mainWindow().close();
     for (QWidget* const window : {&help(), &about()}) {
+        SCOPED_TRACE(window->windowTitle().toStdString());
+        (window == &help() ? about() : help()).close();
+        window->show();
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window));
         QTest::keyClick(window, Qt::Key_H, Qt::ControlModifier);
-        EXPECT_TRUE(help().isMinimized());
-        EXPECT_TRUE(about().isMinimized());
+        EXPECT_TRUE(window->isMinimized());
         item(u"Show All"_s).trigger();
+        const QuitSpy quit;
+        QTimer::singleShot(0,
+                           [window] { QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier); });
+        EXPECT_EQ(run(), 0);
+        EXPECT_TRUE(quit.asked());
     }
-    bool quit = false;
-    QTimer::singleShot(0, [] { QTest::keyClick(&about(), Qt::Key_Q, Qt::ControlModifier); });
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &help(), [&quit] { quit = true; });
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(quit);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -115,8 +116,23 @@ TEST_F(MainMenuTest, hideMinimisesAllWindowsAndShowAllBringsThemBack) {
     item(u"Show All"_s).trigger();
     EXPECT_FALSE(one.isMinimized());
     EXPECT_FALSE(noButton.isMinimized());
-    EXPECT_FALSE(noButton.windowFlags() & Qt::WindowMinimizeButtonHint);
     EXPECT_FALSE(closed.isVisible());
+}
+
+TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonHasOneOnlyWhileItIsHidden) {
+    QWidget window;
+    window.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    window.show();
+    const auto hasButton = [&window] {
+        return window.windowHandle()->flags().testFlag(Qt::WindowMinimizeButtonHint);
+    };
+    EXPECT_FALSE(hasButton());
+    for (int time = 0; time < 2; ++time) {
+        item(u"Hide Daily Steps"_s).trigger();
+        EXPECT_TRUE(hasButton());
+        item(u"Show All"_s).trigger();
+        EXPECT_FALSE(hasButton());
+    }
 }
 
 TEST_F(MainMenuTest, aKeyWorksInAWindowWithoutAMenuBarAlsoWhenTheMainWindowIsClosed) {

@@ -1,5 +1,6 @@
 #include "app/WindowMenu.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -80,12 +81,22 @@ TEST_F(WindowMenuTest, aDialogIsNotListed) {
 }
 
 TEST_F(WindowMenuTest, anItemOfAWindowThatIsGoneDoesNothing) {
+    QWidget hidden;
+    show(hidden);
+    hidden.showMinimized();
+    QWidget front;
+    show(front);
     auto window = std::make_unique<QWidget>();
     window->setWindowTitle(u"Alpha"_s);
     show(*window);
     list();
+    show(front);
     window.reset();
     item(u"Alpha"_s).trigger();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(hidden.isMinimized());
+    EXPECT_EQ(QApplication::activeWindow(), &front);
+    EXPECT_FALSE(list().contains(u"Alpha"_s));
 }
 
 TEST_F(WindowMenuTest, minimizeAndZoomActOnTheWindowInFront) {

@@ -1,9 +1,12 @@
 """What the menus' items do to windows, and their keys, under a window manager."""
 
+import subprocess
 import unittest
 
 from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, front_window, has_state, is_minimized, key,
                     wait_for, window_property, windows_named, xdotool)
+
+MINIMIZE = (0x8, 0x20)  # the function and the decoration in _MOTIF_WM_HINTS
 
 
 class Menus(ProgramTest):
@@ -16,8 +19,22 @@ class Menus(ProgramTest):
         program.wait_until_in_front(ABOUT)
         return program, {title: program.window(title) for title in (MAIN, GUIDE, ABOUT)}
 
+    def start_another(self):
+        """One more run of the program, in front; its main window's X window."""
+        self.remember("")  # it opens no guide
+        before = set(windows_named(MAIN))
+        program = self.start()
+        window = wait_for("one more main window",
+                          lambda: next(iter(set(windows_named(MAIN)) - before), None))
+        wait_for("it in front", lambda: front_window() == window)
+        return program, window
+
     def wait_for_minimized(self, windows):
         wait_for("all windows minimised", lambda: all(map(is_minimized, windows)))
+
+    def decorations(self, window):
+        """The functions and decorations that the window asks of the window manager."""
+        return [int(value, 16) for value in window_property(window, "_MOTIF_WM_HINTS").split(",")[1:3]]
 
     def restore(self, program, title, window):
         xdotool("windowactivate", window)
@@ -34,13 +51,21 @@ class Menus(ProgramTest):
             wait_for("all windows", lambda: not any(map(is_minimized, windows.values())))
             program.wait_until_in_front()
 
+    def test_a_window_without_a_minimise_button_has_one_only_while_it_is_hidden(self):
+        program, windows = self.start_with_all_windows()
+        before = {title: self.decorations(windows[title]) for title in (GUIDE, ABOUT)}
+        key("ctrl+h")
+        self.wait_for_minimized(windows.values())
+        for title, own in before.items():
+            self.assertEqual([asked & bit for asked, bit in zip(own, MINIMIZE)], [0, 0])
+            wait_for("the button", lambda: self.decorations(windows[title])
+                     == [asked | bit for asked, bit in zip(own, MINIMIZE)])
+            self.restore(program, title, windows[title])
+            wait_for("it without the button", lambda: self.decorations(windows[title]) == own)
+
     def test_hide_others_minimises_other_programs_windows_and_show_all_brings_them_back(self):
-        self.remember("")
-        other = self.start().window(MAIN)
-        program = self.start()
-        own = wait_for("the second program's window",
-                       lambda: next(iter(set(windows_named(MAIN)) - {other}), None))
-        wait_for("it in front", lambda: front_window() == own)
+        _, other = self.start_another()
+        program, own = self.start_another()
         key("ctrl+alt+h")
         wait_for("the other minimised", lambda: is_minimized(other))
         self.assertFalse(is_minimized(own))
@@ -48,28 +73,55 @@ class Menus(ProgramTest):
         wait_for("the other back", lambda: not is_minimized(other))
         wait_for("its own in front", lambda: front_window() == own)
 
-    def test_hide_others_works_from_each_window(self):
-        self.remember("")
-        other = self.start().window(MAIN)
-        self.settings_file.unlink()
-        program = self.start()
-        program.wait_until_in_front(GUIDE)
+    def test_hide_others_leaves_the_desktops_own_and_show_all_leaves_what_its_user_minimised(self):
+        typed = {self.start_another()[1]: kind for kind in ("DOCK", "DESKTOP")}
+        _, minimized = self.start_another()
+        _, other = self.start_another()
+        program, own = self.start_another()
+        xdotool("windowminimize", minimized)
+        wait_for("the minimised one", lambda: is_minimized(minimized))
+        for window, kind in typed.items():
+            subprocess.run(["xprop", "-id", window, "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
+                            "_NET_WM_WINDOW_TYPE", f"_NET_WM_WINDOW_TYPE_{kind}"], check=True)
         key("ctrl+alt+h")
+        # The requests are sent in the order of the window manager's list, in which it is last.
         wait_for("the other minimised", lambda: is_minimized(other))
-        self.assertFalse(is_minimized(program.window(GUIDE)))
-
-    def test_minimize_acts_on_the_window_in_front_where_it_has_the_button(self):
-        program, windows = self.start_with_all_windows()
-        for title in (ABOUT, GUIDE):
-            self.restore(program, title, windows[title])
-            key("ctrl+m")
-            # A key that is handled after that one: had it done anything, it would have by now.
-            key("ctrl+h")
-            self.wait_for_minimized(windows.values())
-        self.restore(program, MAIN, windows[MAIN])
+        self.assertFalse(any(map(is_minimized, typed)))
         program.choose("Daily Steps", "Show All")
-        wait_for("all windows", lambda: not any(map(is_minimized, windows.values())))
-        program.wait_until_in_front()
+        wait_for("the other back", lambda: not is_minimized(other))
+        wait_for("its own in front", lambda: front_window() == own)
+        self.assertTrue(is_minimized(minimized))
+
+    def test_hide_others_works_from_each_window(self):
+        program, windows = self.start_with_all_windows()
+        _, other = self.start_another()
+        for title, window in windows.items():
+            self.restore(program, title, window)
+            key("ctrl+alt+h")
+            wait_for("the other minimised", lambda: is_minimized(other))
+            self.assertFalse(any(map(is_minimized, windows.values())))
+            self.restore(program, MAIN, windows[MAIN])
+            program.choose("Daily Steps", "Show All")
+            wait_for("the other back", lambda: not is_minimized(other))
+            wait_for("its own in front", lambda: front_window() == windows[MAIN])
+
+    def test_minimize_leaves_a_window_without_the_button_alone(self):
+        program, windows = self.start_with_all_windows()
+        # After it a key that shows its effect: had the first done anything, it would have by then.
+        self.restore(program, ABOUT, windows[ABOUT])
+        key("ctrl+m", "Tab")
+        wait_for("the focus on the link", lambda: any(
+            has_state(node, Atspi.StateType.FOCUSED)
+            for node in program.all(Atspi.Role.PUSH_BUTTON, "ambulet\\.example")))
+        self.assertFalse(is_minimized(windows[ABOUT]))
+        self.restore(program, GUIDE, windows[GUIDE])
+        key("ctrl+m", "Return")
+        program.label("2 of 5")
+        self.assertFalse(is_minimized(windows[GUIDE]))
+
+    def test_minimize_acts_on_the_window_in_front_alone(self):
+        program, windows = self.start_with_all_windows()
+        program.activate(MAIN)
         key("ctrl+m")
         wait_for("the main window minimised", lambda: is_minimized(windows[MAIN]))
         self.assertFalse(is_minimized(windows[GUIDE]))
@@ -108,33 +160,33 @@ class Menus(ProgramTest):
         program.activate(MAIN)
         self.assertEqual(listed(), [(ABOUT, False), (MAIN, True)])
 
-    def test_bring_all_to_front_raises_all_windows_above_other_programs(self):
+    def test_bring_all_to_front_raises_the_windows_that_are_not_minimised_above_other_programs(self):
         program, windows = self.start_with_all_windows()
-        self.remember("")
-        self.start()
-        other = wait_for("the other program's window",
-                         lambda: next(iter(set(windows_named(MAIN)) - {windows[MAIN]}), None))
+        key("ctrl+h")
+        self.wait_for_minimized(windows.values())
+        self.restore(program, GUIDE, windows[GUIDE])
+        _, other = self.start_another()
 
         def stacking():
             told = window_property(xdotool("search", "--maxdepth", 0, "--class", "").split()[0],
                                    "_NET_CLIENT_LIST_STACKING")
-            return [str(int(window, 16)) for window in told.split("#")[-1].split(",")]
+            listed = [str(int(window, 16)) for window in told.split("#")[-1].split(",")]
+            return [window for window in listed if not is_minimized(window)]
 
-        wait_for("the other on top", lambda: stacking()[-1] == other)
         self.restore(program, MAIN, windows[MAIN])
-        wait_for("the other below one window", lambda: stacking()[-2:] == [other, windows[MAIN]])
+        wait_for("the other between", lambda: stacking() == [windows[GUIDE], other, windows[MAIN]])
         program.choose("Window", "Bring All to Front")
-        wait_for("the other below all", lambda: stacking()[0] == other)
-        self.assertEqual(stacking()[-1], windows[MAIN])
+        wait_for("the other below", lambda: stacking() == [other, windows[GUIDE], windows[MAIN]])
+        self.assertTrue(is_minimized(windows[ABOUT]))
 
-    def test_quit_ends_the_program_from_each_window_also_when_the_main_one_is_closed(self):
+    def test_quit_ends_the_program_from_each_window_also_when_it_is_the_only_one(self):
         for title in (MAIN, GUIDE, ABOUT):
             with self.subTest(title):
                 program, windows = self.start_with_all_windows()
-                if title != MAIN:
-                    program.activate(MAIN)
+                for other in windows.keys() - {title}:
+                    program.activate(other)
                     key("alt+F4")
-                    wait_for("the main window to close", lambda: windows[MAIN] not in windows_named(MAIN))
+                    wait_for("it to close", lambda: windows[other] not in windows_named(other))
                 program.activate(title)
                 key("ctrl+q")
                 self.assertEqual(program.end(), 0)

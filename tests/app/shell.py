@@ -132,6 +132,12 @@ class Shell(ProgramTest):
         self.assertEqual(windows_named(ABOUT), [window])
         self.assert_centered(program, ABOUT)
 
+    def test_the_windows_have_the_programs_icon(self):
+        program = self.start()
+        for title in (MAIN, GUIDE):
+            icon = window_property(program.window(title), "_NET_WM_ICON")
+            self.assertTrue(icon.startswith("Icon (16 x 16)"), icon[:40])
+
     def test_closing_all_windows_quits_and_a_minimised_one_is_open(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)

@@ -2,48 +2,27 @@
 
 #include "help/HelpPages.h"
 #include "platform/Bundle.h"
+#include "support/AuxiliaryWindowCase.h"
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
 #include <QDir>
 #include <QPushButton>
-#include <QScreen>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 #include <QWindow>
 #include <gtest/gtest.h>
-
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class HelpWindowControllerTest : public testing::Test {
+class HelpWindowControllerTest : public AuxiliaryWindowCase<HelpWindowController> {
   protected:
-    template <typename View>
-    View& view(const char* name) {
-        return *controller.window()->findChild<View*>(QString::fromLatin1(name));
-    }
-
-    // A view's frame, from the content's lower left.
-    QRect frame(const char* name) {
-        const QRect geometry = view<QWidget>(name).geometry();
-        const int bottom = controller.window()->height() - geometry.y() - geometry.height();
-        return {geometry.x(), bottom, geometry.width(), geometry.height()};
-    }
-
-    QString indicator() { return view<Label>("pageIndicator").text(); }
-    QString caption() { return view<Label>("captionField").text(); }
+    QString indicator() { return text("pageIndicator"); }
+    QString caption() { return text("captionField"); }
     QPushButton& previous() { return view<QPushButton>("prevButton"); }
     QPushButton& next() { return view<QPushButton>("nextButton"); }
     const QImage& image() { return view<ImageView>("imageView").image(); }
-
-    void show() {
-        controller.showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
-    }
 
     void expectFirstPage() {
         EXPECT_EQ(indicator(), u"1 of 5"_s);
@@ -53,17 +32,7 @@ class HelpWindowControllerTest : public testing::Test {
         EXPECT_EQ(next().text(), u"Next →"_s);
     }
 
-    void expectCentered() {
-        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        const QRect outer = controller.window()->frameGeometry();
-        EXPECT_EQ(outer.left(), screen.left() + (screen.width() - outer.width()) / 2);
-        EXPECT_EQ(outer.top(), screen.top() + (screen.height() - outer.height()) / 4);
-    }
-
     static void click(QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
-
-    QTemporaryDir folder;
-    HelpWindowController controller{Bundle::main()};
 };
 
 TEST_F(HelpWindowControllerTest, theTitleNamesTheApplication) {
@@ -78,23 +47,45 @@ TEST_F(HelpWindowControllerTest, withoutADisplayNameTheTitleHasTheNameOfTheProce
 
 TEST_F(HelpWindowControllerTest, everyViewHasItsFrameAtEverySize) {
     show();
+    const QSize smallest =
+        QSize(400, 400).shrunkBy(controller.window()->windowHandle()->frameMargins());
+    ASSERT_LT(smallest.height(), 400) << "without a frame there is nothing to be seen here";
+    const int width = smallest.width();
     struct {
+        QSize wanted;
         QSize content;
         QRect next, indicator, caption, image;
     } const cases[] = {
         // At first: W - 106 = 614, W - 248 = 472, W - 32 = 688, H - 156 = 584.
-        {{720, 740}, {614, 16, 90, 28}, {134, 22, 472, 16}, {16, 52, 688, 80}, {16, 140, 688, 584}},
+        {{720, 740},
+         {720, 740},
+         {614, 16, 90, 28},
+         {134, 22, 472, 16},
+         {16, 52, 688, 80},
+         {16, 140, 688, 584}},
         // 320 narrower and 340 lower.
-        {{400, 400}, {294, 16, 90, 28}, {134, 22, 152, 16}, {16, 52, 368, 80}, {16, 140, 368, 244}},
+        {{400, 400},
+         {400, 400},
+         {294, 16, 90, 28},
+         {134, 22, 152, 16},
+         {16, 52, 368, 80},
+         {16, 140, 368, 244}},
+        {{1, 1},
+         smallest,
+         {width - 106, 16, 90, 28},
+         {134, 22, width - 248, 16},
+         {16, 52, width - 32, 80},
+         {16, 140, width - 32, smallest.height() - 156}},
         // 280 wider and 160 higher.
         {{1000, 900},
+         {1000, 900},
          {894, 16, 90, 28},
          {134, 22, 752, 16},
          {16, 52, 968, 80},
          {16, 140, 968, 744}},
     };
     for (const auto& expected : cases) {
-        controller.window()->resize(expected.content);
+        controller.window()->resize(expected.wanted);
         QCoreApplication::processEvents();
         EXPECT_EQ(controller.window()->size(), expected.content);
         EXPECT_EQ(frame("prevButton"), QRect(16, 16, 110, 28));
@@ -255,9 +246,13 @@ TEST_F(HelpWindowControllerTest, theWholeCaptionIsSeenAtTheSmallestSize) {
     controller.window()->resize(1, 1);
     QCoreApplication::processEvents();
     const Label& field = view<Label>("captionField");
+    EXPECT_TRUE(field.wordWrap());
+    EXPECT_EQ(field.alignment(), Qt::AlignLeading | Qt::AlignTop);
     for (int page = 0; page < helpPageCount; ++page) {
         controller.updateForPage(page);
-        EXPECT_LE(field.heightForWidth(field.width()), field.height()) << page;
+        const QRect lines = field.fontMetrics().boundingRect(
+            field.contentsRect(), Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop, caption());
+        EXPECT_TRUE(field.contentsRect().contains(lines)) << page;
     }
 }
 
@@ -265,6 +260,11 @@ TEST_F(HelpWindowControllerTest, theTextsHaveTheirSizes) {
     EXPECT_EQ(view<Label>("captionField").font().pixelSize(), 13);
     EXPECT_EQ(view<Label>("pageIndicator").font().pixelSize(), 11);
     EXPECT_EQ(view<Label>("pageIndicator").alignment(), Qt::AlignCenter);
+}
+
+TEST_F(HelpWindowControllerTest, theIndicatorStandsBackAndTheCaptionDoesNot) {
+    expectColor("captionField", LabelColor::Label);
+    expectColor("pageIndicator", LabelColor::SecondaryLabel);
 }
 
 TEST_F(HelpWindowControllerTest, theGuideCanBeReadThroughByKeyboard) {
@@ -283,20 +283,7 @@ TEST_F(HelpWindowControllerTest, theGuideCanBeReadThroughByKeyboard) {
 }
 
 TEST(HelpWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
-    std::vector<HelpWindowController*> seen(8);
-    {
-        std::vector<std::jthread> threads;
-        for (auto& entry : seen) {
-            threads.emplace_back([&entry] { entry = &HelpWindowController::sharedController(); });
-        }
-    }
-    for (const auto* const controller : seen) {
-        EXPECT_EQ(controller, &HelpWindowController::sharedController());
-    }
-    EXPECT_EQ(seen.front()->thread(), QThread::currentThread());
-    seen.front()->showWindow();
-    EXPECT_TRUE(seen.front()->window()->isVisible());
-    seen.front()->window()->close();
+    expectOneSharedController<HelpWindowController>();
 }
 
 }  // namespace

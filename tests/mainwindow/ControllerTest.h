@@ -4,6 +4,7 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "support/StepRecord.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +15,7 @@
 #include <array>
 #include <initializer_list>
 #include <memory>
+#include <string>
 
 struct TestRecord {
     const char* day;  // yyyy-MM-dd
@@ -27,12 +29,11 @@ class ControllerTest : public testing::Test {
 
     /// Writes an export whose step records are the given ones, at noon UTC, and returns its path.
     QString writeExport(const char* name, std::initializer_list<TestRecord> records) const {
-        QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData>\n";
+        std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData>\n";
         for (const TestRecord& record : records) {
-            text += QByteArray(" <Record type=\"HKQuantityTypeIdentifierStepCount\" startDate=\"") +
-                    record.day + " 12:00:00 +0000\" value=\"" + record.value + "\"/>\n";
+            text += stepRecord(record.day + std::string(" 12:00:00 +0000"), record.value) + '\n';
         }
-        return writeFile(name, text + "</HealthData>\n");
+        return writeFile(name, QByteArray::fromStdString(text + "</HealthData>\n"));
     }
 
     QString writeFile(const char* name, const QByteArray& bytes) const {

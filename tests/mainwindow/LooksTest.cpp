@@ -46,8 +46,14 @@ class LooksTest : public ControllerTest {
                      {"2023-09-25", "8888888"}});
     }
 
+    // At the minimum size, once that is known: what a text or a font changes reaches the window
+    // over several rounds of the event loop.
     void settle() const {
-        controller->window()->resize(controller->window()->minimumSizeHint());
+        QWidget& window = *controller->window();
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&window] { return window.minimumSize() == window.minimumSizeHint(); }));
+        window.resize(window.minimumSize());
         QCoreApplication::processEvents();
     }
 

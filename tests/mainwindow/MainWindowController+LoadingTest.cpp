@@ -85,9 +85,9 @@ TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
 }
 
 TEST_F(LoadingTest, aBrokenFileGivesTheDaysBeforeTheBreak) {
-    load(writeFile("broken.xml",
-                   "<HealthData><Record type=\"HKQuantityTypeIdentifierStepCount\" "
-                   "startDate=\"2025-03-02 12:00:00 +0000\" value=\"7\"/><Record ty"));
+    load(writeFile("broken.xml", QByteArray::fromStdString(
+                                     "<HealthData>" + stepRecord("2025-03-02 12:00:00 +0000", "7") +
+                                     "<Record ty")));
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 

@@ -268,16 +268,16 @@ TEST_F(StrideEditorTest, itsContextMenuNeitherStoresNorCancels) {
 }
 
 TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
-    QByteArray text = "<HealthData>\n";
+    std::string text = "<HealthData>\n";
     for (int year = 2000; year < 2025; ++year) {
         for (int month = 10; month <= 12; ++month) {
-            text +=
-                "<Record type=\"HKQuantityTypeIdentifierStepCount\" value=\"5280\" startDate=\"" +
-                QByteArray::number(year) + '-' + QByteArray::number(month) +
-                "-10 12:00:00 +0000\"/>\n";
+            text += stepRecord(std::to_string(year) + '-' + std::to_string(month) +
+                                   "-10 12:00:00 +0000",
+                               "5280") +
+                    '\n';
         }
     }
-    load(writeFile("long.xml", text + "</HealthData>\n"));
+    load(writeFile("long.xml", QByteArray::fromStdString(text + "</HealthData>\n")));
     QCoreApplication::processEvents();
     TableView& table = *controller->tableView();
     table.selectRowIndexes({101, 103});

@@ -132,6 +132,14 @@ TEST_F(WindowTest, theWindowStartsAt720By640) {
     EXPECT_EQ(controller->window()->size(), QSize(720, 640));
 }
 
+TEST_F(WindowTest, onASmallerScreenItStartsWithItsWholeFrameOnTheScreen) {
+    makeController().window()->setGeometry(100, 100, 5000, 4000);
+    controller->showWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
+    EXPECT_EQ(controller->window()->frameGeometry(),
+              QGuiApplication::primaryScreen()->availableGeometry());
+}
+
 TEST_F(WindowTest, severalRowsCanBeSelected) {
     load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
     click(1);
@@ -166,6 +174,18 @@ TEST_F(WindowTest, aPlaceOnAScreenThatIsGoneIsBroughtBack) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     EXPECT_TRUE(screen.contains(controller->window()->geometry()));
     EXPECT_EQ(controller->window()->size(), QSize(650, 500));
+}
+
+TEST_F(WindowTest, aZoomedWindowComesBackZoomed) {
+    makeController().showWindow();
+    controller->window()->showMaximized();
+    QCoreApplication::processEvents();
+    const QRect zoomed = controller->window()->geometry();
+    controller->window()->close();
+    makeController().showWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
+    EXPECT_TRUE(controller->window()->isMaximized());
+    EXPECT_EQ(controller->window()->geometry(), zoomed);
 }
 
 TEST_F(WindowTest, aDamagedFrameInTheSettingsIsLeftAside) {

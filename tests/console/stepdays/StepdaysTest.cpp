@@ -1,6 +1,7 @@
 // The program itself: what it prints where, and its exit status.
 
 #include "support/Environment.h"
+#include "support/StepRecord.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -40,14 +41,9 @@ Outcome stepdays(const std::string& arguments) {
     return {WEXITSTATUS(status), content(output), content(errors)};
 }
 
-std::string record(const std::string& start, const std::string& value) {
-    return "<Record type=\"HKQuantityTypeIdentifierStepCount\" startDate=\"" + start +
-           "\" value=\"" + value + "\"/>";
-}
-
-const std::string threeRecords = "<HealthData>" + record("2024-03-09 23:30:00 +0000", "10") +
-                                 record("2024-03-10 01:00:00 +0000", "-300") +
-                                 record("2024-03-09 08:00:00 +0000", "7");
+const std::string threeRecords = "<HealthData>" + stepRecord("2024-03-09 23:30:00 +0000", "10") +
+                                 stepRecord("2024-03-10 01:00:00 +0000", "-300") +
+                                 stepRecord("2024-03-09 08:00:00 +0000", "7");
 
 TEST(Stepdays, printsALineADayNewestFirst) {
     const TemporaryFolder folder;

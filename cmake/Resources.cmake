@@ -1,0 +1,44 @@
+# The program's information, pictures and icons: in its bundle on macOS, elsewhere compiled in, at
+# the same places; platform/Bundle looks for them there.
+#
+#   ambulet_resources(layer)    compiles them into a library; does nothing on macOS
+#   ambulet_bundle(program)     makes a program a bundle that has them; does nothing elsewhere
+
+set(info_plist ${PROJECT_BINARY_DIR}/Info.plist)
+configure_file(${PROJECT_SOURCE_DIR}/resources/Info.plist ${info_plist} @ONLY)
+
+set(resource_files
+  Help/step_1.jpg Help/step_2.jpg Help/step_3.jpg Help/step_4.jpg
+  Help/trodling-1.png
+  icon/ambulet-16.png icon/ambulet-22.png icon/ambulet-24.png icon/ambulet-32.png
+  icon/ambulet-48.png icon/ambulet-64.png icon/ambulet-128.png icon/ambulet-256.png)
+
+function(ambulet_resources layer)
+  if(APPLE)
+    return()
+  endif()
+  set_source_files_properties(${info_plist} PROPERTIES QT_RESOURCE_ALIAS Info.plist)
+  qt_add_resources(${layer} bundle PREFIX / FILES ${info_plist})
+  list(TRANSFORM resource_files PREPEND ${PROJECT_SOURCE_DIR}/resources/)
+  qt_add_resources(${layer} pictures PREFIX / BASE ${PROJECT_SOURCE_DIR}/resources
+                   FILES ${resource_files})
+endfunction()
+
+function(ambulet_bundle program)
+  if(NOT APPLE)
+    return()
+  endif()
+  set_target_properties(${program} PROPERTIES
+    MACOSX_BUNDLE ON
+    MACOSX_BUNDLE_INFO_PLIST ${info_plist})
+  list(TRANSFORM resource_files PREPEND ${PROJECT_SOURCE_DIR}/resources/)
+  foreach(file IN LISTS resource_files)
+    cmake_path(GET file PARENT_PATH folder)
+    cmake_path(GET folder FILENAME folder)
+    set_source_files_properties(${file} PROPERTIES MACOSX_PACKAGE_LOCATION Resources/${folder})
+  endforeach()
+  # CFBundleIconFile names it without a folder.
+  set(icon ${PROJECT_SOURCE_DIR}/resources/icon/Ambulet.icns)
+  set_source_files_properties(${icon} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
+  target_sources(${program} PRIVATE ${resource_files} ${icon})
+endfunction()

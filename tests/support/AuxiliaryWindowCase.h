@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/Bundle.h"
+#include "widgets/Label.h"
+
+#include <QApplication>
+#include <QRect>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+/// A case on the window of a controller of its own, on the application's own bundle.
+template <typename Controller>
+class AuxiliaryWindowCase : public testing::Test {
+  protected:
+    template <typename View>
+    View& view(const char* name) {
+        return *controller.window()->template findChild<View*>(QString::fromLatin1(name));
+    }
+
+    /// A view's frame, from the content's lower left.
+    QRect frame(const char* name) {
+        const QRect geometry = view<QWidget>(name).geometry();
+        const int bottom = controller.window()->height() - geometry.y() - geometry.height();
+        return {geometry.x(), bottom, geometry.width(), geometry.height()};
+    }
+
+    QString text(const char* name) { return view<Label>(name).text(); }
+
+    void show() {
+        controller.showWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
+    }
+
+    void expectCentered() {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect outer = controller.window()->frameGeometry();
+        EXPECT_EQ(outer.left(), screen.left() + (screen.width() - outer.width()) / 2);
+        EXPECT_EQ(outer.top(), screen.top() + (screen.height() - outer.height()) / 4);
+    }
+
+    void expectColor(const char* name, LabelColor color) {
+        EXPECT_EQ(view<Label>(name).palette().color(QPalette::WindowText),
+                  labelColor(color, QApplication::palette()))
+            << name;
+    }
+
+    QTemporaryDir folder;
+    Controller controller{Bundle::main()};
+};
+
+/// Asks for the shared controller from several threads at once.
+template <typename Controller>
+void expectOneSharedController() {
+    std::vector<Controller*> seen(8);
+    {
+        std::vector<std::jthread> threads;
+        for (auto& entry : seen) {
+            threads.emplace_back([&entry] { entry = &Controller::sharedController(); });
+        }
+    }
+    for (const auto* const controller : seen) {
+        EXPECT_EQ(controller, &Controller::sharedController());
+    }
+    EXPECT_EQ(seen.front()->thread(), QThread::currentThread());
+    seen.front()->showWindow();
+    EXPECT_TRUE(seen.front()->window()->isVisible());
+    seen.front()->window()->close();
+}

@@ -1,0 +1,64 @@
+#include "widgets/ScreenFit.h"
+
+#include <QScreen>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+class ScreenFitTest : public testing::Test {
+  protected:
+    void show(const QRect& content) {
+        window.setGeometry(content);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        EXPECT_GT(frameMargins(window).top(), 0) << "there is no frame to be seen here";
+    }
+
+    QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget window;
+};
+
+TEST_F(ScreenFitTest, aWindowThatFitsIsLeftWhereItIs) {
+    show({100, 120, 300, 200});
+    fitOnScreen(window);
+    EXPECT_EQ(window.geometry(), QRect(100, 120, 300, 200));
+    const QPoint beside(screen.right() - 10, screen.bottom() - 10);
+    window.move(beside);
+    fitOnScreen(window);
+    EXPECT_EQ(window.pos(), beside);
+    EXPECT_EQ(window.size(), QSize(300, 200));
+}
+
+TEST_F(ScreenFitTest, aWindowTooLargeIsMadeToFitWithItsFrame) {
+    show({100, 120, screen.width() + 1, screen.height() + 1});
+    fitOnScreen(window);
+    EXPECT_EQ(window.frameGeometry(), screen);
+}
+
+TEST_F(ScreenFitTest, aWindowTooHighAloneKeepsItsWidth) {
+    show({100, 120, 300, screen.height()});
+    fitOnScreen(window);
+    EXPECT_EQ(window.frameGeometry().height(), screen.height());
+    EXPECT_EQ(window.frameGeometry().top(), screen.top());
+    EXPECT_EQ(window.geometry().left(), 100);
+    EXPECT_EQ(window.width(), 300);
+}
+
+TEST_F(ScreenFitTest, aWindowTooHighIsMovedOntoTheScreenFromTheSideToo) {
+    show({screen.right() - 10, 120, 300, screen.height()});
+    fitOnScreen(window);
+    EXPECT_EQ(window.frameGeometry().bottomRight(), screen.bottomRight());
+    EXPECT_EQ(window.width(), 300);
+}
+
+TEST_F(ScreenFitTest, ofAWindowThatCannotBeMadeToFitTheTitleBarIsOnTheScreen) {
+    window.setMinimumHeight(screen.height() + 50);
+    show({100, 120, 300, screen.height() + 50});
+    fitOnScreen(window);
+    EXPECT_EQ(window.frameGeometry().top(), screen.top());
+    EXPECT_EQ(window.height(), screen.height() + 50);
+}
+
+}  // namespace
