@@ -7,7 +7,7 @@
 
 namespace {
 
-thread_local std::size_t available = 0;
+thread_local ExpatMemory::Limit available{};
 
 struct alignas(std::max_align_t) Header {
     std::size_t size;
@@ -17,9 +17,20 @@ Header* headerOf(void* block) {
     return static_cast<Header*>(block) - 1;
 }
 
+ExpatMemory::Limit amount(std::size_t size) {
+    return {size, size < ExpatMemory::largeBlock ? size : 0};
+}
+
+/// Whether what is left and what is given back are as much as is needed.
+bool isEnough(std::size_t left, std::size_t needed, std::size_t given) {
+    return needed <= given || needed - given <= left;
+}
+
 void* resize(void* block, std::size_t size) {
-    const std::size_t oldSize = block == nullptr ? 0 : headerOf(block)->size;
-    if (size > oldSize && size - oldSize > available) {
+    const ExpatMemory::Limit given = amount(block == nullptr ? 0 : headerOf(block)->size);
+    const ExpatMemory::Limit needed = amount(size);
+    if (!isEnough(available.all, needed.all, given.all) ||
+        !isEnough(available.inSmallBlocks, needed.inSmallBlocks, given.inSmallBlocks)) {
         return nullptr;
     }
     auto* header = static_cast<Header*>(
@@ -27,7 +38,8 @@ void* resize(void* block, std::size_t size) {
     if (header == nullptr) {
         return nullptr;
     }
-    available += oldSize - size;
+    available.all += given.all - needed.all;
+    available.inSmallBlocks += given.inSmallBlocks - needed.inSmallBlocks;
     header->size = size;
     return header + 1;
 }
@@ -38,14 +50,16 @@ void* allocate(std::size_t size) {
 
 void release(void* block) {
     if (block != nullptr) {
-        available += headerOf(block)->size;
+        const ExpatMemory::Limit given = amount(headerOf(block)->size);
+        available.all += given.all;
+        available.inSmallBlocks += given.inSmallBlocks;
         std::free(headerOf(block));
     }
 }
 
 }  // namespace
 
-ExpatMemory::ExpatMemory(std::size_t limit) : _outerAvailable(available) {
+ExpatMemory::ExpatMemory(Limit limit) : _outerAvailable(available) {
     available = limit;
 }
 

@@ -9,7 +9,17 @@
 /// made with `functions()`.
 class ExpatMemory {
   public:
-    explicit ExpatMemory(std::size_t limit);
+    /// In bytes.
+    struct Limit {
+        std::size_t all;
+
+        /// In blocks of less than `largeBlock`: what expat keeps for every open element and every
+        /// name lies there; a long token does not.
+        std::size_t inSmallBlocks;
+    };
+    static constexpr std::size_t largeBlock = std::size_t{64} * 1024;
+
+    explicit ExpatMemory(Limit limit);
     ~ExpatMemory();
     ExpatMemory(const ExpatMemory&) = delete;
     ExpatMemory& operator=(const ExpatMemory&) = delete;
@@ -17,5 +27,5 @@ class ExpatMemory {
     static const XML_Memory_Handling_Suite* functions();
 
   private:
-    std::size_t _outerAvailable;
+    Limit _outerAvailable;
 };

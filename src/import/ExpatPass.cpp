@@ -21,7 +21,7 @@ int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
 ExpatPass::ExpatPass(const Splice& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
                      ExpatReader::Limits limits)
     : _bytes(bytes), _delegate(delegate), _blockSize(blockSize), _limits(limits),
-      _memory(limits.memory),
+      _memory({limits.memory, limits.kept}),
       _parser(XML_ParserCreate_MM(nullptr, ExpatMemory::functions(), nullptr), XML_ParserFree) {
     if (_parser == nullptr) {
         throw std::bad_alloc();
@@ -94,19 +94,30 @@ void ExpatPass::endDoctype(void* pass) {
     static_cast<ExpatPass*>(pass)->_doctypeEnded = true;
 }
 
+/// The number of bytes given to the parser that it has not understood yet.
+std::size_t ExpatPass::unfinished() {
+    _tokenBegin = std::max(_tokenBegin, position());
+    return static_cast<std::size_t>(_given - _tokenBegin);
+}
+
 /// The number of bytes to give the parser next; 0 where a token is beyond the limit.
 ///
 /// Expat keeps the bytes of an unfinished token and looks at them again with every block. A long
 /// one gets as much again as there is of it, so that the work grows with its length and not with
 /// the square of that; and never more than the limit leaves, so that a token is refused at the same
 /// byte for every block size.
-std::size_t ExpatPass::nextCount() {
+std::size_t ExpatPass::nextCount(std::size_t unfinished) const {
     constexpr std::size_t longToken = 4096;
-    _tokenBegin = std::max(_tokenBegin, position());
-    const std::size_t unfinished = static_cast<std::size_t>(_given - _tokenBegin);
     const std::size_t count =
         unfinished < longToken ? _blockSize : std::max(_blockSize, unfinished);
     return std::min(count, _limits.token - unfinished);
+}
+
+/// The room to ask expat for, of `count` bytes or more. A very long token is given all that it may
+/// take at once: each time that the room grows, the token is there twice.
+std::size_t ExpatPass::nextRoom(std::size_t unfinished, std::size_t count) const {
+    constexpr std::size_t veryLongToken = std::size_t{1024} * 1024;
+    return unfinished < veryLongToken ? count : _limits.token - unfinished;
 }
 
 XMLError ExpatPass::parserError() const {
@@ -131,11 +142,12 @@ bool ExpatPass::isMarkup(std::uint64_t offset) const {
 
 std::optional<XMLError> ExpatPass::run() {
     for (;;) {
-        const std::size_t wanted = nextCount();
+        const std::size_t unfinished = this->unfinished();
+        const std::size_t wanted = nextCount(unfinished);
         if (wanted == 0) {
             return XMLError{_bytes.fileOffset(_tokenBegin), "token too long"};
         }
-        void* buffer = XML_GetBuffer(_parser.get(), static_cast<int>(wanted));
+        void* buffer = XML_GetBuffer(_parser.get(), static_cast<int>(nextRoom(unfinished, wanted)));
         if (buffer == nullptr) {
             return parserError();
         }

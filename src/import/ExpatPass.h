@@ -53,7 +53,9 @@ class ExpatPass {
 
     std::uint64_t position() const;
     std::uint64_t positionAfter() const;
-    std::size_t nextCount();
+    std::size_t unfinished();
+    std::size_t nextCount(std::size_t unfinished) const;
+    std::size_t nextRoom(std::size_t unfinished, std::size_t count) const;
     XMLError parserError() const;
     bool isMarkup(std::uint64_t offset) const;
 

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <thread>
 #include <utility>
@@ -124,15 +125,17 @@ std::optional<XMLError> FastReader::read(const InputFile& file, StepSums& sums) 
     const std::uint64_t begin = bytes.fileOffset(prolog->end);
     const FastPlace place = takeFastRoad(file, {begin, {prolog->rootName}}, _options, ownSums);
 
-    // Expat would have kept the names that the fast road has seen, which are no more than this.
-    // Where that could make a difference to what its limit allows, it reads it all.
-    constexpr std::size_t mostNames = std::size_t{8} * 1024 * 1024;
+    // Expat would have kept something of what the fast road has read, but no more than this. Where
+    // that could make a difference to what its limits allow, it reads it all.
+    constexpr std::size_t mostKept = std::size_t{2} * 1024 * 1024;
     ExpatReader::Limits limits;
-    limits.memory -= mostNames;
+    limits.kept -= mostKept;
+    limits.memory -= mostKept;
     bytes.replace({begin, place.position}, startTags(place.open));
-    ExpatPass rest(bytes, listener, _options.blockSize, limits);
-    std::optional<XMLError> error = rest.run();
-    if (error && rest.ranOutOfMemory()) {
+    auto rest = std::make_unique<ExpatPass>(bytes, listener, _options.blockSize, limits);
+    const std::optional<XMLError> error = rest->run();
+    if (error && rest->ranOutOfMemory()) {
+        rest.reset();
         return readByExpat(file, _options.blockSize, sums);
     }
     sums.add(ownSums.takeAll());

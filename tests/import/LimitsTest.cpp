@@ -22,6 +22,12 @@ ExpatReader::Limits tokens(std::size_t bytes) {
     return limits;
 }
 
+ExpatReader::Limits kept(std::size_t bytes) {
+    ExpatReader::Limits limits;
+    limits.kept = bytes;
+    return limits;
+}
+
 ExpatReader::Limits memory(std::size_t bytes) {
     ExpatReader::Limits limits;
     limits.memory = bytes;
@@ -107,10 +113,12 @@ TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
     for (const std::string& content : {names, nesting}) {
         const TemporaryFolder folder;
         const auto path = folder.write("export.xml", around(content));
-        const Reading reading = readFile(path, 4096, memory(1'000'000));
-        ASSERT_TRUE(reading.error);
-        EXPECT_EQ(reading.error->reason, "out of memory");
-        EXPECT_EQ(reading.days, ninth);
+        for (const ExpatReader::Limits& limits : {memory(1'000'000), kept(1'000'000)}) {
+            const Reading reading = readFile(path, 4096, limits);
+            ASSERT_TRUE(reading.error);
+            EXPECT_EQ(reading.error->reason, "out of memory");
+            EXPECT_EQ(reading.days, ninth);
+        }
     }
     // What a declaration makes it keep is given up with the declaration.
     const TemporaryFolder folder;
@@ -125,7 +133,7 @@ TEST(Limits, ofMemoryLeaveRoomForTheLongestTag) {
 }
 
 TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
-    const ExpatMemory memory(1000);
+    const ExpatMemory memory({1000, 1000});
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     void* first = functions.malloc_fcn(600);
     ASSERT_NE(first, nullptr);
@@ -145,11 +153,30 @@ TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
     functions.free_fcn(third);
 }
 
+TEST(ExpatMemory, smallBlocksHaveALimitOfTheirOwn) {
+    const std::size_t large = ExpatMemory::largeBlock;
+    const ExpatMemory memory({10 * large, 100});
+    const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
+    void* block = functions.malloc_fcn(100);
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(functions.malloc_fcn(1), nullptr);
+    void* other = functions.malloc_fcn(large);
+    ASSERT_NE(other, nullptr);
+
+    block = functions.realloc_fcn(block, large);
+    void* small = functions.malloc_fcn(100);
+    EXPECT_NE(small, nullptr) << "the first is no small one any more";
+    EXPECT_EQ(functions.realloc_fcn(block, large - 1), nullptr);
+    functions.free_fcn(small);
+    functions.free_fcn(block);
+    functions.free_fcn(other);
+}
+
 TEST(ExpatMemory, anInnerLimitIsOnItsOwn) {
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
-    const ExpatMemory outer(10);
+    const ExpatMemory outer({10, 10});
     {
-        const ExpatMemory inner(1000);
+        const ExpatMemory inner({1000, 1000});
         functions.free_fcn(functions.malloc_fcn(1000));
     }
     EXPECT_EQ(functions.malloc_fcn(11), nullptr);
