@@ -39,25 +39,35 @@ def with_each(change):
     return write
 
 
-def mix(source, copy):
-    """Records in any order. Only their places are kept in mind: the source is written first to last."""
-    begins, lengths, place = [], [], 0
-    for is_record, text in records(source):
-        if is_record:
-            begins.append(place)
-            lengths.append(len(text))
-        place += len(text)
-    order = list(range(len(begins)))
-    random.Random(1).shuffle(order)
-    next_record = iter(order)
-    source.seek(0)
-    with open(source.name, "rb") as anywhere:
+def mixed(in_order):
+    """Writes a copy with the records in the order that `in_order` makes of their start dates."""
+    def write(source, copy):
+        # Only their places are kept in mind: the source is written first to last.
+        dates, begins, lengths, place = [], [], [], 0
         for is_record, text in records(source):
             if is_record:
-                record = next(next_record)
-                anywhere.seek(begins[record])
-                text = anywhere.read(lengths[record])
-            copy.write(text)
+                dates.append(re.search(rb'startDate="([^"]*)', text)[1])
+                begins.append(place)
+                lengths.append(len(text))
+            place += len(text)
+        next_record = iter(in_order(dates))
+        source.seek(0)
+        with open(source.name, "rb") as anywhere:
+            for is_record, text in records(source):
+                if is_record:
+                    record = next(next_record)
+                    anywhere.seek(begins[record])
+                    text = anywhere.read(lengths[record])
+                copy.write(text)
+    return write
+
+
+def by_time(dates):
+    return sorted(range(len(dates)), key=dates.__getitem__)
+
+
+def by_chance(dates):
+    return random.Random(1).sample(range(len(dates)), len(dates))
 
 
 def shuffle_attributes():
@@ -89,7 +99,8 @@ def cut(source, copy):
 def variants(folder, whole):
     """Of the export at the path `whole`: titles and paths, by name."""
     writers = {
-        "mixed": ("Records of all types mixed", mix),
+        "timed": ("Records of all types mixed, in order of time", mixed(by_time)),
+        "mixed": ("Records of all types mixed, in no order", mixed(by_chance)),
         "shuffled": ("Attributes shuffled", shuffle_attributes()),
         "single": ("Single quotes", turn_quotes),
         "comments": ("A comment before each record", comment_each()),
@@ -131,6 +142,8 @@ def damage(folder, most):
     writers = {
         "comment": ("One comment", filled(size, root + b"<!--", b"a", b"-->" + end)),
         "value": ("One attribute value", filled(size, root + b'<Record type="', b"a", b'"/>' + end)),
+        "tag": ("One attribute value just not too long",
+                filled(min(size, 9_990_000), root + b'<a b="', b"a", b'"/>' + end)),
         "text": ("One text", filled(size, root, b"a", end)),
         "deep": ("Elements opened without end", filled(size, root, b"<a>\n")),
         "elements": ("A new element name in each tag", filled(size, root, lambda n: b"<n%d/>\n" % n, end)),
