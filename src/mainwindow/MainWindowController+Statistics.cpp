@@ -3,6 +3,7 @@
 #include "mainwindow/MainWindowController.h"
 #include "model/StepTotals.h"
 #include "text/LocalTime.h"
+#include "text/TwoDecimals.h"
 
 namespace {
 
@@ -68,8 +69,9 @@ void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps
     setText(_fromLabel, QStringLiteral("From: ") + date(steps.back()));
     setText(_toLabel, QStringLiteral("To: ") + date(steps.front()));
     setText(_totalLabel, QStringLiteral("Steps: ") + count(totals.steps()));
-    setText(_milesLabel, QStringLiteral("Miles: %1 @ %2 ft/step")
-                             .arg(miles(totals.miles()), QString::number(stride, 'f', 2)));
+    setText(_milesLabel,
+            QStringLiteral("Miles: %1 @ %2 ft/step")
+                .arg(miles(totals.miles()), QString::fromStdString(twoDecimals(stride))));
     setText(_averageLabel, QStringLiteral("Average: %1 steps/day, %2 miles/day")
                                .arg(count(totals.averageSteps()), miles(totals.averageMiles())));
 }

@@ -4,6 +4,7 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/UserDefaults.h"
 #include "text/Numbers.h"
+#include "text/TwoDecimals.h"
 
 #include <cmath>
 
@@ -60,7 +61,7 @@ void MainWindowController::strideDidClick() {
     frame.moveTop(frame.top() - editorRise);
     frame.setWidth(editorWidth);
     _strideEditor->setGeometry(frame);
-    _strideEditor->setText(QString::number(strideFeet(), 'f', 2));
+    _strideEditor->setText(QString::fromStdString(twoDecimals(strideFeet())));
     _strideEditor->raise();
     _strideEditor->show();
     _strideEditor->setFocus();

@@ -107,6 +107,19 @@ TEST_F(StatisticsTest, theStrideIsShownWithTwoDecimalsAndUsedWithAll) {
     EXPECT_EQ(texts()[4], QStringLiteral("Miles: 465.15 @ 2.46 ft/step"));
 }
 
+TEST_F(StatisticsTest, aStrideHalfWayBetweenTwoIsShownWithTheEvenDecimal) {
+    load({{"2025-03-02", "5280"}});
+    for (const auto& [stride, text] :
+         {std::pair(2.125, "2.12"), {2.375, "2.38"}, {2.625, "2.62"}}) {
+        defaults.setDouble(SettingsKeys::strideFootLength, stride);
+        controller->recomputeStats();
+        EXPECT_TRUE(texts()[4].endsWith(QStringLiteral(" @ %1 ft/step").arg(QLatin1String(text))))
+            << qPrintable(texts()[4]);
+        controller->strideDidClick();
+        EXPECT_EQ(controller->strideEditor()->text(), QLatin1String(text));
+    }
+}
+
 TEST_F(StatisticsTest, theStrideIsNeitherGroupedNorLocalised) {
     // A C locale with a comma, made here, since none may be installed.
     const QString source = QStringLiteral("de_DE");
