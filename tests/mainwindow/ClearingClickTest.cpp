@@ -39,6 +39,14 @@ TEST_F(ClearingClickTest, onTheBarePanelItClears) {
     EXPECT_FALSE(controller->fromLabel()->font().bold());
 }
 
+TEST_F(ClearingClickTest, theSecondPressOfADoubleClickClearsToo) {
+    const QPointF point = controller->controlsPanel()->mapTo(controller->window(), QPointF(3, 3));
+    QMouseEvent press(QEvent::MouseButtonDblClick, point, controller->window()->mapToGlobal(point),
+                      Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(controller->window()->windowHandle(), &press);
+    EXPECT_TRUE(cleared());
+}
+
 TEST_F(ClearingClickTest, onTheSeparatorItClears) {
     press(controller->separatorBox());
     EXPECT_TRUE(cleared());

@@ -133,6 +133,21 @@ TEST_F(StrideEditorTest, valuesThatAreNotAboveZeroAreRefusedAndTheRestIsDoneAllT
     }
 }
 
+TEST_F(StrideEditorTest, aRefusedValueStillRefreshesRowsAndStatistics) {
+    double stride = 4;
+    for (const char* text : {"0", "-1", "abc"}) {
+        openAndType(text);
+        defaults.setDouble(SettingsKeys::strideFootLength, stride);  // not by the editor
+        QTest::keyClick(&editor(), Qt::Key_Return);
+        EXPECT_EQ(stored(), stride) << text;
+        EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("%1.00").arg(stride)) << text;
+        EXPECT_EQ(miles(),
+                  QStringLiteral("Miles: %1.00 @ %2.00 ft/step").arg(3 * stride).arg(stride))
+            << text;
+        ++stride;
+    }
+}
+
 TEST_F(StrideEditorTest, anEmptiedFieldIsRefused) {
     clickLabel();
     QTest::keyClick(&editor(), Qt::Key_Delete);
@@ -157,10 +172,16 @@ TEST_F(StrideEditorTest, allDecimalsAreStoredAndUsedAndTwoAreShown) {
     EXPECT_EQ(editor().text(), QStringLiteral("2.68"));
 }
 
-TEST_F(StrideEditorTest, thereIsNoUpperBound) {
-    openAndType("123456");
-    QTest::keyClick(&editor(), Qt::Key_Return);
-    EXPECT_EQ(stored(), 123456);
+TEST_F(StrideEditorTest, theNumberIsStoredExactlyAsRead) {
+    for (const auto& [text, number] : {std::pair("2.123456789012345", 2.123456789012345),
+                                       {"123456", 123456.0},
+                                       {"1e12", 1e12}}) {
+        openAndType(text);
+        QTest::keyClick(&editor(), Qt::Key_Return);
+        EXPECT_EQ(stored(), number);
+        const UserDefaults nextStart(path("settings.ini"));
+        EXPECT_EQ(nextStart.doubleForKey(SettingsKeys::strideFootLength), number);
+    }
 }
 
 TEST_F(StrideEditorTest, escapeStoresNothing) {
@@ -280,14 +301,16 @@ TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
     load(writeFile("long.xml", QByteArray::fromStdString(text + "</HealthData>\n")));
     QCoreApplication::processEvents();
     TableView& table = *controller->tableView();
-    table.selectRowIndexes({101, 103});
+    click(1);
+    click(3, Qt::ControlModifier);  // the current row now, which is scrolled out of sight
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / 2);
     const int scrolled = table.verticalScrollBar()->value();
     ASSERT_GT(scrolled, 0);
+    ASSERT_LT(table.rowViewportPosition(3), 0);
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
     QCoreApplication::processEvents();
-    EXPECT_EQ(table.selectedRowIndexes(), std::vector<int>({101, 103}));
+    EXPECT_EQ(table.selectedRowIndexes(), std::vector<int>({1, 3}));
     EXPECT_EQ(table.verticalScrollBar()->value(), scrolled);
     EXPECT_EQ(miles(), QStringLiteral("Miles: 6.00 @ 3.00 ft/step"));
     EXPECT_TRUE(controller->fromLabel()->font().bold());
@@ -334,6 +357,15 @@ TEST_F(StrideEditorTest, openedByKeyboardItGivesTheFocusBackToTheMiles) {
             EXPECT_TRUE(controller->milesLabel()->hasFocus());
         }
     }
+}
+
+TEST_F(StrideEditorTest, aClickBesideItDoesNotChangeWhereTheFocusGoesBackTo) {
+    controller->milesLabel()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(controller->milesLabel(), Qt::Key_Space);
+    clickLabel();
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_FALSE(open());
+    EXPECT_TRUE(controller->milesLabel()->hasFocus());
 }
 
 TEST_F(StrideEditorTest, theMilesHaveATooltipAndAHandCursor) {

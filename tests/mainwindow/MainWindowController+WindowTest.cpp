@@ -207,6 +207,24 @@ TEST_F(WindowTest, tabGoesFromTheButtonToTheMilesToTheTableAndAround) {
     }
 }
 
+TEST_F(WindowTest, tabLeavesTheTableFromAnyRow) {
+    load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
+    controller->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        click(1);
+        ASSERT_TRUE(controller->tableView()->currentIndex().isValid());
+        ASSERT_EQ(QApplication::focusWidget(), controller->tableView());
+        QTest::keyClick(controller->window()->windowHandle(), key);
+        const QWidget* next =
+            key == Qt::Key_Tab
+                ? static_cast<QWidget*>(controller->window()->findChild<QPushButton*>())
+                : controller->milesLabel();
+        EXPECT_EQ(QApplication::focusWidget(), next);
+        EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+    }
+}
+
 TEST_F(WindowTest, absurdNumbersDoNotWidenTheWindow) {
     defaults.setDouble(SettingsKeys::strideFootLength, 1e300);
     load({{"2025-03-02", "4000"}});
