@@ -54,8 +54,10 @@ void MainWindowController::strideDidClick() {
     if (_strideEditor->isHidden()) {
         _strideEditorOpenedByKeyboard = _milesLabel && _milesLabel->hasFocus();
     }
-    QRect frame = _milesLabel ? _milesLabel->geometry() : QRect();
+    // Without a label, as over an empty one in the panel's lower left corner.
+    QRect frame(0, _strideEditor->parentWidget()->height(), 0, 0);
     if (_milesLabel) {
+        frame = _milesLabel->geometry();
         frame.moveLeft(frame.left() + stridePrefixWidth(*_milesLabel));
     }
     frame.moveTop(frame.top() - editorRise);

@@ -101,7 +101,8 @@ TEST_F(StrideEditorTest, withoutAStrideInTheTextItOpensAtTheLabelsLeftEdge) {
 TEST_F(StrideEditorTest, withoutTheLabelItOpensInTheCornerOfThePanel) {
     delete controller->milesLabel();
     controller->strideDidClick();
-    EXPECT_EQ(editor().geometry(), QRect(0, -3, 60, 0));
+    // Its lower left corner is 3 points above the panel's.
+    EXPECT_EQ(editor().geometry(), QRect(0, controller->controlsPanel()->height() - 3, 60, 0));
 }
 
 TEST_F(StrideEditorTest, returnStoresAndRowsAndStatisticsFollow) {
