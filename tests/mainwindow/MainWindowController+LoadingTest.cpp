@@ -172,6 +172,47 @@ TEST_F(LoadingTest, aChosenFileIsRememberedByPathAndBookmark) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
+// No bookmark can be made of a FIFO.
+TEST_F(LoadingTest, aChosenFileWithoutABookmarkLeavesTheEarlierBookmark) {
+    const QString earlier = writeExport("export.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
+    makeController().showWindow();
+    choose(earlier);
+    waitForLoad();
+    const QByteArray bookmark = storedBookmark();
+    ASSERT_FALSE(bookmark.isEmpty());
+    const QString fifo = path("fifo.xml");
+    ASSERT_EQ(mkfifo(fifo.toUtf8().constData(), 0600), 0);
+    choose(fifo);
+    EXPECT_EQ(storedBookmark(), bookmark);
+    EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), fifo);
+    EXPECT_EQ(controller->filePathField()->text(), fifo);
+    waitForLoad();  // follows the bookmark
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+}
+
+TEST_F(LoadingTest, withNoFileToLoadOnlyTheStatusChanges) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({file}));
+    load(QString());
+    click(1);
+    controller->progressIndicator()->show();
+    int reloads = 0;
+    const QObject whileHere;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
+                     [&reloads] { ++reloads; });
+    defaults.setData(SettingsKeys::xmlFileBookmark, QByteArray("no bookmark"));
+    controller->loadData();
+    EXPECT_EQ(status(), QStringLiteral("No file selected."));
+    EXPECT_EQ(controller->allSteps().size(), 2U);
+    EXPECT_EQ(reloads, 0);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1"));
+    EXPECT_TRUE(controller->progressIndicator()->isVisible());
+    controller->progressIndicator()->hide();
+    controller->loadData();
+    EXPECT_FALSE(controller->progressIndicator()->isVisible());
+}
+
 TEST_F(LoadingTest, theBookmarkIsTriedBeforeThePath) {
     const QString one = writeExport("one.xml", {{"2025-03-02", "1"}});
     const QString two = writeExport("two.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
