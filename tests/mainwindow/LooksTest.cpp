@@ -13,12 +13,24 @@
 
 namespace {
 
+QColor between(const QColor& from, const QColor& to, float share) {
+    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(from.redF(), to.redF()), mix(from.greenF(), to.greenF()),
+                            mix(from.blueF(), to.blueF()));
+}
+
 QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text,
                    const QColor& highlight) {
     QPalette palette(text, window, window.lighter(130), window.darker(130), window.darker(110),
                      text, text, base, window);
     palette.setColor(QPalette::Highlight, highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
+    // Disabled text is too faint to pass for readable, and that of a window behind is another than
+    // in front.
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, between(text, window, 0.7F));
+        palette.setColor(QPalette::Inactive, role, between(text, window, 0.2F));
+    }
     return palette;
 }
 
@@ -160,14 +172,22 @@ double bestContrast(const QImage& picture) {
     return best;
 }
 
-TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalf) {
-    for (const QPalette& palette : {light, dark}) {
+TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInFrontAndBehind) {
+    for (const auto& [palette, inFront] :
+         {std::pair(light, true), {light, false}, {dark, true}, {dark, false}}) {
         QApplication::setPalette(palette);
         load({{"2025-03-02", "4000"}, {"2025-03-01", "5000"}});
         controller->window()->activateWindow();
         controller->tableView()->setFocus();
         click(2);
         controller->strideDidClick();  // its text is selected
+        QWidget other;
+        if (!inFront) {
+            other.show();
+            other.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        }
+        ASSERT_EQ(controller->window()->isActiveWindow(), inFront);
         QCoreApplication::processEvents();
         const QImage picture = controller->window()->grab().toImage();
         const auto expectContrast = [&](const QWidget* view, QRect part, const char* what) {
