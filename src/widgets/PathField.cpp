@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QStyleOptionFrame>
+#include <QTextDocument>
 
 namespace {
 
@@ -15,7 +16,11 @@ PathField::PathField(QWidget* parent) : QLineEdit(parent) {
     keepSelectionReadable(this);
     setReadOnly(true);
     setFocusPolicy(Qt::ClickFocus);
-    connect(this, &QLineEdit::textChanged, this, &PathField::setToolTip);
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& path) {
+        // A tooltip that looks like HTML is shown as that.
+        setToolTip(Qt::mightBeRichText(path) ? Qt::convertFromPlainText(path, Qt::WhiteSpacePre)
+                                             : path);
+    });
 }
 
 void PathField::paintEvent(QPaintEvent* event) {

@@ -1,6 +1,7 @@
 #include "widgets/PathField.h"
 
 #include <QTest>
+#include <QTextDocument>
 #include <gtest/gtest.h>
 
 namespace {
@@ -23,6 +24,18 @@ TEST(PathField, theWholePathIsInTheTooltip) {
     const QString path = QStringLiteral("/home/someone/") + QString(300, u'x');
     field.setText(path);
     EXPECT_EQ(field.toolTip(), path);
+}
+
+// A tooltip is shown as HTML where it looks like it.
+TEST(PathField, aPathThatLooksLikeHTMLIsShownAsItIsInTheTooltip) {
+    PathField field;
+    const QString path = QStringLiteral("/home/a <b>bold</b>  &lt; name/<br>/export.xml");
+    ASSERT_TRUE(Qt::mightBeRichText(path));
+    field.setText(path);
+    QTextDocument shown;
+    ASSERT_TRUE(Qt::mightBeRichText(field.toolTip()));
+    shown.setHtml(field.toolTip());
+    EXPECT_EQ(shown.toPlainText(), path);
 }
 
 // Two paths that differ only in their last letters look different in a field far too short for
