@@ -83,6 +83,19 @@ TEST(Entities, aParameterEntityMayHoldDeclarations) {
         (Reading{ninth, {}}));
 }
 
+// A document that says that it stands alone has no such declarations.
+TEST(Entities, aParameterEntityIsNotReadWhereTheDocumentStandsAlone) {
+    for (const auto& [standalone, days] : {std::pair("yes", ninth), {"no", both}}) {
+        EXPECT_EQ(read("<?xml version=\"1.0\" standalone=\"" + std::string(standalone) +
+                       "\"?><!DOCTYPE HealthData [<!ENTITY % all \"<!ATTLIST Record type CDATA "
+                       "'HKQuantityTypeIdentifierStepCount'>\">%all;]><HealthData>" +
+                       step(noon9, "5") + "<Record " +
+                       "startDate=\"2024-03-10 12:00:00 +0000\" value=\"7\"/></HealthData>"),
+                  (Reading{days, {}}))
+            << standalone;
+    }
+}
+
 TEST(Entities, theTypeMayBeTheDeclarationsDefault) {
     EXPECT_EQ(read(withDoctype("<!DOCTYPE HealthData [<!ATTLIST Record type CDATA "
                                "\"HKQuantityTypeIdentifierStepCount\">]>",
@@ -225,6 +238,10 @@ TEST(Entities, anErrorBeforeOrAfterTheDeclarationStops) {
     EXPECT_EQ(
         read(before),
         (Reading{{}, XMLError{byteOf(before, "-- b", 2), "not well-formed (invalid token)"}}));
+    const std::string unalone =
+        "<?xml version='1.0' standalone='maybe'?><!DOCTYPE HealthData [ junk ]><HealthData/>";
+    EXPECT_EQ(read(unalone),
+              (Reading{{}, XMLError{byteOf(unalone, "maybe"), "XML declaration not well-formed"}}));
     const std::string after = "<!DOCTYPE HealthData []> junk <HealthData/>";
     EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), "syntax error"}}));
 }
