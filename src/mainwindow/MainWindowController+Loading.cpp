@@ -1,6 +1,7 @@
 // Choosing, remembering and loading the file.
 
 #include "import/HealthXMLParser.h"
+#include "mainwindow/ExportFileDialog.h"
 #include "mainwindow/MainWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/BackgroundTask.h"
@@ -8,43 +9,10 @@
 #include "platform/FileBookmark.h"
 #include "platform/UserDefaults.h"
 
-#include <QAbstractItemView>
-#include <QCompleter>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QWindow>
 
 #include <utility>
-
-namespace {
-
-/// Takes the completion away from the name field of a closed dialog, and gives it back when the
-/// next one opens: a folder read late would open its list over the main window.
-class ClosedCompletion {
-  public:
-    explicit ClosedCompletion(QFileDialog& dialog)
-        : _name(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
-        if (_name != nullptr) {
-            _completer = dialog.findChild<QCompleter*>();
-            _name->setCompleter(_completer);
-        }
-    }
-    ~ClosedCompletion() {
-        if (_name != nullptr && _completer != nullptr) {
-            _completer->popup()->hide();
-            _name->setCompleter(nullptr);
-        }
-    }
-    ClosedCompletion(const ClosedCompletion&) = delete;
-    ClosedCompletion& operator=(const ClosedCompletion&) = delete;
-
-  private:
-    QLineEdit* _name;
-    QCompleter* _completer = nullptr;
-};
-
-}  // namespace
 
 std::optional<FileURL> MainWindowController::resolvedFileURL() {
     if (const auto data = _defaults.data(SettingsKeys::xmlFileBookmark)) {
@@ -116,23 +84,10 @@ void MainWindowController::chooseFileAction() {
 
 std::optional<QString> MainWindowController::askForFile() {
     if (_fileDialog == nullptr) {
-        // Never destroyed, since its destructor writes the toolkit's own history file, and the
-        // program writes nothing but its settings. So it has no parent either.
-        _fileDialog = new QFileDialog;
-        _fileDialog->setWindowTitle(QStringLiteral("Select a HealthKit XML export file"));
-        _fileDialog->setFileMode(QFileDialog::ExistingFile);
-        _fileDialog->setNameFilter(QStringLiteral("XML files (*.xml)"));
-        _fileDialog->setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
-        _fileDialog->setWindowModality(Qt::ApplicationModal);
-        _fileDialog->setDirectory(_filePath ? QFileInfo(*_filePath).path() : QDir::homePath());
-        _fileDialog->winId();
-        _fileDialog->windowHandle()->setTransientParent(window()->windowHandle());
+        _fileDialog = new ExportFileDialog(
+            _filePath ? QFileInfo(*_filePath).path() : QDir::homePath(), window()->windowHandle());
     }
-    const ClosedCompletion completion(*_fileDialog);
-    if (_fileDialog->exec() != QDialog::Accepted || _fileDialog->selectedFiles().isEmpty()) {
-        return std::nullopt;
-    }
-    return _fileDialog->selectedFiles().constFirst();
+    return _fileDialog->ask();
 }
 
 void MainWindowController::startProgress() {

@@ -26,7 +26,7 @@
 #include <vector>
 
 class Bundle;
-class QFileDialog;
+class ExportFileDialog;
 class UserDefaults;
 
 /// The one main window and everything that it shows: the loaded days, their rows, the remembered
@@ -186,7 +186,7 @@ class MainWindowController final : public WindowController, public TableViewData
     DateFormatter _displayFormatter;
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
-    QFileDialog* _fileDialog = nullptr;
+    ExportFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
     bool _strideEditorOpenedByKeyboard = false;
     bool _fittedOnScreen = false;  // not before the window's frame is known

@@ -18,9 +18,14 @@ class LoadingTest : public ControllerTest {
     // with the dialog first. The dialog is the real one.
     void choose(const QString& file, const std::function<void(QFileDialog&)>& inspect = {}) {
         bool answered = false;
+        bool typed = false;
         QTimer answer;
         QObject::connect(&answer, &QTimer::timeout, [&] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog != nullptr && typed) {
+                ADD_FAILURE() << "the dialog is open after the answer";
+                dialog->reject();
+            }
             if (dialog == nullptr || answered) {
                 return;
             }
@@ -36,6 +41,7 @@ class LoadingTest : public ControllerTest {
             ASSERT_NE(name, nullptr);
             name->setText(file);
             QTest::keyClick(name, Qt::Key_Return);
+            typed = true;
         });
         answer.start(0);
         controller->chooseFileAction();
@@ -112,6 +118,26 @@ TEST_F(LoadingTest, theDialogAsksForOneXMLFile) {
         EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
         EXPECT_TRUE(dialog.isModal());
     });
+}
+
+TEST_F(LoadingTest, aFileThatIsNotNamedAsXMLCannotBeChosen) {
+    const QString xml = writeExport("other.XML", {{"2025-03-02", "4000"}});
+    makeController().showWindow();
+    for (const char* other : {"export.txt", "export", "export.xml.zip", "xml"}) {
+        const QString file = writeExport(other, {{"2025-03-02", "4000"}});
+        choose(xml, [&](QFileDialog& dialog) {
+            auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(name, nullptr);
+            dialog.activateWindow();
+            name->setFocus();
+            ASSERT_TRUE(QTest::qWaitFor([name] { return name->hasFocus(); }));
+            name->setText(file);
+            QTest::keyClick(name, Qt::Key_Return);
+            EXPECT_TRUE(dialog.isVisible()) << other;
+        });
+        EXPECT_EQ(controller->filePath(), xml) << other;
+        waitForLoad();
+    }
 }
 
 TEST_F(LoadingTest, theButtonOpensTheDialog) {
