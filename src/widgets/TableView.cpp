@@ -266,7 +266,11 @@ void TableView::copy() const {
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }
 
+// Only the left button selects; Qt would let the others do so, too.
 void TableView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
     _focusVisible = false;
     // A press on a group row changes nothing, also not where the next range begins.
     const QModelIndex index = indexAt(event->pos());

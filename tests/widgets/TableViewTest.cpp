@@ -71,6 +71,26 @@ TEST_F(TableViewTest, aClickOnAGroupRowLeavesTheSelection) {
     EXPECT_EQ(rows.notifications, 1);
 }
 
+TEST_F(TableViewTest, onlyTheLeftButtonChangesTheSelection) {
+    click(2);
+    click(3, Qt::ShiftModifier);
+    const QPoint below = table.visualRect(table.model()->index(7, 0)).bottomLeft() + QPoint(5, 20);
+    for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
+            for (const int row : {2, 3, 6}) {
+                const QPoint place = table.visualRect(table.model()->index(row, 0)).center();
+                QTest::mouseClick(table.viewport(), button, modifiers, place);
+                QTest::mouseDClick(table.viewport(), button, modifiers, place);
+            }
+            QTest::mouseClick(table.viewport(), button, modifiers, below);
+            EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3}));
+        }
+    }
+    EXPECT_EQ(rows.notifications, 2);
+    click(4, Qt::ShiftModifier);  // the range still begins where the left button began it
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4}));
+}
+
 TEST_F(TableViewTest, aPressOnAGroupRowDoesNotMoveTheBeginningOfTheNextRange) {
     click(2);
     click(5);
