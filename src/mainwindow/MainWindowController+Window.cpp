@@ -12,7 +12,13 @@
 #include <QPushButton>
 #include <QWindow>
 
+#include <chrono>
+
 namespace {
+
+// How long the window must have stayed where it is before that is remembered: a drag moves it many
+// times a second, and each time would be written to the disk.
+constexpr std::chrono::milliseconds frameRest(500);
 
 bool isControl(const QWidget* view) {
     return qobject_cast<const QLabel*>(view) != nullptr ||
@@ -59,6 +65,9 @@ void MainWindowController::windowDidLoad() {
     restoreFrame();
     setupTableColumns();
     makeStrideEditor();
+    _frameTimer.setSingleShot(true);
+    _frameTimer.setInterval(frameRest);
+    connect(&_frameTimer, &QTimer::timeout, this, &MainWindowController::saveFrame);
     qApp->installEventFilter(this);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindowController::saveFrame);
     loadData();
@@ -80,6 +89,8 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         fitOnScreen(*window());
     } else if (watched == window() && type == QEvent::Close) {
         saveFrame();
+    } else if (watched == window() && (type == QEvent::Move || type == QEvent::Resize)) {
+        _frameTimer.start();
     }
     return WindowController::eventFilter(watched, event);
 }

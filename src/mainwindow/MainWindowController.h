@@ -18,6 +18,7 @@
 #include <QPoint>
 #include <QPointer>
 #include <QProgressBar>
+#include <QTimer>
 
 #include <cstdint>
 #include <memory>
@@ -188,6 +189,7 @@ class MainWindowController final : public WindowController, public TableViewData
     NumberFormatter _milesFormatter;
     ExportFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
+    QTimer _frameTimer;  // runs from the window's last move or resize on
     bool _strideEditorOpenedByKeyboard = false;
     bool _fittedOnScreen = false;  // not before the window's frame is known
 

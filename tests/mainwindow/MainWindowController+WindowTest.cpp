@@ -165,6 +165,25 @@ TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenTheProgramQuits) {
     EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
 }
 
+// A process that is killed neither closes its window nor quits.
+TEST_F(WindowTest, aMoveOrResizeIsRememberedOnceTheWindowRests) {
+    makeController().showWindow();
+    QWidget& window = *controller->window();
+    const auto isStored = [&] {
+        return UserDefaults(path("settings.ini")).data(QStringLiteral("MainWindowFrame")) ==
+               window.saveGeometry();
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isStored));  // as it opened
+    window.move(40, 60);
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(isStored());
+    EXPECT_TRUE(QTest::qWaitFor(isStored));
+    window.resize(650, 500);
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(isStored());
+    EXPECT_TRUE(QTest::qWaitFor(isStored));
+}
+
 TEST_F(WindowTest, aPlaceOnAScreenThatIsGoneIsBroughtBack) {
     makeController().showWindow();
     controller->window()->setGeometry(5000, 4000, 650, 500);
