@@ -5,7 +5,7 @@ import unittest
 
 from gi.repository import GLib
 
-from driver import Atspi, ProgramTest, has_state, key, type_text, wait_for, xdotool
+from driver import MAIN, Atspi, ProgramTest, has_state, key, type_text, wait_for, xdotool
 
 State = Atspi.StateType
 
@@ -144,6 +144,18 @@ class Selection(WindowTest):
         self.press(MARCH_3, modifier="ctrl")
         self.expect_days(2)
 
+    def test_copied_rows_can_be_pasted(self):
+        self.press(MARCH_3)
+        self.expect_days(1)
+        key("ctrl+c")
+        self.program.click(self.miles())
+        editor = wait_for("the editor", self.editors)[0]
+        key("ctrl+v")
+        pasted = wait_for("the pasted text", lambda: next(
+            (text for text in [Atspi.Text.get_text(editor, 0, -1)] if text != "2.50"), None))
+        self.assertEqual(pasted.split(), ["Date", "Steps", "Daily", "Steps", "Daily", "Miles",
+                                          "Mar", "3,", "2025", "5,280"])
+
 
 class Keyboard(WindowTest):
     def test_from_the_start_to_the_statistics_by_keyboard_alone(self):
@@ -169,9 +181,37 @@ class Keyboard(WindowTest):
         self.expect_days(4)
         self.program.label("From: Feb 28, 2025")
         key("Escape")
-        self.press(MARCH_2)
+        key("Home")
+        self.expect_days(1)
+        key("Escape")
+        self.expect_days(4)
+        key("End")
+        self.expect_days(1)
         key("ctrl+a")
         self.expect_days(4)
+
+
+class Frame(WindowTest):
+    def expect_frame_at_next_start(self, frame):
+        self.program = self.start()
+        self.program.wait_until_in_front()
+        self.assertEqual(self.program.frame(MAIN), frame)
+
+    def test_the_place_and_the_size_are_the_same_at_the_next_start(self):
+        before = self.program.frame(MAIN)
+        window = self.program.window(MAIN)
+        xdotool("windowsize", "--sync", window, before[2] + 90, before[3] + 40)
+        xdotool("windowmove", "--sync", window, 123, 77)
+
+        def moved():
+            frame = self.program.frame(MAIN)
+            return frame if frame[0] != before[0] and frame[2] != before[2] else None
+
+        frame = wait_for("the new frame", moved)
+        self.program.wait_until_in_front()
+        key("alt+F4")
+        self.assertEqual(self.program.end(), 0)
+        self.expect_frame_at_next_start(frame)
 
 
 class Accessibility(WindowTest):
