@@ -238,8 +238,22 @@ void TableView::keyPressEvent(QKeyEvent* event) {
         copy();
     } else {
         QTableView::keyPressEvent(event);
+        selectWhereKeyLeads(event);
     }
     viewport()->update();
+}
+
+// Qt does nothing where a key leads to the row that is current already, though Escape may have
+// cleared the selection since.
+void TableView::selectWhereKeyLeads(const QKeyEvent* event) {
+    const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                       event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
+                       event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+    if (moves && !event->modifiers().testFlag(Qt::ControlModifier) && _selectedRowIndexes.empty() &&
+        currentIndex().flags().testFlag(Qt::ItemIsSelectable)) {
+        selectionModel()->select(currentIndex(),
+                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
 }
 
 void TableView::copy() const {

@@ -58,6 +58,7 @@ class TableView : public QTableView {
 
   private:
     QModelIndex selectableIndex(int row, int step) const;
+    void selectWhereKeyLeads(const QKeyEvent* event);
     void showSelection();
     void setSelectedRowIndexes(std::vector<int> rows);
     void columnDidResize(int column, int oldWidth, int newWidth);

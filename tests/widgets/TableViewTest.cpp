@@ -340,6 +340,15 @@ TEST_F(TableViewTest, escapeClearsTheSelection) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows());
 }
 
+TEST_F(TableViewTest, afterEscapeAKeyThatLeadsToTheSameRowSelectsItAgain) {
+    for (const int key : {Qt::Key_Home, Qt::Key_Up, Qt::Key_PageUp}) {
+        click(1);
+        QTest::keyClick(&table, Qt::Key_Escape);
+        QTest::keyClick(&table, static_cast<Qt::Key>(key));
+        EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
+    }
+}
+
 TEST_F(TableViewTest, copyTakesTheSelectedRowsAsTheyAreShownUnderTheHeaders) {
     table.setColumns(
         {columns[0], {QStringLiteral("empty"), QStringLiteral("Second"), 100, 50, {}}, columns[2]});
