@@ -133,7 +133,7 @@ std::optional<XMLError> FastReader::read(const InputFile& file, StepSums& sums) 
     limits.memory -= mostKept;
     bytes.replace({begin, place.position}, startTags(place.open));
     auto rest = std::make_unique<ExpatPass>(bytes, listener, _options.blockSize, limits);
-    const std::optional<XMLError> error = rest->run();
+    std::optional<XMLError> error = rest->run();
     if (error && rest->ranOutOfMemory()) {
         rest.reset();
         return readByExpat(file, _options.blockSize, sums);

@@ -56,7 +56,7 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front) {
 std::optional<QString> ExportFileDialog::ask() {
     const ClosedCompletion completion(*this);
     while (exec() == Accepted) {
-        const std::optional<QString> path = chosen();
+        std::optional<QString> path = chosen();
         if (!path || isNamedAsXML(*path)) {
             return path;
         }
