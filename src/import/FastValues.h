@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// Values of attributes that were verified before, in bounded memory: a few hundred of those that
-/// were met last.
+/// Values of attributes that were verified before, in bounded memory: a thousand at most, of those
+/// that were met last.
 class FastValues {
   public:
     FastValues() : _slots(slotCount) {}
