@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 // The runs are the nodes of trees. A run of one stretch of markup is a root; it begins with the
@@ -27,26 +28,9 @@ std::size_t lengthToQuote(const char* at) {
     return length < longestMarkup ? length + 1 : 0;
 }
 
-std::size_t mixed(std::uint64_t hash, std::uint64_t value) {
-    hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
-    return hash ^ (hash >> 29U);
-}
-
-std::size_t hashOf(const char* at, std::size_t size) {
-    std::uint64_t hash = size;
-    for (; size > 8; size -= 8, at += 8) {
-        hash = mixed(hash, FastBytes::load<std::uint64_t>(at));
-    }
-    std::uint64_t rest = 0;
-    std::memcpy(&rest, at, size);
-    return mixed(hash, rest);
-}
-
-/// Of the run that goes on from `run` with the value at `at`. Its last bytes tell most values of an
-/// attribute apart.
+/// Of the run that goes on from `run` with the value at `at`.
 std::size_t hashOf(const FastRun& run, const char* at, std::size_t size) {
-    const std::size_t last = std::min<std::size_t>(size, 8);
-    return mixed(reinterpret_cast<std::uintptr_t>(&run), hashOf(at + size - last, last) + size);
+    return FastBytes::hash(at, size) ^ std::hash<const FastRun*>()(&run);
 }
 
 /// The longest of `run` and those that it was made from that is at `at` and has no more than `room`
@@ -88,7 +72,7 @@ FastRun* FastRuns::root(const char* at, std::size_t room) const {
     if (size == 0 || size > room) {
         return nullptr;
     }
-    const std::size_t hash = hashOf(at, size);
+    const std::size_t hash = FastBytes::hash(at, size);
     for (std::size_t slot = hash % slotCount; _slots[slot].run != nullptr;
          slot = (slot + 1) % slotCount) {
         const FastRun& run = *_slots[slot].run;
@@ -132,7 +116,7 @@ FastRun* FastRuns::add(const FastMarkup& markup, const char* at) {
     run.parts.emplace_back(markup);
     run.attribute = markup.attribute;
     run.quote = markup.quote;
-    return &insert(hashOf(at, markup.size), std::move(run));
+    return &insert(FastBytes::hash(at, markup.size), std::move(run));
 }
 
 void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const FastRun& next) {
