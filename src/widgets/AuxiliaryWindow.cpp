@@ -47,8 +47,8 @@ void AuxiliaryWindow::center() {
     const QMargins margins = frameMargins(*this);
     const QSize free = available.size() - size().grownBy(margins);
     // Where it does not fit, its title bar does.
-    move(available.topLeft() +
-         QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
+    moveFrame(*this, available.topLeft() +
+                         QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
     _centeredWith = margins;
 }
 

@@ -10,6 +10,16 @@ QMargins frameMargins(const QWidget& window) {
     return window.windowHandle() != nullptr ? window.windowHandle()->frameMargins() : QMargins();
 }
 
+void moveFrame(QWidget& window, QPoint place) {
+    const QMargins margins = frameMargins(window);
+    if (margins.isNull()) {
+        window.move(place);  // and where a frame comes later, that is there
+    } else {
+        // move() may still count on the frame that the window had before it was shown: none.
+        window.setGeometry(QRect(place + QPoint(margins.left(), margins.top()), window.size()));
+    }
+}
+
 bool shrinkToScreen(QWidget& window) {
     const QSize available =
         window.screen()->availableGeometry().size().shrunkBy(frameMargins(window));
@@ -26,10 +36,12 @@ void fitOnScreen(QWidget& window) {
         return;
     }
     const QRect available = window.screen()->availableGeometry();
-    const QSize free = available.size() - window.size().grownBy(frameMargins(window));
+    const QMargins margins = frameMargins(window);
+    const QSize free = available.size() - window.size().grownBy(margins);
+    const QRect frame = window.geometry().marginsAdded(margins);
     const auto inside = [](int place, int from, int room) {
         return std::clamp(place, from, from + std::max(0, room));
     };
-    window.move(inside(window.x(), available.left(), free.width()),
-                inside(window.y(), available.top(), free.height()));
+    moveFrame(window, {inside(frame.x(), available.left(), free.width()),
+                       inside(frame.y(), available.top(), free.height())});
 }
