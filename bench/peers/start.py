@@ -1,5 +1,6 @@
-"""start.py BIN FOLDER RUNS SIZE: how soon the application shows its window, and how soon the days of the export
-in FOLDER that it remembers are in it, against a bare window and stepdays; in turns, seen from outside."""
+"""start.py BIN FOLDER RUNS SIZE: how soon the application shows its window, which is empty at first, how soon all is
+in it if there is no file to read, and how soon the days of the export in FOLDER that it remembers, against a bare
+window and stepdays; in turns, seen from outside."""
 import os
 import statistics
 import subprocess
@@ -45,21 +46,47 @@ class Shown:
         self._screen.wait(lambda picture: picture == self._before, "the window to go")
 
 
-def measure(screen, home, export):
+class Settings:
+    """A home folder in which the application remembers a file, for the length of the with block."""
+
+    def __init__(self, file):
+        self._file = file
+
+    def __enter__(self):
+        self._folder = tempfile.TemporaryDirectory()
+        with open(os.path.join(self._folder.name, "org.ambulet.DailySteps.ini"), "w", encoding="utf-8") as settings:
+            settings.write(f'[General]\nxmlFilePath="{self._file}"\n')
+        return self._folder.name
+
+    def __exit__(self, *_):
+        self._folder.cleanup()
+
+
+def final_picture(screen, home, name):
+    """What the application's window looks like when all is in it, kept under the name, too. All files are in memory
+    after that."""
+    for _ in range(2):  # the first time the window has no frame yet to go back to
+        with Shown(screen, home, "ambulet"):
+            picture = screen.wait_until_still(1)
+            screen.save(os.path.join(folder, name))
+    return picture
+
+
+def measure(screen, home, home_without_file, export):
     """Times in ms by what was timed."""
     stepdays = [os.path.join(binaries, "stepdays"), export]
-    # Once before it counts, so that all files are in memory, and to learn what the days look like.
     measured(binaries, stepdays)
     with Shown(screen, home, "bare_window"):
         pass
-    for _ in range(2):  # the first time the window has no frame yet to go back to
-        with Shown(screen, home, "ambulet"):
-            days = screen.wait_until_still(1)
-            screen.save(os.path.join(folder, "days.xwd"))
-    times = {"bare window painted": [], "window painted": [], "days in it after that": [], "stepdays": []}
+    days = final_picture(screen, home, "days.xwd")
+    no_days = final_picture(screen, home_without_file, "no-days.xwd")
+    times = {"bare window painted": [], "window painted": [], "filled after that": [], "days in it after that": [],
+             "stepdays": []}
     for _ in range(runs):
         with Shown(screen, home, "bare_window") as bare:
             times["bare window painted"].append(bare.painted)
+        with Shown(screen, home_without_file, "ambulet") as shown:
+            times["filled after that"].append(shown.time_of(no_days) - shown.painted)
         with Shown(screen, home, "ambulet") as shown:
             times["window painted"].append(shown.painted)
             times["days in it after that"].append(shown.time_of(days) - shown.painted)
@@ -69,10 +96,8 @@ def measure(screen, home, export):
 
 export = os.path.abspath(
     variants.export(os.path.join(binaries, "makeexport"), os.path.join(folder, f"export-{size}.xml"), size))
-with tempfile.TemporaryDirectory() as home, Screen() as screen:
-    with open(os.path.join(home, "org.ambulet.DailySteps.ini"), "w", encoding="utf-8") as settings:
-        settings.write(f'[General]\nxmlFilePath="{export}"\n')
-    times = measure(screen, home, export)
+with Settings(export) as home, Settings("/no/such/file.xml") as home_without_file, Screen() as screen:
+    times = measure(screen, home, home_without_file, export)
 
 print(f"\nThe application's start with an export of {size}, {runs} runs of each, in ms")
 print(f"{'':24}{'median':>8}{'least':>8}{'most':>8}")

@@ -1,11 +1,13 @@
 #include "app/AppDelegate.h"
 
 #include "about/AboutWindowController.h"
+#include "app/ApplicationIcon.h"
 #include "app/MainMenu.h"
 #include "help/HelpWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "widgets/FirstPaint.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -15,16 +17,29 @@ AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
 
 AppDelegate::~AppDelegate() = default;
 
+void AppDelegate::launch() {
+    QWidget* const window = windowController().emptyWindow();
+    window->show();
+    afterFirstPaint(*window, [this] { applicationDidFinishLaunching(); });
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
+    QApplication::setWindowIcon(applicationIcon(_bundle));
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     buildMainMenu();
-    _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
-    _mainMenu->installOn(*qobject_cast<QMainWindow*>(_windowController->window()));
-    _windowController->showWindow();
+    _mainMenu->installOn(*qobject_cast<QMainWindow*>(windowController().window()));
+    windowController().showWindow();
     // Only whether a file was ever chosen counts, not whether it is still there.
     if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {
         showGettingStarted();
     }
+}
+
+MainWindowController& AppDelegate::windowController() {
+    if (!_windowController) {
+        _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
+    }
+    return *_windowController;
 }
 
 void AppDelegate::buildMainMenu() {

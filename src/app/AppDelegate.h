@@ -20,8 +20,13 @@ class AppDelegate final : public QObject {
     AppDelegate(UserDefaults& defaults, const Bundle& bundle);
     ~AppDelegate() override;
 
+    /// Shows the main window, still empty, and finishes the launching when it has been painted: the
+    /// window is there at once, though fonts, icons and texts take longer than the window. To be
+    /// called once.
+    void launch();
+
     /// Shows the main window with the main menu and, where no file was ever chosen, the Getting
-    /// Started window in front of it. To be called once, when the event loop has begun.
+    /// Started window in front of it.
     void applicationDidFinishLaunching();
 
     /// Shows the About window.
@@ -34,6 +39,7 @@ class AppDelegate final : public QObject {
     static bool applicationShouldTerminateAfterLastWindowClosed() { return true; }
 
   private:
+    MainWindowController& windowController();
     void buildMainMenu();
     void show(WindowController& controller) const;
 

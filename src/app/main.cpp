@@ -1,10 +1,8 @@
 #include "app/AppDelegate.h"
-#include "app/ApplicationIcon.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 
 #include <QApplication>
-#include <QTimer>
 
 #include <cstdlib>
 
@@ -12,10 +10,8 @@ int main(int argc, char** argv) {
     int status = 0;
     {
         const QApplication application(argc, argv);
-        QApplication::setWindowIcon(applicationIcon(Bundle::main()));
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
-        QTimer::singleShot(0, &application,
-                           [&delegate] { delegate.applicationDidFinishLaunching(); });
+        delegate.launch();
         status = QApplication::exec();
     }
     // Not by return: a file that is still being read is not waited for, nor are the objects that

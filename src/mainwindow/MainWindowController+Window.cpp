@@ -3,6 +3,7 @@
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "ui_MainWindowContent.h"
 #include "ui_MainWindowController.h"
 #include "widgets/ScreenFit.h"
 
@@ -33,10 +34,25 @@ QString frameKey(const QWidget* window) {
 
 }  // namespace
 
+QWidget* MainWindowController::emptyWindow() {
+    if (isWindowLoaded()) {
+        return window();
+    }
+    if (!_emptyWindow) {
+        _emptyWindow = std::make_unique<QMainWindow>();
+        Ui::MainWindowController().setupUi(_emptyWindow.get());
+        _emptyWindow->setWindowTitle(_bundle.displayName() + QStringLiteral(" — Ambulet"));
+        restoreFrame(*_emptyWindow);
+    }
+    return _emptyWindow.get();
+}
+
 std::unique_ptr<QWidget> MainWindowController::loadWindow() {
-    auto window = std::make_unique<QMainWindow>();
-    Ui::MainWindowController views;
-    views.setupUi(window.get());
+    emptyWindow();
+    auto* const content = new QWidget;
+    Ui::MainWindowContent views;
+    views.setupUi(content);
+    _emptyWindow->setCentralWidget(content);
 
     setTableView(views.tableView);
     setScrollView(views.tableView);
@@ -54,15 +70,13 @@ std::unique_ptr<QWidget> MainWindowController::loadWindow() {
     views.tableView->setDataSource(this);
     connect(views.chooseButton, &QPushButton::clicked, this,
             &MainWindowController::chooseFileAction);
-    return window;
+    return std::move(_emptyWindow);
 }
 
 void MainWindowController::windowDidLoad() {
-    window()->setWindowTitle(_bundle.displayName() + QStringLiteral(" — Ambulet"));
     if (_filePathField) {
         _filePathField->setText(_filePath.value_or(QString()));
     }
-    restoreFrame();
     setupTableColumns();
     makeStrideEditor();
     _frameTimer.setSingleShot(true);
@@ -70,7 +84,27 @@ void MainWindowController::windowDidLoad() {
     connect(&_frameTimer, &QTimer::timeout, this, &MainWindowController::saveFrame);
     qApp->installEventFilter(this);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindowController::saveFrame);
+    if (window()->isVisible()) {
+        catchUpWithShowing();
+    }
     loadData();
+}
+
+// The window was shown before it had anything in it: what comes with its showing is done now.
+void MainWindowController::catchUpWithShowing() {
+    QWidget* const content = qobject_cast<QMainWindow*>(window())->centralWidget();
+    content->show();
+    if (window()->windowHandle()->isExposed()) {
+        _fittedOnScreen = true;
+        fitOnScreen(*window());
+    }
+    if (window()->isActiveWindow()) {
+        QWidget* first = window();
+        do {
+            first = first->nextInFocusChain();
+        } while (first != window() && (first->focusPolicy() & Qt::TabFocus) == 0);
+        first->setFocus(Qt::ActiveWindowFocusReason);
+    }
 }
 
 // Every press of the primary button in the application passes here before any view sees it; none is
@@ -112,9 +146,9 @@ void MainWindowController::mouseDown(QPoint position) {
     _tableView->deselectAll();
 }
 
-void MainWindowController::restoreFrame() {
-    if (const auto frame = _defaults.data(frameKey(window()))) {
-        window()->restoreGeometry(*frame);  // brings it back onto a screen that is there
+void MainWindowController::restoreFrame(QWidget& window) const {
+    if (const auto frame = _defaults.data(frameKey(&window))) {
+        window.restoreGeometry(*frame);  // brings it back onto a screen that is there
     }
 }
 

@@ -15,6 +15,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPoint>
 #include <QPointer>
 #include <QProgressBar>
@@ -33,10 +34,10 @@ class UserDefaults;
 /// The one main window and everything that it shows: the loaded days, their rows, the remembered
 /// file, the formatters through which every date and number reaches the screen.
 ///
-/// The window's views belong to the window, which is made from the interface description
-/// resources/MainWindowController.ui; the controller refers to them weakly, and does without those
-/// that are not there. Main thread only: a file is read on a thread of its own, which knows nothing
-/// of the controller.
+/// The window's views belong to the window, which is made from the interface descriptions
+/// resources/MainWindowController.ui, the window, and MainWindowContent.ui, what is in it; the
+/// controller refers to the views weakly, and does without those that are not there. Main thread
+/// only: a file is read on a thread of its own, which knows nothing of the controller.
 class MainWindowController final : public WindowController, public TableViewDataSource {
     Q_OBJECT
 
@@ -129,6 +130,10 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the window: MainWindowController+Window.cpp
 
+    /// The window before it is loaded: titled, where it was left and as large, with nothing in it.
+    /// It can be shown long before what it holds is made. Once loaded it is `window()`.
+    QWidget* emptyWindow();
+
     /// Gives the table its four columns in place of whatever it had.
     void setupTableColumns();
 
@@ -170,7 +175,8 @@ class MainWindowController final : public WindowController, public TableViewData
     void makeStrideEditor();
     void closeStrideEditor();
     void mouseDown(QPoint position);
-    void restoreFrame();
+    void catchUpWithShowing();
+    void restoreFrame(QWidget& window) const;
     void saveFrame();
     double strideFeet() const;
     std::optional<QString> askForFile();
@@ -187,6 +193,7 @@ class MainWindowController final : public WindowController, public TableViewData
     DateFormatter _displayFormatter;
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
+    std::unique_ptr<QMainWindow> _emptyWindow;  // until it is loaded
     ExportFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
     QTimer _frameTimer;  // runs from the window's last move or resize on

@@ -86,6 +86,17 @@ TEST_F(AppDelegateTest, atTheVeryFirstStartTheGuideOpensInFrontOfTheMainWindow) 
     EXPECT_FALSE(about().isVisible());
 }
 
+TEST_F(AppDelegateTest, atTheStartTheWindowIsThereBeforeWhatIsInIt) {
+    delegate.launch();
+    EXPECT_TRUE(mainWindow().isVisible());
+    EXPECT_EQ(mainWindow().centralWidget(), nullptr);
+    EXPECT_FALSE(help().isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([] { return help().isVisible(); }));
+    EXPECT_NE(mainWindow().centralWidget(), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([] { return mainWindow().menuBar()->isVisible(); }));
+    EXPECT_FALSE(QApplication::windowIcon().isNull());
+}
+
 TEST_F(AppDelegateTest, anyStoredPathKeepsTheGuideAwayAlsoAnEmptyOneOrAMissingFiles) {
     for (const QString& path : {u""_s, u"/no/such/file.xml"_s}) {
         defaults.setString(SettingsKeys::xmlFilePath, path);

@@ -235,6 +235,8 @@ class ProgramTest(unittest.TestCase):
     def start(self, *arguments, **environment):
         program = Program(self.configuration, *arguments, **environment)
         self.addCleanup(program.kill)
+        # The window is there before what is in it. The icon is set before that is made.
+        program.find(Atspi.Role.PUSH_BUTTON, "Choose…")
         return program
 
     @property

@@ -140,6 +140,42 @@ TEST_F(WindowTest, onASmallerScreenItStartsWithItsWholeFrameOnTheScreen) {
               QGuiApplication::primaryScreen()->availableGeometry());
 }
 
+TEST_F(WindowTest, itCanBeShownInItsPlaceBeforeAnythingIsInIt) {
+    makeController().showWindow();
+    controller->window()->setGeometry(40, 60, 650, 500);
+    QCoreApplication::processEvents();
+    controller->window()->close();
+    QWidget& window = *makeController().emptyWindow();
+    window.show();
+    EXPECT_FALSE(controller->isWindowLoaded());
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Daily Steps — Ambulet"));
+    EXPECT_EQ(window.geometry(), QRect(40, 60, 650, 500));
+    EXPECT_EQ(window.findChild<QPushButton*>(), nullptr);
+}
+
+TEST_F(WindowTest, whatIsInItCanFollowItsShowing) {
+    QWidget& window = *makeController().emptyWindow();
+    window.show();
+    window.setGeometry(40, 60, 750, 500);
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    controller->showWindow();
+    EXPECT_EQ(controller->window(), &window);
+    EXPECT_EQ(controller->emptyWindow(), &window);
+    EXPECT_EQ(window.geometry(), QRect(40, 60, 750, 500));
+    EXPECT_TRUE(controller->tableView()->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), window.findChild<QPushButton*>());
+}
+
+TEST_F(WindowTest, shownEmptyOnASmallerScreenItFitsOnceItIsLoaded) {
+    QWidget& window = *makeController().emptyWindow();
+    window.setGeometry(100, 100, 5000, 4000);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    controller->showWindow();
+    EXPECT_EQ(window.frameGeometry(), QGuiApplication::primaryScreen()->availableGeometry());
+}
+
 TEST_F(WindowTest, severalRowsCanBeSelected) {
     load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
     click(1);
