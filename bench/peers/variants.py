@@ -137,13 +137,23 @@ def filled(size, begin, piece, end=b""):
 
 
 def damage(folder, most):
-    """Titles and paths of documents that grow in one place to 200 MiB, but no more than `most` bytes."""
+    """Titles and paths of documents that grow in one place to 200 MiB, but no more than `most` bytes, and of some
+    that take as much memory as one can."""
     size, root, end = min(DAMAGE_SIZE, most), b"<HealthData>\n", b"\n</HealthData>\n"
     writers = {
         "comment": ("One comment", filled(size, root + b"<!--", b"a", b"-->" + end)),
         "value": ("One attribute value", filled(size, root + b'<Record type="', b"a", b'"/>' + end)),
         "tag": ("One attribute value just not too long",
                 filled(min(size, 9_990_000), root + b'<a b="', b"a", b'"/>' + end)),
+        "most": ("Many names, then a tag and its values just not too long", lambda file: file.write(
+            root + b"".join(b"<n%d/>" % n for n in range(5000)) + b'<a b="' + b"a" * (2**22 - 1000) + b'"'
+            + b" " * 5_700_000 + b"/>" + end)),
+        "default": ("Two default values just not too long", lambda file: file.write(
+            b"<!DOCTYPE a [" + b"".join(b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000) for n in range(2))
+            + b"]>" + root + b'<a b="' + b"a" * 9_900_000 + b'"/>' + end)),
+        "entity": ("A replacing text in a value, both just not too long", lambda file: file.write(
+            b'<!DOCTYPE a [<!ENTITY b "' + b"a" * 2_000_000 + b'">]>' + root + b'<a b="&b;' + b"a" * 2_000_000
+            + b'"/>' + end)),
         "text": ("One text", filled(size, root, b"a", end)),
         "deep": ("Elements opened without end", filled(size, root, b"<a>\n")),
         "elements": ("A new element name in each tag", filled(size, root, lambda n: b"<n%d/>\n" % n, end)),

@@ -1,46 +1,73 @@
 #include "import/ExpatMemory.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
+#include <sys/mman.h>
 
 // expat hands its allocation functions no context, so what is left of the limit is the thread's.
-// The size of each block stands in front of it.
+// What a block counts for stands in front of it.
 
 namespace {
 
-thread_local ExpatMemory::Limit available{};
+thread_local std::size_t available = 0;
+thread_local bool isCounting = true;
 
 struct alignas(std::max_align_t) Header {
-    std::size_t size;
+    std::size_t counted;
+    std::size_t size;  // of the header and the block
 };
 
 Header* headerOf(void* block) {
     return static_cast<Header*>(block) - 1;
 }
 
-ExpatMemory::Limit amount(std::size_t size) {
-    return {size, size < ExpatMemory::largeBlock ? size : 0};
+// Large blocks go straight back to the system: in the heap a later one would often find no room in
+// what an earlier one has left, and the memory of both would stay in use.
+constexpr std::size_t largeSize = std::size_t{512} * 1024;
+
+Header* take(std::size_t size) {
+    if (size < largeSize) {
+        return static_cast<Header*>(std::malloc(size));
+    }
+    void* const pages =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return pages == MAP_FAILED ? nullptr : static_cast<Header*>(pages);
 }
 
-/// Whether what is left and what is given back are as much as is needed.
-bool isEnough(std::size_t left, std::size_t needed, std::size_t given) {
-    return needed <= given || needed - given <= left;
+void giveBack(Header* header) {
+    if (header->size < largeSize) {
+        std::free(header);
+    } else {
+        munmap(header, header->size);
+    }
+}
+
+Header* resized(Header* header, std::size_t size) {
+    if (header != nullptr && std::max(header->size, size) < largeSize) {
+        return static_cast<Header*>(std::realloc(header, size));
+    }
+    Header* const made = take(size);
+    if (made != nullptr && header != nullptr) {
+        std::memcpy(made, header, std::min(size, header->size));
+        giveBack(header);
+    }
+    return made;
 }
 
 void* resize(void* block, std::size_t size) {
-    const ExpatMemory::Limit given = amount(block == nullptr ? 0 : headerOf(block)->size);
-    const ExpatMemory::Limit needed = amount(size);
-    if (!isEnough(available.all, needed.all, given.all) ||
-        !isEnough(available.inSmallBlocks, needed.inSmallBlocks, given.inSmallBlocks)) {
+    const std::size_t given = block == nullptr ? 0 : headerOf(block)->counted;
+    const std::size_t needed = isCounting ? size + ExpatMemory::blockOverhead : 0;
+    if (needed > given && needed - given > available) {
         return nullptr;
     }
-    auto* header = static_cast<Header*>(
-        std::realloc(block == nullptr ? nullptr : headerOf(block), sizeof(Header) + size));
+    Header* const header =
+        resized(block == nullptr ? nullptr : headerOf(block), sizeof(Header) + size);
     if (header == nullptr) {
         return nullptr;
     }
-    available.all += given.all - needed.all;
-    available.inSmallBlocks += given.inSmallBlocks - needed.inSmallBlocks;
-    header->size = size;
+    available += given - needed;
+    *header = {needed, sizeof(Header) + size};
     return header + 1;
 }
 
@@ -50,21 +77,27 @@ void* allocate(std::size_t size) {
 
 void release(void* block) {
     if (block != nullptr) {
-        const ExpatMemory::Limit given = amount(headerOf(block)->size);
-        available.all += given.all;
-        available.inSmallBlocks += given.inSmallBlocks;
-        std::free(headerOf(block));
+        available += headerOf(block)->counted;
+        giveBack(headerOf(block));
     }
 }
 
 }  // namespace
 
-ExpatMemory::ExpatMemory(Limit limit) : _outerAvailable(available) {
+ExpatMemory::ExpatMemory(std::size_t limit) : _outerAvailable(available) {
     available = limit;
 }
 
 ExpatMemory::~ExpatMemory() {
     available = _outerAvailable;
+}
+
+ExpatMemory::Uncounted::Uncounted() {
+    isCounting = false;
+}
+
+ExpatMemory::Uncounted::~Uncounted() {
+    isCounting = true;
 }
 
 const XML_Memory_Handling_Suite* ExpatMemory::functions() {

@@ -9,23 +9,26 @@
 /// made with `functions()`.
 class ExpatMemory {
   public:
-    /// In bytes.
-    struct Limit {
-        std::size_t all;
-
-        /// In blocks of less than `largeBlock`: what expat keeps for every open element and every
-        /// name lies there; a long token does not.
-        std::size_t inSmallBlocks;
-    };
-    static constexpr std::size_t largeBlock = std::size_t{64} * 1024;
-
-    explicit ExpatMemory(Limit limit);
+    /// `limit`: in bytes, with what the system needs for the blocks themselves.
+    explicit ExpatMemory(std::size_t limit);
     ~ExpatMemory();
     ExpatMemory(const ExpatMemory&) = delete;
     ExpatMemory& operator=(const ExpatMemory&) = delete;
 
     static const XML_Memory_Handling_Suite* functions();
 
+    /// What the system needs for a block, in bytes, at most.
+    static constexpr std::size_t blockOverhead = 32;
+
+    /// The blocks that are made on the thread while this lives are not counted.
+    class Uncounted {
+      public:
+        Uncounted();
+        ~Uncounted();
+        Uncounted(const Uncounted&) = delete;
+        Uncounted& operator=(const Uncounted&) = delete;
+    };
+
   private:
-    Limit _outerAvailable;
+    std::size_t _outerAvailable;
 };

@@ -21,7 +21,7 @@ int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
 ExpatPass::ExpatPass(const Splice& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
                      ExpatReader::Limits limits)
     : _bytes(bytes), _delegate(delegate), _blockSize(blockSize), _limits(limits),
-      _memory({limits.memory, limits.kept}),
+      _memory(limits.kept),
       _parser(XML_ParserCreate_MM(nullptr, ExpatMemory::functions(), nullptr), XML_ParserFree) {
     if (_parser == nullptr) {
         throw std::bad_alloc();
@@ -120,6 +120,12 @@ std::size_t ExpatPass::nextRoom(std::size_t unfinished, std::size_t count) const
     return unfinished < veryLongToken ? count : _limits.token - unfinished;
 }
 
+/// Room for so many bytes more. The limit of a token is that of the buffer, too.
+void* ExpatPass::room(std::size_t count) {
+    const ExpatMemory::Uncounted uncounted;
+    return XML_GetBuffer(_parser.get(), static_cast<int>(count));
+}
+
 XMLError ExpatPass::parserError() const {
     const XML_Error code = XML_GetErrorCode(_parser.get());
     const auto index = XML_GetCurrentByteIndex(_parser.get());
@@ -147,7 +153,7 @@ std::optional<XMLError> ExpatPass::run() {
         if (wanted == 0) {
             return XMLError{_bytes.fileOffset(_tokenBegin), "token too long"};
         }
-        void* buffer = XML_GetBuffer(_parser.get(), static_cast<int>(nextRoom(unfinished, wanted)));
+        void* const buffer = room(nextRoom(unfinished, wanted));
         if (buffer == nullptr) {
             return parserError();
         }

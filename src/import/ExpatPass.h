@@ -56,6 +56,7 @@ class ExpatPass {
     std::size_t unfinished();
     std::size_t nextCount(std::size_t unfinished) const;
     std::size_t nextRoom(std::size_t unfinished, std::size_t count) const;
+    void* room(std::size_t count);
     XMLError parserError() const;
     bool isMarkup(std::uint64_t offset) const;
 

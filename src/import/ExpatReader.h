@@ -20,11 +20,9 @@ class ExpatReader {
         /// Of one tag, comment, processing instruction or quoted text of a declaration, in bytes.
         std::size_t token = 10'000'000;
 
-        /// Of what expat keeps, in bytes: the open elements, all names and declarations...
+        /// Of all that expat keeps besides the bytes of that one token, in bytes: the open
+        /// elements, all names and declarations, the values of one tag.
         std::size_t kept = std::size_t{5} * 1024 * 1024;
-
-        /// ...and with that one token, as it is and as it is reported.
-        std::size_t memory = std::size_t{64} * 1024 * 1024;
 
         friend bool operator==(const Limits&, const Limits&) = default;
     };

@@ -65,9 +65,10 @@ bool isEmptyElement(const Splice& bytes, std::uint64_t tagEnd) {
 std::optional<Prolog> plainProlog(const InputFile& file, Splice& bytes, Listener& listener,
                                   std::size_t blockSize) {
     Prolog prolog;
-    ExpatPass pass(bytes, listener, blockSize, {});
-    std::optional<XMLError> error = pass.readProlog(prolog);
-    if (error && pass.leaveOutDoctype(bytes, file, *error)) {
+    auto pass = std::make_unique<ExpatPass>(bytes, listener, blockSize, ExpatReader::Limits());
+    std::optional<XMLError> error = pass->readProlog(prolog);
+    if (error && pass->leaveOutDoctype(bytes, file, *error)) {
+        pass.reset();  // one parser's memory at a time
         prolog = {};
         error = ExpatPass(bytes, listener, blockSize, {}).readProlog(prolog);
     }
@@ -130,7 +131,6 @@ std::optional<XMLError> FastReader::read(const InputFile& file, StepSums& sums) 
     constexpr std::size_t mostKept = std::size_t{2} * 1024 * 1024;
     ExpatReader::Limits limits;
     limits.kept -= mostKept;
-    limits.memory -= mostKept;
     bytes.replace({begin, place.position}, startTags(place.open));
     auto rest = std::make_unique<ExpatPass>(bytes, listener, _options.blockSize, limits);
     std::optional<XMLError> error = rest->run();

@@ -6,13 +6,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
+#include <tuple>
 
 namespace {
 
 // `begin`, so many more characters that it all comes to `length` bytes, and `end`.
-std::string padded(std::string_view begin, std::string_view end, std::size_t length) {
-    return std::string(begin) + std::string(length - begin.size() - end.size(), 'x') +
+std::string padded(std::string_view begin, std::string_view end, std::size_t length,
+                   char filling = 'x') {
+    return std::string(begin) + std::string(length - begin.size() - end.size(), filling) +
            std::string(end);
 }
 
@@ -28,12 +31,6 @@ ExpatReader::Limits kept(std::size_t bytes) {
     return limits;
 }
 
-ExpatReader::Limits memory(std::size_t bytes) {
-    ExpatReader::Limits limits;
-    limits.memory = bytes;
-    return limits;
-}
-
 TEST(Limits, anAttributeOf11MegabytesStops) {
     const std::string tag = padded("<Note text=\"", "\"/>", 11'000'000);
     const std::string bytes = around(tag);
@@ -41,11 +38,33 @@ TEST(Limits, anAttributeOf11MegabytesStops) {
               (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "token too long"}}));
 }
 
-TEST(Limits, aTagMayHaveTenMillionBytesAndNotOneMore) {
-    EXPECT_EQ(readLarge(around(padded("<Note text=\"", "\"/>", 10'000'000))), (Reading{both, {}}));
-    const std::string bytes = around(padded("<Note text=\"", "\"/>", 10'000'001));
+TEST(Limits, aTagOrACommentMayHaveTenMillionBytesAndNotOneMore) {
+    for (const auto& [begin, end, filling] :
+         {std::tuple("<Note text=\"x\"", "/>", ' '), std::tuple("<!--", "-->", 'x')}) {
+        EXPECT_EQ(readLarge(around(padded(begin, end, 10'000'000, filling))), (Reading{both, {}}));
+        const std::string bytes = around(padded(begin, end, 10'000'001, filling));
+        EXPECT_EQ(readLarge(bytes),
+                  (Reading{ninth, XMLError{byteOf(bytes, begin), "token too long"}}));
+    }
+}
+
+TEST(Limits, theValuesOfATagMayHaveNearlyFourMebibytes) {
+    const std::size_t most = std::size_t{4} * 1024 * 1024 - 1000;
+    EXPECT_EQ(readLarge(around(padded("<Note text=\"", "\"/>", most))), (Reading{both, {}}));
+    const std::string bytes = around(padded("<Note text=\"", "\"/>", most + 2000));
     EXPECT_EQ(readLarge(bytes),
-              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "token too long"}}));
+              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "out of memory"}}));
+}
+
+TEST(Limits, whatExpatHasKeptBeforeALongTagLeavesItLessRoom) {
+    std::string names;
+    for (int number = 0; number < 20'000; ++number) {
+        names += "<N" + std::to_string(number) + "/>";
+    }
+    const std::string tag = padded("<Note text=\"", "\"/>", 4'000'000);
+    const std::string bytes = around(names + tag);
+    EXPECT_EQ(readLarge(bytes),
+              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "out of memory"}}));
 }
 
 TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
@@ -87,8 +106,7 @@ TEST(Limits, textAndCdataHaveNone) {
     text.resize(30'000'000, 'x');
     const TemporaryFolder folder;
     const auto path = folder.write("export.xml", around("<Note>" + text + "</Note>"));
-    EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize, memory(2'000'000)),
-              (Reading{both, {}}));
+    EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize, kept(100'000)), (Reading{both, {}}));
 }
 
 TEST(Limits, memoryDoesNotGrowWithTheNumberOfRecords) {
@@ -98,7 +116,7 @@ TEST(Limits, memoryDoesNotGrowWithTheNumberOfRecords) {
     }
     const TemporaryFolder folder;
     const auto path = folder.write("export.xml", document(records));
-    EXPECT_EQ(readFile(path, 4096, memory(200'000)), (Reading{{{"2024-03-09", 100'000}}, {}}));
+    EXPECT_EQ(readFile(path, 4096, kept(100'000)), (Reading{{{"2024-03-09", 100'000}}, {}}));
 }
 
 TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
@@ -113,27 +131,22 @@ TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
     for (const std::string& content : {names, nesting}) {
         const TemporaryFolder folder;
         const auto path = folder.write("export.xml", around(content));
-        for (const ExpatReader::Limits& limits : {memory(1'000'000), kept(1'000'000)}) {
-            const Reading reading = readFile(path, 4096, limits);
-            ASSERT_TRUE(reading.error);
-            EXPECT_EQ(reading.error->reason, "out of memory");
-            EXPECT_EQ(reading.days, ninth);
-        }
+        const Reading reading = readFile(path, 4096, kept(1'000'000));
+        ASSERT_TRUE(reading.error);
+        EXPECT_EQ(reading.error->reason, "out of memory");
+        EXPECT_EQ(reading.days, ninth);
     }
     // What a declaration makes it keep is given up with the declaration.
     const TemporaryFolder folder;
     const auto path = folder.write("export.xml", "<!DOCTYPE HealthData [" + entities + "]>" +
                                                      around("").substr(39));
-    EXPECT_EQ(readFile(path, 4096, memory(1'000'000)), (Reading{both, {}}));
+    EXPECT_EQ(readFile(path, 4096, kept(1'000'000)), (Reading{both, {}}));
 }
 
-TEST(Limits, ofMemoryLeaveRoomForTheLongestTag) {
-    EXPECT_EQ(readLarge(around(padded("<", "/>", 10'000'000))), (Reading{both, {}}));
-    EXPECT_EQ(readLarge(around(padded("<!--", "-->", 10'000'000))), (Reading{both, {}}));
-}
+constexpr std::size_t overhead = ExpatMemory::blockOverhead;
 
 TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
-    const ExpatMemory memory({1000, 1000});
+    const ExpatMemory memory(1000 + 2 * overhead);
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     void* first = functions.malloc_fcn(600);
     ASSERT_NE(first, nullptr);
@@ -144,7 +157,7 @@ TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
 
     functions.free_fcn(first);
     functions.free_fcn(nullptr);
-    second = functions.realloc_fcn(second, 1000);
+    second = functions.realloc_fcn(second, 1000 + overhead);
     ASSERT_NE(second, nullptr);
     second = functions.realloc_fcn(second, 10);
     void* third = functions.realloc_fcn(nullptr, 990);
@@ -153,30 +166,42 @@ TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
     functions.free_fcn(third);
 }
 
-TEST(ExpatMemory, smallBlocksHaveALimitOfTheirOwn) {
-    const std::size_t large = ExpatMemory::largeBlock;
-    const ExpatMemory memory({10 * large, 100});
+TEST(ExpatMemory, aBlockKeepsWhatIsInItWhenItGrowsAndShrinks) {
+    const ExpatMemory memory(10'000'000);
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
-    void* block = functions.malloc_fcn(100);
+    auto* block = static_cast<char*>(functions.malloc_fcn(10));
     ASSERT_NE(block, nullptr);
-    EXPECT_EQ(functions.malloc_fcn(1), nullptr);
-    void* other = functions.malloc_fcn(large);
-    ASSERT_NE(other, nullptr);
-
-    block = functions.realloc_fcn(block, large);
-    void* small = functions.malloc_fcn(100);
-    EXPECT_NE(small, nullptr) << "the first is no small one any more";
-    EXPECT_EQ(functions.realloc_fcn(block, large - 1), nullptr);
-    functions.free_fcn(small);
+    std::memcpy(block, "0123456789", 10);
+    for (const std::size_t size : {1000U, 2'000'000U, 4'000'000U, 3'000'000U, 100U, 10U}) {
+        block = static_cast<char*>(functions.realloc_fcn(block, size));
+        ASSERT_NE(block, nullptr);
+        EXPECT_EQ(std::string_view(block, 10), "0123456789") << size;
+        block[size - 1] = size == 10 ? '9' : 'x';  // all of it is there
+    }
     functions.free_fcn(block);
-    functions.free_fcn(other);
+}
+
+TEST(ExpatMemory, uncountedBlocksTakeNothingOfTheLimitAndGiveNothingBack) {
+    const ExpatMemory memory(1000 + overhead);
+    const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
+    void* uncounted = nullptr;
+    {
+        const ExpatMemory::Uncounted scope;
+        uncounted = functions.malloc_fcn(5'000'000);
+    }
+    ASSERT_NE(uncounted, nullptr);
+    void* counted = functions.malloc_fcn(1000);
+    ASSERT_NE(counted, nullptr);
+    functions.free_fcn(uncounted);
+    EXPECT_EQ(functions.malloc_fcn(1), nullptr);
+    functions.free_fcn(counted);
 }
 
 TEST(ExpatMemory, anInnerLimitIsOnItsOwn) {
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
-    const ExpatMemory outer({10, 10});
+    const ExpatMemory outer(10 + overhead);
     {
-        const ExpatMemory inner({1000, 1000});
+        const ExpatMemory inner(1000 + overhead);
         functions.free_fcn(functions.malloc_fcn(1000));
     }
     EXPECT_EQ(functions.malloc_fcn(11), nullptr);
