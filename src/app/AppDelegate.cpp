@@ -1,13 +1,11 @@
 #include "app/AppDelegate.h"
 
 #include "about/AboutWindowController.h"
-#include "app/ApplicationIcon.h"
 #include "app/MainMenu.h"
 #include "help/HelpWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
-#include "widgets/FirstPaint.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -17,14 +15,13 @@ AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::launch() {
-    QWidget* const window = windowController().emptyWindow();
-    window->show();
-    afterFirstPaint(*window, [this] { applicationDidFinishLaunching(); });
+QWidget& AppDelegate::showEmptyWindow() {
+    QWidget& window = *windowController().emptyWindow();
+    window.show();
+    return window;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    QApplication::setWindowIcon(applicationIcon(_bundle));
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     buildMainMenu();
     _mainMenu->installOn(*qobject_cast<QMainWindow*>(windowController().window()));

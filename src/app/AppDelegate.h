@@ -20,13 +20,12 @@ class AppDelegate final : public QObject {
     AppDelegate(UserDefaults& defaults, const Bundle& bundle);
     ~AppDelegate() override;
 
-    /// Shows the main window, still empty, and finishes the launching when it has been painted: the
-    /// window is there at once, though fonts, icons and texts take longer than the window. To be
-    /// called once.
-    void launch();
+    /// Shows the main window before anything is in it, and returns it: it can be on the screen at
+    /// once, while fonts, icons and texts take as long again.
+    QWidget& showEmptyWindow();
 
-    /// Shows the main window with the main menu and, where no file was ever chosen, the Getting
-    /// Started window in front of it.
+    /// Shows the main window with all that is in it, the main menu and, where no file was ever
+    /// chosen, the Getting Started window in front of it. To be called once, in the event loop.
     void applicationDidFinishLaunching();
 
     /// Shows the About window.

@@ -1,6 +1,8 @@
 #include "app/AppDelegate.h"
+#include "app/ApplicationIcon.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "widgets/FirstPaint.h"
 
 #include <QApplication>
 
@@ -11,7 +13,10 @@ int main(int argc, char** argv) {
     {
         const QApplication application(argc, argv);
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
-        delegate.launch();
+        afterFirstPaint(delegate.showEmptyWindow(), [&delegate] {
+            QApplication::setWindowIcon(applicationIcon(Bundle::main()));
+            delegate.applicationDidFinishLaunching();
+        });
         status = QApplication::exec();
     }
     // Not by return: a file that is still being read is not waited for, nor are the objects that

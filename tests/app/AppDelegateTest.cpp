@@ -86,15 +86,17 @@ TEST_F(AppDelegateTest, atTheVeryFirstStartTheGuideOpensInFrontOfTheMainWindow) 
     EXPECT_FALSE(about().isVisible());
 }
 
-TEST_F(AppDelegateTest, atTheStartTheWindowIsThereBeforeWhatIsInIt) {
-    delegate.launch();
-    EXPECT_TRUE(mainWindow().isVisible());
+TEST_F(AppDelegateTest, theMainWindowCanBeThereBeforeWhatIsInIt) {
+    QWidget& window = delegate.showEmptyWindow();
+    EXPECT_EQ(&window, &mainWindow());
+    EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(mainWindow().centralWidget(), nullptr);
     EXPECT_FALSE(help().isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([] { return help().isVisible(); }));
+    delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(&window, &mainWindow());
     EXPECT_NE(mainWindow().centralWidget(), nullptr);
+    EXPECT_TRUE(help().isVisible());
     EXPECT_TRUE(QTest::qWaitFor([] { return mainWindow().menuBar()->isVisible(); }));
-    EXPECT_FALSE(QApplication::windowIcon().isNull());
 }
 
 TEST_F(AppDelegateTest, anyStoredPathKeepsTheGuideAwayAlsoAnEmptyOneOrAMissingFiles) {
