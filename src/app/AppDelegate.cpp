@@ -6,6 +6,7 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "widgets/BringToFront.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -17,15 +18,20 @@ AppDelegate::~AppDelegate() = default;
 
 QWidget& AppDelegate::showEmptyWindow() {
     QWidget& window = *windowController().emptyWindow();
-    window.show();
+    bringToFront(window);
     return window;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     buildMainMenu();
-    _mainMenu->installOn(*qobject_cast<QMainWindow*>(windowController().window()));
-    windowController().showWindow();
+    QWidget* const window = windowController().window();
+    _mainMenu->installOn(*qobject_cast<QMainWindow*>(window));
+    // One that is shown already stays as it is: meanwhile it may have been minimised, or the user
+    // have turned to another program.
+    if (!window->isVisible()) {
+        windowController().showWindow();
+    }
     // Only whether a file was ever chosen counts, not whether it is still there.
     if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {
         showGettingStarted();

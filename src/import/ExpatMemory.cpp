@@ -43,7 +43,7 @@ void giveBack(Header* header) {
     }
 }
 
-Header* resized(Header* header, std::size_t size) {
+Header* withSize(Header* header, std::size_t size) {
     if (header != nullptr && std::max(header->size, size) < largeSize) {
         return static_cast<Header*>(std::realloc(header, size));
     }
@@ -62,7 +62,7 @@ void* resize(void* block, std::size_t size) {
         return nullptr;
     }
     Header* const header =
-        resized(block == nullptr ? nullptr : headerOf(block), sizeof(Header) + size);
+        withSize(block == nullptr ? nullptr : headerOf(block), sizeof(Header) + size);
     if (header == nullptr) {
         return nullptr;
     }

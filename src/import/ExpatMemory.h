@@ -17,8 +17,8 @@ class ExpatMemory {
 
     static const XML_Memory_Handling_Suite* functions();
 
-    /// What the system needs for a block, in bytes, at most.
-    static constexpr std::size_t blockOverhead = 32;
+    /// About what the system needs for a block, in bytes.
+    static constexpr std::size_t blockOverhead = 40;
 
     /// The blocks that are made on the thread while this lives are not counted.
     class Uncounted {

@@ -5,10 +5,14 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <strings.h>
 
 namespace {
+
+// Of one that is read for its own sake, in bytes. Whoever reads a longer one does it twice.
+constexpr std::uint64_t longestProlog = std::uint64_t{1024} * 1024;
 
 int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
                         const XML_Char* /*base*/, const XML_Char* /*systemId*/,
@@ -113,11 +117,15 @@ std::size_t ExpatPass::nextCount(std::size_t unfinished) const {
     return std::min(count, _limits.token - unfinished);
 }
 
-/// The room to ask expat for, of `count` bytes or more. A very long token is given all that it may
-/// take at once: each time that the room grows, the token is there twice.
-std::size_t ExpatPass::nextRoom(std::size_t unfinished, std::size_t count) const {
+/// The room to ask expat for, of `count` bytes or more. After a very long token it is all that any
+/// token may need, at once: each time that the room grows, the token is there twice. Expat rounds
+/// it up to a power of two. Nearly all of that is asked for, and ever again: then it moves what is
+/// unfinished to the beginning each time, and never uses more of the room than a token needs.
+std::size_t ExpatPass::nextRoom(std::size_t unfinished, std::size_t count) {
     constexpr std::size_t veryLongToken = std::size_t{1024} * 1024;
-    return unfinished < veryLongToken ? count : _limits.token - unfinished;
+    constexpr std::size_t margin = 4096;  // expat keeps some bytes before those that are unfinished
+    _hasLargeRoom = _hasLargeRoom || unfinished >= veryLongToken;
+    return _hasLargeRoom ? std::bit_ceil(_limits.token) - margin - unfinished : count;
 }
 
 /// Room for so many bytes more. The limit of a token is that of the buffer, too.
@@ -150,6 +158,10 @@ std::optional<XMLError> ExpatPass::run() {
     for (;;) {
         const std::size_t unfinished = this->unfinished();
         const std::size_t wanted = nextCount(unfinished);
+        if (_prolog != nullptr && _given >= longestProlog) {
+            _prolog->isPlain = false;
+            return std::nullopt;
+        }
         if (wanted == 0) {
             return XMLError{_bytes.fileOffset(_tokenBegin), "token too long"};
         }

@@ -33,7 +33,8 @@ class ExpatPass {
     /// splice are not reported.
     std::optional<XMLError> run();
 
-    /// Reads up to the end of the root's start tag, which is reported, or to the first error.
+    /// Reads up to the end of the root's start tag, which is reported, or to the first error. One
+    /// that has not ended after about a megabyte is given up, as not plain.
     std::optional<XMLError> readProlog(Prolog& prolog);
 
     /// Leaves out the document type declaration of `file` from `bytes`, in which nothing is
@@ -55,7 +56,7 @@ class ExpatPass {
     std::uint64_t positionAfter() const;
     std::size_t unfinished();
     std::size_t nextCount(std::size_t unfinished) const;
-    std::size_t nextRoom(std::size_t unfinished, std::size_t count) const;
+    std::size_t nextRoom(std::size_t unfinished, std::size_t count);
     void* room(std::size_t count);
     XMLError parserError() const;
     bool isMarkup(std::uint64_t offset) const;
@@ -69,6 +70,7 @@ class ExpatPass {
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> _parser;
     std::uint64_t _given = 0;       // bytes given to the parser
     std::uint64_t _tokenBegin = 0;  // of which those from here on are still to be understood
+    bool _hasLargeRoom = false;
     bool _doctypeEnded = false;
     bool _rootStarted = false;
     std::uint64_t _depth = 0;                     // of the open elements

@@ -126,9 +126,10 @@ std::optional<XMLError> FastReader::read(const InputFile& file, StepSums& sums) 
     const std::uint64_t begin = bytes.fileOffset(prolog->end);
     const FastPlace place = takeFastRoad(file, {begin, {prolog->rootName}}, _options, ownSums);
 
-    // Expat would have kept something of what the fast road has read, but no more than this. Where
-    // that could make a difference to what its limits allow, it reads it all.
-    constexpr std::size_t mostKept = std::size_t{2} * 1024 * 1024;
+    // Expat would have kept something of what the fast road has read, but no more than this: two
+    // megabytes for the values of its largest tags, half of one for its open elements and its
+    // names. Where that could make a difference to what the limits allow, expat reads it all.
+    constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
     ExpatReader::Limits limits;
     limits.kept -= mostKept;
     bytes.replace({begin, place.position}, startTags(place.open));

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr std::size_t deepest = 1000;
+constexpr std::size_t deepest = 100;
 
 }  // namespace
 

@@ -30,8 +30,9 @@ std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
     return *_last->sum;
 }
 
-void StepSums::add(const ByDate& days) {
-    for (const auto& [date, steps] : days) {
+void StepSums::add(ByDate days) {
+    _sums.merge(days);
+    for (const auto& [date, steps] : days) {  // those that it had already
         std::int64_t& daySum = _sums[date];
         daySum = wrappingSum(daySum, steps);
     }

@@ -21,7 +21,7 @@ class StepSums {
     void add(std::string_view startDate, std::string_view value);
 
     /// Adds the steps of days, as `takeAll` gave them.
-    void add(const ByDate& days);
+    void add(ByDate days);
 
     /// The sum of each day to which anything was added. They are no longer in this one.
     ByDate takeAll();

@@ -90,21 +90,20 @@ void MainWindowController::windowDidLoad() {
     loadData();
 }
 
-// The window was shown before it had anything in it: what comes with its showing is done now.
+// The window was shown before it had anything in it: what comes with its showing is done now. Of
+// the focus the toolkit thinks only when a window becomes active.
 void MainWindowController::catchUpWithShowing() {
-    QWidget* const content = qobject_cast<QMainWindow*>(window())->centralWidget();
-    content->show();
+    qobject_cast<QMainWindow*>(window())->centralWidget()->show();
     if (window()->windowHandle()->isExposed()) {
         _fittedOnScreen = true;
         fitOnScreen(*window());
     }
-    if (window()->isActiveWindow()) {
-        QWidget* first = window();
-        do {
-            first = first->nextInFocusChain();
-        } while (first != window() && (first->focusPolicy() & Qt::TabFocus) == 0);
-        first->setFocus(Qt::ActiveWindowFocusReason);
-    }
+    QWidget* first = window();
+    do {
+        first = first->nextInFocusChain();
+    } while (first != window() && (first->focusPolicy() & Qt::TabFocus) == 0);
+    first->setFocus(Qt::ActiveWindowFocusReason);
+    _frameTimer.start();
 }
 
 // Every press of the primary button in the application passes here before any view sees it; none is

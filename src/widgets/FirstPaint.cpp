@@ -22,9 +22,8 @@ class FirstPaint final : public QObject {
         window.installEventFilter(this);
     }
 
-    bool eventFilter(QObject* watched, QEvent* event) override {
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
-            watched->removeEventFilter(this);
             // The window is on the screen when the handling of this event has ended.
             _timer.start(0);
         }

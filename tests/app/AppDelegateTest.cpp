@@ -99,6 +99,13 @@ TEST_F(AppDelegateTest, theMainWindowCanBeThereBeforeWhatIsInIt) {
     EXPECT_TRUE(QTest::qWaitFor([] { return mainWindow().menuBar()->isVisible(); }));
 }
 
+TEST_F(AppDelegateTest, aWindowThatIsMinimisedBeforeAnythingIsInItStaysSo) {
+    delegate.showEmptyWindow().showMinimized();
+    delegate.applicationDidFinishLaunching();
+    EXPECT_NE(mainWindow().centralWidget(), nullptr);
+    EXPECT_TRUE(mainWindow().isMinimized());
+}
+
 TEST_F(AppDelegateTest, anyStoredPathKeepsTheGuideAwayAlsoAnEmptyOneOrAMissingFiles) {
     for (const QString& path : {u""_s, u"/no/such/file.xml"_s}) {
         defaults.setString(SettingsKeys::xmlFilePath, path);

@@ -143,6 +143,51 @@ TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
     EXPECT_EQ(readFile(path, 4096, kept(1'000'000)), (Reading{both, {}}));
 }
 
+// As deep, as many and as long as the fast road takes them: what expat keeps of it counts for what
+// comes after it, on whatever road it was read.
+TEST(Limits, whatTheFastRoadHasReadLeavesExpatAsMuchRoomAsIfItHadReadItItself) {
+    const std::string name(499, 'n');
+    std::string content;
+    for (int level = 0; level < 98; ++level) {
+        content += '<' + name + '>';
+    }
+    for (int level = 0; level < 98; ++level) {
+        content += "</" + name + '>';
+    }
+    content += "<Note";
+    for (int attribute = 0; attribute < 120; ++attribute) {
+        content += " a" + std::to_string(attribute) + "=\"" + std::string(4098, 'x') + '"';
+    }
+    content += "/>" + padded("<Note text=\"", "\"/>", 250'000);
+    // From too few names for the limit to too many.
+    const TemporaryFolder folder;
+    bool allowed = false;
+    bool refused = false;
+    for (int count = 14'000; count < 30'000; count += 500) {
+        std::string names;
+        for (int number = 0; number < count; ++number) {
+            names += "<N" + std::to_string(number) + "/>";
+        }
+        const auto path = folder.write("export.xml", around(content + names));
+        const Reading reading = readFile(path, ExpatReader::defaultBlockSize);
+        EXPECT_EQ(readFast(path, {.threads = 1}), reading) << count;
+        EXPECT_EQ(readFast(path, {.threads = 2}), reading) << count;
+        (reading.error ? refused : allowed) = true;
+    }
+    EXPECT_TRUE(allowed);
+    EXPECT_TRUE(refused);
+}
+
+TEST(Limits, aLongPrologMakesNoDifference) {
+    const std::string comment = padded("<!--", "-->", 3'000'000);
+    const std::string entity = "<!DOCTYPE HealthData [" + comment + "<!ENTITY note 'x'>]>";
+    const std::string plain = around("&note;").substr(39);
+    EXPECT_EQ(readLarge(comment + around("").substr(39)), (Reading{both, {}}));
+    EXPECT_EQ(readLarge(entity + plain), (Reading{both, {}}));
+    EXPECT_EQ(readLarge("<!DOCTYPE HealthData [" + comment + "<!]>" + around("").substr(39)),
+              (Reading{both, {}}));
+}
+
 constexpr std::size_t overhead = ExpatMemory::blockOverhead;
 
 TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {

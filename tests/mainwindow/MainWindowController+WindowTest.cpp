@@ -176,6 +176,17 @@ TEST_F(WindowTest, shownEmptyOnASmallerScreenItFitsOnceItIsLoaded) {
     EXPECT_EQ(window.frameGeometry(), QGuiApplication::primaryScreen()->availableGeometry());
 }
 
+TEST_F(WindowTest, thePlaceOfAWindowShownEmptyIsRememberedOnceItRests) {
+    QWidget& window = *makeController().emptyWindow();
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    controller->window();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return UserDefaults(path("settings.ini")).data(QStringLiteral("MainWindowFrame")) ==
+               window.saveGeometry();
+    }));
+}
+
 TEST_F(WindowTest, severalRowsCanBeSelected) {
     load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
     click(1);

@@ -41,6 +41,20 @@ TEST(FirstPaint, isFollowedByOneCallOnly) {
     EXPECT_EQ(calls, 1);
 }
 
+TEST(FirstPaint, isFollowedByNoSecondCallWhereItComesTooLate) {
+    Painted window;
+    int calls = 0;
+    afterFirstPaint(window, [&] {
+        ++calls;
+        window.show();
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.paints > 0; }));
+    bool later = false;
+    QTimer::singleShot(200, [&] { later = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return later; }));
+    EXPECT_EQ(calls, 1);
+}
+
 TEST(FirstPaint, isNotWaitedForWithoutEnd) {
     Painted window;
     bool called = false;

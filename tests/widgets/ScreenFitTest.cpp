@@ -61,4 +61,13 @@ TEST_F(ScreenFitTest, ofAWindowThatCannotBeMadeToFitTheTitleBarIsOnTheScreen) {
     EXPECT_EQ(window.height(), screen.height() + 50);
 }
 
+TEST_F(ScreenFitTest, aFrameIsMovedByItsUpperLeftCorner) {
+    window.resize(300, 200);
+    window.winId();
+    ASSERT_FALSE(frameMargins(window).isNull());
+    moveFrame(window, {50, 60});
+    EXPECT_EQ(window.geometry().topLeft(),
+              QPoint(50 + frameMargins(window).left(), 60 + frameMargins(window).top()));
+}
+
 }  // namespace
