@@ -19,8 +19,7 @@ constexpr std::size_t mostRuns = 4096;
 constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
 constexpr std::size_t slotCount = 2 * mostRuns;
 constexpr std::size_t longestMarkup = 256;
-constexpr std::size_t longestRun = 1000;
-static_assert(longestRun <= FastBytes::padding && longestMarkup <= FastBytes::padding);
+static_assert(FastRun::longest <= FastBytes::padding && longestMarkup <= FastBytes::padding);
 
 /// The length up to, and with, the next quote after the first byte; 0 if it is beyond the longest.
 std::size_t lengthToQuote(const char* at) {
@@ -34,10 +33,10 @@ std::size_t hashOf(const FastRun& run, const char* at, std::size_t size) {
 }
 
 /// The longest of `run` and those that it was made from that is at `at` and has no more than `room`
-/// bytes. The first `same` bytes are known to be the same.
-FastRun* longestAt(FastRun* run, const char* at, std::size_t same, std::size_t room) {
+/// bytes.
+FastRun* longestAt(FastRun* run, const char* at, std::size_t room) {
     const std::size_t size = std::min(run->bytes.size(), room);
-    same += FastBytes::commonLength(at + same, run->bytes.data() + same, size - same);
+    const std::size_t same = FastBytes::commonLength(at, run->bytes.data(), size);
     while (run != nullptr && run->bytes.size() > same) {
         run = run->shorter;
     }
@@ -48,21 +47,18 @@ FastRun* longestAt(FastRun* run, const char* at, std::size_t same, std::size_t r
 
 FastRuns::FastRuns() : _slots(slotCount) {}
 
-FastRun* FastRuns::findOther(const char* at, std::size_t room, FastRun* likely) {
-    ++_surprises;
-    FastRun* run = likely == nullptr ? nullptr : longestAt(likely, at, 0, room);
+FastRun* FastRuns::findOther(const char* at, std::size_t room, FastRun* guess) {
+    FastRun* run = guess == nullptr ? nullptr : longestAt(guess, at, room);
     if (run == nullptr) {
         run = root(at, room);
     }
-    if (run == nullptr || run->longerCount == 0) {
-        return run;
+    if (run == nullptr) {
+        return nullptr;
     }
     while (FastRun* const longer = this->longer(*run, at, room)) {
-        run = longestAt(longer->longest, at, longer->bytes.size(), room);
+        run = longer;
     }
-    for (FastRun* each = run; each != nullptr; each = each->shorter) {
-        each->longest = run;
-    }
+    _forks.add(*run);
     return run;
 }
 
@@ -86,9 +82,12 @@ FastRun* FastRuns::root(const char* at, std::size_t room) const {
 
 /// The run made from `run`, which is at `at`, that is there too.
 FastRun* FastRuns::longer(const FastRun& run, const char* at, std::size_t room) const {
+    if (run.longerCount == 0) {
+        return nullptr;
+    }
     const std::size_t size = run.bytes.size();
     const char* const value = at + size;
-    const std::size_t most = std::min(room, longestRun) - size;
+    const std::size_t most = std::min(room, FastRun::longest) - size;
     const auto* end = static_cast<const char*>(std::memchr(value, run.quote, most));
     if (end == nullptr) {
         return nullptr;
@@ -121,7 +120,7 @@ FastRun* FastRuns::add(const FastMarkup& markup, const char* at) {
 
 void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const FastRun& next) {
     const std::size_t offset = run.bytes.size() + value.size();
-    if (isFull() || offset + next.bytes.size() > longestRun) {
+    if (isFull() || offset + next.bytes.size() > FastRun::longest) {
         return;
     }
     FastRun joined;
@@ -149,7 +148,6 @@ FastRun& FastRuns::insert(std::size_t hash, FastRun run) {
     _byteCount += run.bytes.size();
     FastRun& kept = _runs.emplace_back(std::move(run));
     kept.isInOneTag = !kept.parts.back().markup.endsTag;
-    kept.longest = &kept;
     std::size_t slot = hash % slotCount;
     while (_slots[slot].run != nullptr) {
         slot = (slot + 1) % slotCount;
@@ -165,5 +163,6 @@ bool FastRuns::isFull() const {
 void FastRuns::clear() {
     _runs.clear();
     std::ranges::fill(_slots, Slot());
+    _forks.clear();
     _byteCount = 0;
 }

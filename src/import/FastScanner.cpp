@@ -5,7 +5,6 @@
 #include "import/StepRecord.h"
 
 #include <algorithm>
-#include <utility>
 
 // What was verified once need not be verified again. The bytes between two values come from a small
 // set; each is parsed once. With the values that come again, and what follows those, they make long
@@ -29,8 +28,9 @@ FastScanner::FastScanner()
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()) {
     for (const FastNames::Id name : {_typeAttribute, _startDateAttribute, _valueAttribute}) {
         _attributes[name].isWanted = true;
-        _attributes[name].varies = name != _typeAttribute;
     }
+    _joining.setVaries(_startDateAttribute);
+    _joining.setVaries(_valueAttribute);
 }
 
 bool FastScanner::startIn(const Names& open) {
@@ -62,7 +62,9 @@ FastScanner::Names FastScanner::namesOf(const std::vector<FastNames::Id>& ids) c
 
 const char* FastScanner::scan(const char* begin, const char* stop) {
     _boundary = begin;
-    judgeRuns();
+    if (_joining.judge(_tagCount) || _runs.isFull()) {
+        _runs.clear();
+    }
     while (_boundary < stop) {
         const char* const at = _boundary;
         const auto markup = FastGrammar::inContent(_names, at, stop);
@@ -115,43 +117,18 @@ bool FastScanner::readTags(const FastMarkup& begin, const char* at, const char* 
 
 /// Keeps what was learnt from `run`, which came after `last` and a value.
 inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& run) {
-    if (last.next != &run) {
-        last.otherNext = std::exchange(last.next, &run);
-    }
-    if (_joins && !_attributes[last.attribute].varies) {
+    last.next = &run;
+    if (_joining.pays(last.attribute)) {
         join(last, value, run.root());
     }
 }
 
 /// Makes `last` longer by the value and what followed.
 void FastScanner::join(FastRun& last, std::string_view value, const FastRun& next) {
-    constexpr std::uint32_t mostValues = 128;
     const bool isStep = last.attribute == _typeAttribute &&
                         isStepType({value.data(), value.data() + value.size(), false});
     _runs.join(last, value, isStep, next);
-    if (last.longerCount == mostValues) {
-        _attributes[last.attribute].varies = true;
-        _runsAreStale = true;
-    }
-}
-
-/// Decides whether runs are to be made longer: where it is often a surprise what follows, long ones
-/// cost more than they save. They are tried again later, and ever more seldom.
-void FastScanner::judgeRuns() {
-    constexpr std::uint64_t trial = 4000;
-    constexpr std::uint64_t longestRest = std::uint64_t{1} << 20U;
-    if (_tagCount >= _nextJudgement) {
-        const bool areForetold = 2 * (_runs.surprises() - _judgedSurprises) < trial;
-        const bool wereJoined = std::exchange(_joins, !_joins || areForetold);
-        _runsAreStale |= _joins != wereJoined;
-        _rest = _joins ? _rest : std::min(2 * _rest, longestRest);
-        _nextJudgement = _tagCount + (_joins ? trial : _rest);
-        _judgedSurprises = _runs.surprises();
-    }
-    if (_runs.isFull() || _runsAreStale) {
-        _runs.clear();
-        _runsAreStale = false;
-    }
+    _joining.note(last.attribute, value, last.longerCount);
 }
 
 inline bool FastScanner::accept(const FastRun& run, const char* at) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "import/FastBytes.h"
+#include "import/FastJoining.h"
 #include "import/FastMarkup.h"
 #include "import/FastNames.h"
 #include "import/FastRuns.h"
@@ -56,7 +57,6 @@ class FastScanner {
 
     struct Attribute {
         bool isWanted = false;      // for the sums
-        bool varies = false;        // runs end before its value
         std::size_t usualSize = 0;  // of the last value, if it was short
     };
 
@@ -66,7 +66,6 @@ class FastScanner {
     bool accept(const FastRun::Part& part, const char* at);
     bool changeDepth(const FastMarkup& markup);
     void follow(FastRun& last, std::string_view value, FastRun& run);
-    void judgeRuns();
     void join(FastRun& last, std::string_view value, const FastRun& next);
     const char* readValue(FastNames::Id name, char quote, const char* at);
     Text valueInFull(char quote, const char* at);
@@ -78,13 +77,9 @@ class FastScanner {
     StepSums _sums;
     FastVocabulary _names;
     FastRuns _runs;
+    FastJoining _joining;
     FastValues _values;
     std::uint64_t _tagCount = 0;
-    bool _runsAreStale = false;  // to be forgotten
-    bool _joins = true;          // runs are made longer
-    std::uint64_t _nextJudgement = 0;
-    std::uint64_t _judgedSurprises = 0;
-    std::uint64_t _rest = 8000;
     std::array<Attribute, FastNames::most> _attributes;  // by name
     FastNames::Id _recordElement;
     FastNames::Id _typeAttribute;

@@ -5,10 +5,23 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
+
+/// A record of steps with attributes around those that count.
+std::string record(std::string_view source, std::string_view value, std::string_view end = "/>") {
+    return " <Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"" +
+           std::string(source) + "\" unit=\"count\" startDate=\"" + noon9 + "\" value=\"" +
+           std::string(value) + '"' + std::string(end) + '\n';
+}
+
+/// One that does not count: nothing comes after it.
+const std::string last = record("Phone", "1000");
 
 class FastScannerTest : public testing::Test {
   protected:
@@ -22,6 +35,18 @@ class FastScannerTest : public testing::Test {
                                         begin);
     }
 
+    /// The same in blocks: what is of no use is forgotten between them.
+    void scanInBlocks(const std::string& text) {
+        const std::size_t size = text.size();
+        const std::string whole = text + last;
+        for (std::size_t begin = 0; begin < size;) {
+            const std::size_t count =
+                scan(whole.substr(begin, 20000), std::min<std::size_t>(10000, size - begin));
+            ASSERT_GT(count, 0U);
+            begin += count;
+        }
+    }
+
     Days days() {
         StepSums sums;
         sums.add(scanner.sums().takeAll());
@@ -30,16 +55,6 @@ class FastScannerTest : public testing::Test {
 
     FastScanner scanner;
 };
-
-/// A record of steps with attributes around those that count.
-std::string record(std::string_view source, std::string_view value, std::string_view end = "/>") {
-    return " <Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"" +
-           std::string(source) + "\" unit=\"count\" startDate=\"" + noon9 + "\" value=\"" +
-           std::string(value) + '"' + std::string(end) + '\n';
-}
-
-/// One that does not count: nothing comes after it.
-const std::string last = record("Phone", "1000");
 
 std::string repeated(std::string_view text, int times) {
     std::string result;
@@ -136,16 +151,49 @@ TEST_F(FastScannerTest, manyValuesOfAnAttributeDoNoHarm) {
     for (int number = 0; number < 5000; ++number) {
         text += record("Phone " + std::to_string(number), "1");
     }
-    // In blocks: what is of no use is forgotten between them.
-    const std::size_t size = text.size();
-    text += last;
-    for (std::size_t begin = 0; begin < size;) {
-        const std::size_t count =
-            scan(text.substr(begin, 20000), std::min<std::size_t>(10000, size - begin));
-        ASSERT_GT(count, 0U);
-        begin += count;
-    }
+    scanInBlocks(text);
     EXPECT_EQ(days(), (Days{{"2024-03-09", 5000}}));
+}
+
+TEST_F(FastScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
+    const std::vector<std::string> sources = {"Phone", "Watch 1", "Watch 2", "a pair of pods"};
+    std::mt19937 chance(1);
+    std::string text;
+    int steps = 0;
+    for (int number = 0; number < 30000; ++number) {
+        const int value = static_cast<int>(chance() % 1000);
+        std::string each = record(sources[chance() % sources.size()], std::to_string(value));
+        if (const auto type = chance() % 30; type > 0) {
+            each.replace(each.find("StepCount"), 9, "OtherType" + std::to_string(type));
+        } else {
+            steps += value;
+        }
+        text += each;
+    }
+    scanInBlocks(text);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", steps}}));
+}
+
+TEST_F(FastScannerTest, attributesInNoOrderAreAddedUp) {
+    std::mt19937 chance(1);
+    std::vector<std::string> attributes = {"type=\"HKQuantityTypeIdentifierStepCount\"",
+                                           "sourceName=\"Phone\"",
+                                           "unit=\"count\"",
+                                           "startDate=\"" + std::string(noon9) + '"',
+                                           "value=\"2\"",
+                                           "device=\"Phone 8\"",
+                                           "sourceVersion=\"9.1\""};
+    std::string text;
+    for (int number = 0; number < 60000; ++number) {
+        std::ranges::shuffle(attributes, chance);
+        text += "<Record";
+        for (const std::string& attribute : attributes) {
+            text += ' ' + attribute;
+        }
+        text += "/>\n";
+    }
+    scanInBlocks(text);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 120000}}));
 }
 
 TEST_F(FastScannerTest, moreAttributeNamesThanItKeepsAreRefused) {
