@@ -38,7 +38,9 @@ struct FastRun {
     FastRun* shorter = nullptr;  // the one that was made longer to get this one
     std::uint32_t longerCount = 0;
 
-    FastRun* next = nullptr;  // what followed last after the value at the end
+    // What followed last after the value at the end; and what did so twice in succession.
+    FastRun* recent = nullptr;
+    FastRun* next = nullptr;
 
     const FastRun& root() const { return shorter == nullptr ? *this : shorter->root(); }
 };

@@ -17,7 +17,7 @@ class FastRuns {
     FastRuns();
 
     /// The longest known run at `at` that ends before or at `stop`, null if there is none. What
-    /// followed `last` is tried first; it may be null.
+    /// usually follows `last`, which may be null, is tried first.
     FastRun* find(const char* at, const char* stop, const FastRun* last) {
         const std::size_t room = at < stop ? static_cast<std::size_t>(stop - at) : 0;
         if (last != nullptr && isLongestAt(last->next, at, room)) {

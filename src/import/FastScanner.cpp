@@ -8,9 +8,9 @@
 
 // What was verified once need not be verified again. The bytes between two values come from a small
 // set; each is parsed once. With the values that come again, and what follows those, they make long
-// runs that are compared at once, first with the one that followed last time. Values that vary are
-// looked over sixteen bytes at a time; long ones, and those with references or letters beyond
-// ASCII, are kept and compared.
+// runs that are compared at once, first with the one that followed the last two times. Values that
+// vary are looked over sixteen bytes at a time; long ones, and those with references or letters
+// beyond ASCII, are kept and compared.
 //
 // A boundary is a place between two pieces of markup. Nothing of a tag counts before the markup
 // after its last value is accepted, so at whatever is refused the state is that of the boundary.
@@ -117,7 +117,8 @@ bool FastScanner::readTags(const FastMarkup& begin, const char* at, const char* 
 
 /// Keeps what was learnt from `run`, which came after `last` and a value.
 inline void FastScanner::follow(FastRun& last, std::string_view value, FastRun& run) {
-    last.next = &run;
+    last.next = last.recent == &run ? &run : nullptr;
+    last.recent = &run;
     if (_joining.pays(last.attribute)) {
         join(last, value, run.root());
     }
