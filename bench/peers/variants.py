@@ -136,6 +136,14 @@ def filled(size, begin, piece, end=b""):
     return write
 
 
+def seldom_new(size, begin, end):
+    """Writes a document whose tags have an empty value each, but for three in a thousand, which have any letter."""
+    chance = random.Random(1)
+    return filled(size, begin, lambda _: b"".join(
+        b'<a b="%s"/>' % (b"%c" % chance.randrange(97, 123) if chance.random() < 0.003 else b"")
+        for _ in range(10_000)), end)
+
+
 def damage(folder, most):
     """Titles and paths of documents that grow in one place to 200 MiB, but no more than `most` bytes, and of some
     that take as much memory as one can."""
@@ -145,9 +153,10 @@ def damage(folder, most):
         "value": ("One attribute value", filled(size, root + b'<Record type="', b"a", b'"/>' + end)),
         "tag": ("One attribute value just not too long",
                 filled(min(size, 9_990_000), root + b'<a b="', b"a", b'"/>' + end)),
-        "most": ("Many names, then a tag and its values just not too long", lambda file: file.write(
-            root + b"".join(b"<n%d/>" % n for n in range(5000)) + b'<a b="' + b"a" * (2**22 - 1000) + b'"'
-            + b" " * 5_700_000 + b"/>" + end)),
+        "most": ("Many names, a tag and its values just not too long, then more", lambda file: file.write(
+            root + b"".join(b"<n%d/>" % n for n in range(5000)) + b'<a b="' + b"a" * (2**21 - 1000) + b'"'
+            + b" " * 7_800_000 + b"/>" + b'<a b="1"/>' * 300_000 + end)),
+        "runs": ("Values that are seldom new in very short tags", seldom_new(min(size, 30_000_000), root, end)),
         "default": ("Two default values just not too long", lambda file: file.write(
             b"<!DOCTYPE a [" + b"".join(b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000) for n in range(2))
             + b"]>" + root + b'<a b="' + b"a" * 9_900_000 + b'"/>' + end)),

@@ -22,7 +22,7 @@ class ExpatReader {
 
         /// Of all that expat keeps besides the bytes of that one token, in bytes: the open
         /// elements, all names and declarations, the values of one tag.
-        std::size_t kept = std::size_t{5} * 1024 * 1024;
+        std::size_t kept = std::size_t{4} * 1024 * 1024;
 
         friend bool operator==(const Limits&, const Limits&) = default;
     };

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr std::size_t mostRuns = 4096;
-constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
+constexpr std::size_t mostMemory = std::size_t{1536} * 1024;
 constexpr std::size_t slotCount = 2 * mostRuns;
 constexpr std::size_t longestMarkup = 256;
 static_assert(FastRun::longest <= FastBytes::padding && longestMarkup <= FastBytes::padding);
@@ -30,6 +30,13 @@ std::size_t lengthToQuote(const char* at) {
 /// Of the run that goes on from `run` with the value at `at`.
 std::size_t hashOf(const FastRun& run, const char* at, std::size_t size) {
     return FastBytes::hash(at, size) ^ std::hash<const FastRun*>()(&run);
+}
+
+/// What a run takes, in bytes, with about what the system needs for its blocks.
+std::size_t memoryOf(const FastRun& run) {
+    constexpr std::size_t overhead = 64;
+    return sizeof(FastRun) + run.bytes.capacity() + run.parts.capacity() * sizeof(FastRun::Part) +
+           overhead;
 }
 
 /// The longest of `run` and those that it was made from that is at `at` and has no more than `room`
@@ -126,6 +133,7 @@ void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const
     FastRun joined;
     joined.bytes.reserve(offset + next.bytes.size());
     joined.bytes.append(run.bytes).append(value).append(next.bytes);
+    joined.parts.reserve(run.parts.size() + next.parts.size());
     joined.parts = run.parts;
     joined.parts.back().isStepType |= isStepType;
     for (FastRun::Part part : next.parts) {
@@ -145,7 +153,7 @@ void FastRuns::join(FastRun& run, std::string_view value, bool isStepType, const
 }
 
 FastRun& FastRuns::insert(std::size_t hash, FastRun run) {
-    _byteCount += run.bytes.size();
+    _memory += memoryOf(run);
     FastRun& kept = _runs.emplace_back(std::move(run));
     kept.isInOneTag = !kept.parts.back().markup.endsTag;
     std::size_t slot = hash % slotCount;
@@ -157,12 +165,12 @@ FastRun& FastRuns::insert(std::size_t hash, FastRun run) {
 }
 
 bool FastRuns::isFull() const {
-    return _runs.size() == mostRuns || _byteCount >= mostBytes;
+    return _runs.size() == mostRuns || _memory >= mostMemory;
 }
 
 void FastRuns::clear() {
     _runs.clear();
     std::ranges::fill(_slots, Slot());
     _forks.clear();
-    _byteCount = 0;
+    _memory = 0;
 }

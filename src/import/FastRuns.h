@@ -59,5 +59,5 @@ class FastRuns {
     std::deque<FastRun> _runs;
     std::vector<Slot> _slots;  // open addressing
     FastForks _forks;
-    std::size_t _byteCount = 0;
+    std::size_t _memory = 0;  // in bytes
 };

@@ -158,4 +158,20 @@ TEST_F(FastRunsTest, memoryIsBounded) {
     EXPECT_NE(add("\" date=\""), nullptr);
 }
 
+TEST_F(FastRunsTest, theManyShortTagsOfARunCountForItsMemory) {
+    FastRun* const tag = add("\"/><a b=\"");
+    FastRun* run = tag;
+    while (run->bytes.size() + tag->bytes.size() < 900) {
+        run = join(run, "", *tag);
+    }
+    const std::size_t parts = run->parts.size();
+    EXPECT_EQ(parts, 99U);  // of nine bytes each
+    std::size_t count = 0;
+    while (!runs.isFull() && count < 100'000) {
+        runs.join(*run, std::to_string(count++), false, *tag);
+    }
+    EXPECT_LT(count * parts * sizeof(FastRun::Part), std::size_t{2'000'000});
+    EXPECT_GT(count, 50U);
+}
+
 }  // namespace
