@@ -2,11 +2,11 @@
 // fast a whole export is read.
 
 #include "Ratios.h"
-#include "import/ExpatReader.h"
-#include "import/FastReader.h"
+#include "import/ExportReader.h"
 #include "import/HealthXMLParser.h"
-#include "import/InputFile.h"
-#include "import/StepSums.h"
+#include "import/expat/ExpatReader.h"
+#include "import/steps/StepSums.h"
+#include "import/xml/InputFile.h"
 #include "text/InstantReader.h"
 #include "text/LocalTime.h"
 #include "text/Numbers.h"
@@ -16,6 +16,8 @@
 #include <cstdio>
 #include <string>
 #include <vector>
+
+namespace ambulet {
 
 namespace {
 
@@ -159,7 +161,7 @@ void readDaysFast(benchmark::State& state) {
     const auto size = static_cast<std::int64_t>(readPlainly(file));
     for (auto unused : state) {
         StepSums sums;
-        if (FastReader({.threads = 1}).read(file, sums)) {
+        if (ExportReader({.threads = 1}).read(file, sums)) {
             state.SkipWithError("the export is not well-formed");
         }
     }
@@ -180,6 +182,10 @@ void readBytes(benchmark::State& state) {
 BENCHMARK(readBytes)->Unit(benchmark::kMillisecond);
 
 }  // namespace
+
+}  // namespace ambulet
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     return runBenchmarks(

@@ -7,6 +7,8 @@
 #include <map>
 #include <string>
 
+namespace ambulet {
+
 namespace {
 
 /// Prints as usual, and keeps the medians.
@@ -60,3 +62,5 @@ int runBenchmarks(int argc, char** argv, const std::vector<Ratio>& ratios) {
     }
     return EXIT_SUCCESS;
 }
+
+}  // namespace ambulet

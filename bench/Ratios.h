@@ -2,6 +2,8 @@
 
 #include <vector>
 
+namespace ambulet {
+
 /// How many times `other`'s time `base` takes. Both are names of benchmarks of the same run.
 struct Ratio {
     const char* text;
@@ -12,3 +14,5 @@ struct Ratio {
 /// Runs the program's benchmarks as the command line has it, five times in turns where it says
 /// nothing else; prints medians and spreads, and then the ratios of the median CPU times.
 int runBenchmarks(int argc, char** argv, const std::vector<Ratio>& ratios);
+
+}  // namespace ambulet

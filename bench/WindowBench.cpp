@@ -24,6 +24,8 @@
 #include <thread>
 #include <vector>
 
+using namespace ambulet;
+
 namespace {
 
 constexpr double updateLimitMs = 16;

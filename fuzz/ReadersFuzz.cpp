@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+using namespace ambulet;
+
 extern "C" {
 size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t maxSize);
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);

@@ -1,9 +1,11 @@
 // peer_expat FILE: the days of an export through expat and nothing else.
 
 #include "Peer.h"
-#include "import/StepRecord.h"
+#include "import/steps/StepRecord.h"
 
 #include <expat.h>
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     std::FILE* const file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;

@@ -1,13 +1,15 @@
 // peer_libxml2 FILE: the days of an export through libxml2's SAX2 push parser.
 
 #include "Peer.h"
-#include "import/StepRecord.h"
+#include "import/steps/StepRecord.h"
 
 #include <cstring>
 #include <libxml/parser.h>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace ambulet {
 
 namespace {
 
@@ -41,6 +43,10 @@ void startElement(void* toAdd, const xmlChar* name, const xmlChar* /*prefix*/,
 }
 
 }  // namespace
+
+}  // namespace ambulet
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     std::FILE* const file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "import/StepSums.h"
+#include "import/steps/StepSums.h"
 #include "text/LocalTime.h"
 
 #include <cstddef>
 #include <cstdio>
+
+namespace ambulet {
 
 /// What the peers of stepdays have alike: the block size, and the days as it prints them.
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
@@ -17,3 +19,5 @@ inline void printDays(const StepSums& sums) {
                     static_cast<long long>(day.steps()));
     }
 }
+
+}  // namespace ambulet

@@ -1,10 +1,12 @@
 // peer_qt FILE: the days of an export through QXmlStreamReader.
 
 #include "Peer.h"
-#include "import/StepRecord.h"
+#include "import/steps/StepRecord.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     QFile file(argc == 2 ? QFile::decodeName(argv[1]) : QString());

@@ -3,6 +3,8 @@
 #include "makeexport/Period.h"
 #include "makeexport/Text.h"
 
+namespace makeexport {
+
 void appendActivitySummary(std::string& text, std::chrono::local_days day, Random& random) {
     // Every figure has its fixed number of digits.
     text += " <ActivitySummary dateComponents=\"";
@@ -24,3 +26,5 @@ std::size_t activitySummaryLength() {
     appendActivitySummary(any, firstDay, random);
     return any.size();
 }
+
+}  // namespace makeexport

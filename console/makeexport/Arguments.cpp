@@ -8,6 +8,8 @@
 #include <limits>
 #include <optional>
 
+namespace makeexport {
+
 namespace {
 
 /// The whole of `text` as a decimal number.
@@ -149,3 +151,5 @@ dense, a small one sparse. The same seed and size give the same bytes, always.
 Exit status: 0 done, 1 a file cannot be written, 2 the arguments are wrong.
 )";
 }
+
+}  // namespace makeexport

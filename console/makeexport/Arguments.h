@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+namespace makeexport {
+
 struct SumsWanted {
     std::string zone;
     std::string path;
@@ -33,3 +35,5 @@ std::variant<Arguments, BadArguments> readArguments(std::span<const char* const>
 
 /// What --help prints.
 const char* helpText();
+
+}  // namespace makeexport

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 Clock::Clock(Random random) {
@@ -70,3 +72,5 @@ void DateText::remember(sys_seconds instant) {
     appendTwoDigits(_text, size / 60);
     appendTwoDigits(_text, size % 60);
 }
+
+}  // namespace makeexport

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace makeexport {
+
 /// The clock that the person carries: it follows the daylight saving of the home zone, and that of
 /// other zones on two trips a year. It knows the time from `periodBegin` to `periodEnd`.
 class Clock {
@@ -54,3 +56,5 @@ class DateText {
     std::chrono::sys_seconds _until;
     std::string _text;
 };
+
+}  // namespace makeexport

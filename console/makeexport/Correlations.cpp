@@ -5,6 +5,8 @@
 #include <array>
 #include <utility>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -75,3 +77,5 @@ void Correlations::appendMeal(Element& element, const Source& source, const Time
     appendNumber(value, _random.between(150, 500));
     _water.append(element.text, "  ", source, times, value);
 }
+
+}  // namespace makeexport

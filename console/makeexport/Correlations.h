@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace makeexport {
+
 /// Correlations: blood pressures and meals, with their Records inside, and a few that hold a step
 /// record which stands at top level too. The clock outlives it.
 class Correlations {
@@ -29,3 +31,5 @@ class Correlations {
     RecordText _diastolic;
     RecordText _water;
 };
+
+}  // namespace makeexport

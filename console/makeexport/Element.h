@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace makeexport {
+
 /// What a step record tells a reader.
 struct StepSample {
     std::chrono::sys_seconds start;
@@ -22,3 +24,5 @@ struct Element {
         steps.clear();
     }
 };
+
+}  // namespace makeexport

@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -175,3 +177,5 @@ void writeExport(std::uint64_t seed, std::uint64_t size, Output& out, StepSums& 
     Export(seed, size, out, sums).write();
     out.finish();
 }
+
+}  // namespace makeexport

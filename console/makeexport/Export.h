@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace makeexport {
+
 inline constexpr std::uint64_t smallestExport = std::uint64_t{1} << 10;
 inline constexpr std::uint64_t largestExport = std::uint64_t{8} << 30;
 
@@ -16,3 +18,5 @@ inline constexpr std::uint64_t largestExport = std::uint64_t{8} << 30;
 /// the same bytes, always and everywhere. Every step record written is added to `sums`. Where the
 /// output fails it ends early; see `out.error()`.
 void writeExport(std::uint64_t seed, std::uint64_t size, Output& out, StepSums& sums);
+
+}  // namespace makeexport

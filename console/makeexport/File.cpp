@@ -2,6 +2,8 @@
 
 #include <cerrno>
 
+namespace makeexport {
+
 namespace {
 
 std::error_code lastError() {
@@ -23,3 +25,5 @@ std::error_code File::write(std::string_view text) {
 std::error_code File::close() {
     return std::fclose(_file.release()) == 0 ? std::error_code() : lastError();
 }
+
+}  // namespace makeexport

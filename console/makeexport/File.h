@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+namespace makeexport {
+
 /// A file to write, or standard output. Every operation says why it failed, if it did.
 class File {
   public:
@@ -24,3 +26,5 @@ class File {
 
     std::unique_ptr<std::FILE, Closer> _file;
 };
+
+}  // namespace makeexport

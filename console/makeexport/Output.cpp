@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace makeexport {
+
 namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
@@ -30,3 +32,5 @@ void Output::handOn() {
     }
     _block.clear();
 }
+
+}  // namespace makeexport

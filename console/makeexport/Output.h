@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+namespace makeexport {
+
 /// Collects text and hands it on in blocks, so that an output of any length needs no more memory
 /// than a block. After the first failure nothing is handed on any more.
 class Output {
@@ -34,3 +36,5 @@ class Output {
     std::uint64_t _size = 0;
     std::error_code _error;
 };
+
+}  // namespace makeexport

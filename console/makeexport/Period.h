@@ -3,6 +3,8 @@
 #include <chrono>
 #include <vector>
 
+namespace makeexport {
+
 /// The ten years that every export tells of, whatever its size: calendar days, wherever the person
 /// was on them.
 inline constexpr std::chrono::local_days firstDay =
@@ -28,3 +30,5 @@ inline std::vector<std::chrono::local_days> daysOfPeriod(std::chrono::local_days
     }
     return days;
 }
+
+}  // namespace makeexport

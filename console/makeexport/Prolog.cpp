@@ -2,6 +2,8 @@
 
 #include "makeexport/Period.h"
 
+namespace makeexport {
+
 namespace {
 
 constexpr std::string_view elements =
@@ -134,3 +136,5 @@ std::string prolog(Declarations declarations, const Clock& clock) {
         " HKCharacteristicTypeIdentifierFitzpatrickSkinType=\"HKFitzpatrickSkinTypeNotSet\"/>\n";
     return text;
 }
+
+}  // namespace makeexport

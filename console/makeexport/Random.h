@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+namespace makeexport {
+
 /// A stream of random numbers that is the same on every machine and with every standard library,
 /// whose own distributions differ: SplitMix64. A plain value; a copy goes on from the same place.
 class Random {
@@ -42,3 +44,5 @@ class Random {
   private:
     std::uint64_t _state;
 };
+
+}  // namespace makeexport

@@ -2,6 +2,8 @@
 
 #include "makeexport/Text.h"
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 void appendTimes(std::string& text, DateText& dates, const Times& times) {
@@ -90,3 +92,5 @@ void RecordText::appendBeats(std::string& text, std::string_view indent, sys_sec
     text += indent;
     text += " </HeartRateVariabilityMetadataList>\n";
 }
+
+}  // namespace makeexport

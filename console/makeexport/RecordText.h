@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace makeexport {
+
 /// The three dates of nearly everything in an export.
 struct Times {
     std::chrono::sys_seconds created;
@@ -43,3 +45,5 @@ class RecordText {
     Random _random;
     std::vector<std::pair<const Source*, std::string>> _heads;
 };
+
+}  // namespace makeexport

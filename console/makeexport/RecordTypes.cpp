@@ -4,6 +4,8 @@
 #include <array>
 #include <numeric>
 
+namespace makeexport {
+
 using namespace std::chrono_literals;
 using std::string_view;
 
@@ -114,3 +116,5 @@ std::span<const RecordType> recordTypes() {
 const RecordType& recordType(string_view name) {
     return *std::ranges::find(types, name, &RecordType::name);
 }
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+namespace makeexport {
+
 /// Numbers from `low` to `high`, times 10 to the power of `decimals`: the low ones are the more
 /// frequent.
 struct Range {
@@ -60,3 +62,5 @@ inline constexpr unsigned workoutShare = 100;
 
 /// One of `recordTypes()`; `name` is without the prefix and must be there.
 const RecordType& recordType(std::string_view name);
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -80,3 +82,5 @@ std::int64_t StepRecords::pickSteps(const Moment& moment) {
     _leftOfDay = std::max<std::int64_t>(_leftOfDay - steps, 0);
     return steps;
 }
+
+}  // namespace makeexport

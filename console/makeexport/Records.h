@@ -5,6 +5,8 @@
 #include "makeexport/StepPlan.h"
 #include "makeexport/Timeline.h"
 
+namespace makeexport {
+
 /// The top-level records of a type other than steps. The type and the clock outlive it.
 class Records {
   public:
@@ -42,3 +44,5 @@ class StepRecords {
     std::int64_t _leftOfDay = 0;
     std::string _value;
 };
+
+}  // namespace makeexport

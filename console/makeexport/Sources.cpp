@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -96,3 +98,5 @@ void appendSource(std::string& text, const Source& source, Random& random) {
     }
     text += "&gt;\"";
 }
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace makeexport {
+
 /// What kind of thing records.
 enum class Maker { Phone, Watch, Pedometer, Scale, Cuff, Diary };
 
@@ -27,3 +29,5 @@ const Source& sourceOn(std::chrono::local_days day, Maker maker);
 /// The attributes `sourceName`, `sourceVersion` and, where there is one, `device`. `random` makes
 /// up the device's address in memory.
 void appendSource(std::string& text, const Source& source, Random& random);
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -41,3 +43,5 @@ std::vector<local_days> StepPlan::days() const {
     std::erase_if(walked, [this](local_days day) { return stepsOn(day) == 0; });
     return walked;
 }
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace makeexport {
+
 /// How far the person walks on each day of the ten years: 2,200 to 19,500 steps, more on weekends
 /// and in summer; on a day in fifty none at all, but never on the first and the last day.
 class StepPlan {
@@ -21,3 +23,5 @@ class StepPlan {
   private:
     std::vector<std::int64_t> _steps;  // a day of the period
 };
+
+}  // namespace makeexport

@@ -10,6 +10,8 @@
 #include <functional>
 #include <map>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -112,3 +114,5 @@ std::string sumLines(const std::vector<DaySum>& sums) {
     }
     return text;
 }
+
+}  // namespace makeexport

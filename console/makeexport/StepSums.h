@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace makeexport {
+
 struct DaySum {
     std::chrono::local_days day;
     std::int64_t steps;
@@ -39,3 +41,5 @@ bool isTimeZone(const std::string& name);
 
 /// A line a day: the date, a tab, the steps.
 std::string sumLines(const std::vector<DaySum>& sums);
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace makeexport {
+
 /// Numbers, days and attributes as text, independent of the locale.
 
 /// `number` is below 100.
@@ -61,3 +63,5 @@ inline void appendAttribute(std::string& text, std::string_view name, std::strin
     text += value;
     text += '"';
 }
+
+}  // namespace makeexport

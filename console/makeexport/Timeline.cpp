@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 Timeline::Timeline(std::vector<local_days> days, std::uint64_t begin, std::uint64_t end)
@@ -18,3 +20,5 @@ Moment Timeline::at(std::uint64_t place, std::uint64_t size) const {
     return {_days[passed / _bytes], seconds(static_cast<std::int64_t>(ofDay * 86400 / _bytes)),
             static_cast<std::int64_t>(std::max<std::uint64_t>(left, 1))};
 }
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace makeexport {
+
 /// Where in the ten years an element lies.
 struct Moment {
     std::chrono::local_days day;
@@ -27,3 +29,5 @@ class Timeline {
     std::uint64_t _begin;
     std::uint64_t _bytes;
 };
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -115,3 +117,5 @@ void Workouts::appendRoute(std::string& text, const Source& source, const Times&
     appendNumber(text, times.end.time_since_epoch().count());
     text += ".gpx\"/>\n  </WorkoutRoute>\n";
 }
+
+}  // namespace makeexport

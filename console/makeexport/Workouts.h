@@ -4,6 +4,8 @@
 #include "makeexport/RecordText.h"
 #include "makeexport/Timeline.h"
 
+namespace makeexport {
+
 /// Workouts with their events, statistics and routes. Some have a statistic of steps, which is no
 /// Record. None is longer than `longestWorkout` bytes. The clock outlives it.
 class Workouts {
@@ -24,3 +26,5 @@ class Workouts {
 };
 
 inline constexpr std::size_t longestWorkout = 6000;
+
+}  // namespace makeexport

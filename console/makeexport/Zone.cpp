@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -65,3 +67,5 @@ const Zone& homeZone() {
 std::span<const Zone> foreignZones() {
     return foreign;
 }
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace makeexport {
+
 /// From `at` on clocks are `offset` ahead of UTC.
 struct OffsetChange {
     std::chrono::sys_seconds at;
@@ -43,3 +45,5 @@ const Zone& homeZone();
 
 /// Where that person travels.
 std::span<const Zone> foreignZones();
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+namespace makeexport {
+
 namespace {
 
 constexpr int cannotWrite = 1;
@@ -52,6 +54,10 @@ int run(const Arguments& arguments) {
 }
 
 }  // namespace
+
+}  // namespace makeexport
+
+using namespace makeexport;
 
 int main(int argc, char** argv) {
     const auto read = readArguments({argv + 1, argv + argc});

@@ -2,10 +2,10 @@
 // line each: the date, a tab, the steps. What stopped the reading, if anything did, goes to
 // standard error. Reads as the application does if nothing else is said.
 
-#include "import/ExpatReader.h"
-#include "import/FastReader.h"
+#include "import/ExportReader.h"
 #include "import/HealthXMLParser.h"
-#include "import/InputFile.h"
+#include "import/expat/ExpatReader.h"
+#include "import/xml/InputFile.h"
 #include "text/LocalTime.h"
 
 #include <charconv>
@@ -17,12 +17,14 @@
 #include <system_error>
 #include <vector>
 
+namespace ambulet {
+
 namespace {
 
 struct Arguments {
     std::string path;
     bool throughExpat = false;
-    unsigned threads = FastReader::usualThreads();
+    unsigned threads = ExportReader::usualThreads();
 };
 
 std::optional<unsigned> threadCount(std::string_view text) {
@@ -68,11 +70,15 @@ std::vector<DailySteps> readDays(const InputFile& file, const Arguments& argumen
         return parser.days();
     }
     StepSums sums;
-    error = FastReader({.threads = arguments.threads}).read(file, sums);
+    error = ExportReader({.threads = arguments.threads}).read(file, sums);
     return sums.days();
 }
 
 }  // namespace
+
+}  // namespace ambulet
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     constexpr int badUsage = 2;

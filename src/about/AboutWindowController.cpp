@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -106,3 +108,5 @@ void AboutWindowController::showWindow() {
     WindowController::showWindow();
     _window->center();
 }
+
+}  // namespace ambulet

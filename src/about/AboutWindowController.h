@@ -6,10 +6,13 @@
 
 #include <memory>
 
+class QFont;
+
+namespace ambulet {
+
 class AuxiliaryWindow;
 class Bundle;
 class Label;
-class QFont;
 enum class LabelColor;
 
 /// The About window: the application's icon, name and version, who made it, and a link to the
@@ -54,3 +57,5 @@ class AboutWindowController final : public WindowController {
     const Bundle& _bundle;
     AuxiliaryWindow* _window = nullptr;  // there once it is loaded
 };
+
+}  // namespace ambulet

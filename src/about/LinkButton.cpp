@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
+namespace ambulet {
+
 namespace {
 
 constexpr int focusMargin = 3;  // between the text and the focus frame beside it
@@ -46,3 +48,5 @@ void LinkButton::keyPressEvent(QKeyEvent* event) {
         QAbstractButton::keyPressEvent(event);
     }
 }
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 
+namespace ambulet {
+
 /// A link: its text in the link colour and underlined, in the middle. The whole of the view can be
 /// clicked; Space and Return press it too.
 class LinkButton final : public QAbstractButton {
@@ -16,3 +18,5 @@ class LinkButton final : public QAbstractButton {
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QMainWindow>
 
+namespace ambulet {
+
 AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
     : _defaults(defaults), _bundle(bundle) {}
 
@@ -64,3 +66,5 @@ void AppDelegate::show(WindowController& controller) const {
     _mainMenu->addKeysTo(*controller.window());
     controller.showWindow();
 }
+
+}  // namespace ambulet

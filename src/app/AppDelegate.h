@@ -6,6 +6,8 @@
 
 #include <memory>
 
+namespace ambulet {
+
 class Bundle;
 class MainMenu;
 class UserDefaults;
@@ -47,3 +49,5 @@ class AppDelegate final : public QObject {
     std::unique_ptr<MainMenu> _mainMenu;
     std::unique_ptr<MainWindowController> _windowController;
 };
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include "platform/Bundle.h"
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 QIcon applicationIcon(const Bundle& bundle) {
@@ -13,3 +15,5 @@ QIcon applicationIcon(const Bundle& bundle) {
     }
     return icon;
 }
+
+}  // namespace ambulet

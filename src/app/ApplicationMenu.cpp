@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QWindow>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 ApplicationMenu::ApplicationMenu(const QString& applicationName, QWidget* parent)
@@ -42,3 +44,5 @@ void ApplicationMenu::addHidingItems(const QString& applicationName) {
         ProgramWindows::showAll();
     });
 }
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <QMenu>
 
+namespace ambulet {
+
 /// The application menu: About, Services, Hide and its kin, Quit. On macOS only About and Quit are
 /// made here, and the toolkit moves them into the menu that it has made of the others.
 class ApplicationMenu final : public QMenu {
@@ -21,3 +23,5 @@ class ApplicationMenu final : public QMenu {
 
     OtherApplications _otherApplications;
 };
+
+}  // namespace ambulet

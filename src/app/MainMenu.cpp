@@ -6,6 +6,8 @@
 
 #include <QMainWindow>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 MainMenu::MainMenu(const QString& applicationName) : _menuBar(new QMenuBar) {
@@ -41,3 +43,5 @@ void MainMenu::addKeysTo(QWidget& window) const {
         }
     }
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 class QMainWindow;
 
+namespace ambulet {
+
 /// The main menu: the application's own, Window and Help. The titles are made once.
 ///
 /// The menu bar is the main window's, or the whole program's where the platform has it so; the keys
@@ -33,3 +35,5 @@ class MainMenu final : public QObject {
   private:
     QPointer<QMenuBar> _menuBar;
 };
+
+}  // namespace ambulet

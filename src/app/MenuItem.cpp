@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QMenu>
 
+namespace ambulet {
+
 QString menuText(QString title) {
     return title.replace(u'&', QLatin1String("&&"));
 }
@@ -14,3 +16,5 @@ QAction* addMenuItem(QMenu& menu, const QString& title, const QKeySequence& key)
     item->setShortcutContext(Qt::ApplicationShortcut);
     return item;
 }
+
+}  // namespace ambulet

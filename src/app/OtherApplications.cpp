@@ -13,6 +13,8 @@
 #include <string_view>
 #include <xcb/xcb.h>
 
+namespace ambulet {
+
 namespace {
 
 constexpr std::uint32_t normalState = 1;  // ICCCM 4.1.3.1
@@ -149,3 +151,5 @@ void OtherApplications::show() {
     }
     _hidden.clear();
 }
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace ambulet {
+
 /// The windows of the other applications on the user's desktop. Main thread only.
 class OtherApplications {
   public:
@@ -19,3 +21,5 @@ class OtherApplications {
   private:
     std::vector<std::uint32_t> _hidden;
 };
+
+}  // namespace ambulet

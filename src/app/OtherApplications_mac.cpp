@@ -2,6 +2,8 @@
 
 #include "app/OtherApplications.h"
 
+namespace ambulet {
+
 bool OtherApplications::canHide() {
     return false;
 }
@@ -9,3 +11,5 @@ bool OtherApplications::canHide() {
 void OtherApplications::hide() {}
 
 void OtherApplications::show() {}
+
+}  // namespace ambulet

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace ambulet {
+
 namespace ProgramWindows {
 namespace {
 
@@ -92,3 +94,5 @@ void bringAllToFront() {
 }
 
 }  // namespace ProgramWindows
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 class QWidget;
 
+namespace ambulet {
+
 /// The program's windows, of whichever controllers: dialogs, menus and the like are none. Main
 /// thread only.
 namespace ProgramWindows {
@@ -25,3 +27,5 @@ void showAll();
 void bringAllToFront();
 
 }  // namespace ProgramWindows
+
+}  // namespace ambulet

@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 WindowMenu::WindowMenu(QWidget* parent)
@@ -63,3 +65,5 @@ void WindowMenu::listWindows() {
         _list.append(item);
     }
 }
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QMenu>
 
+namespace ambulet {
+
 /// The Window menu: what can be done to the window in front, and a list of the open windows, made
 /// each time the menu opens.
 class WindowMenu final : public QMenu {
@@ -21,3 +23,5 @@ class WindowMenu final : public QMenu {
     QAction* _zoom;
     QList<QAction*> _list;  // with the separator above it
 };
+
+}  // namespace ambulet

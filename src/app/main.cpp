@@ -8,6 +8,8 @@
 
 #include <cstdlib>
 
+using namespace ambulet;
+
 int main(int argc, char** argv) {
     int status = 0;
     {

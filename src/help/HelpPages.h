@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace ambulet {
+
 /// The guide's pages, a row a page: the picture's resource name and file type, and what is said
 /// under it.
 inline constexpr int helpPageCount = 5;
@@ -26,3 +28,5 @@ inline constexpr std::array<QStringView, helpPageCount> helpCaptions = {
     u"You can select multiple days by holding down the Shift key to see data over a range of days, "
     u"or the Command key to select discontiguous days.",
 };
+
+}  // namespace ambulet

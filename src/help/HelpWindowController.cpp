@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QThread>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -120,3 +122,5 @@ void HelpWindowController::showWindow() {
     WindowController::showWindow();
     _window->center();
 }
+
+}  // namespace ambulet

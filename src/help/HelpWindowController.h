@@ -4,11 +4,14 @@
 
 #include <optional>
 
+class QPushButton;
+
+namespace ambulet {
+
 class AuxiliaryWindow;
 class Bundle;
 class ImageView;
 class Label;
-class QPushButton;
 
 /// The Getting Started window: a guide of five pages, each a picture and what it shows.
 ///
@@ -60,3 +63,5 @@ class HelpWindowController final : public WindowController {
     QPushButton* _prevButton = nullptr;
     QPushButton* _nextButton = nullptr;
 };
+
+}  // namespace ambulet

@@ -1,16 +1,18 @@
 #include "import/HealthXMLParser.h"
 
-#include "import/FastReader.h"
-#include "import/InputFile.h"
-#include "import/StepRecord.h"
+#include "import/ExportReader.h"
+#include "import/steps/StepRecord.h"
+#include "import/xml/InputFile.h"
 
 #include <system_error>
+
+namespace ambulet {
 
 std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& path) {
     std::error_code ignored;
     if (const auto file = InputFile::open(path, ignored)) {
         // Whether it was well-formed is not looked at: what was read stands.
-        FastReader({.threads = FastReader::usualThreads()}).read(*file, _sums);
+        ExportReader({.threads = ExportReader::usualThreads()}).read(*file, _sums);
     }
     return days();
 }
@@ -18,3 +20,5 @@ std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& p
 void HealthXMLParser::didStartElement(std::string_view name, const XMLAttributes& attributes) {
     StepRecord::add(_sums, name, attributes);
 }
+
+}  // namespace ambulet

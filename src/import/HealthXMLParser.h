@@ -1,12 +1,14 @@
 #pragma once
 
-#include "import/StepSums.h"
-#include "import/XMLReader.h"
+#include "import/steps/StepSums.h"
+#include "import/xml/XMLReader.h"
 #include "model/DailySteps.h"
 
 #include <filesystem>
 #include <string_view>
 #include <vector>
+
+namespace ambulet {
 
 /// Turns an export of health records into days: of all elements named Record, wherever they stand,
 /// those of the step count type are summed by the local calendar day on which they start. All of
@@ -30,3 +32,5 @@ class HealthXMLParser : public XMLReaderDelegate {
   private:
     StepSums _sums;
 };
+
+}  // namespace ambulet

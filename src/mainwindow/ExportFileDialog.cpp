@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QWindow>
 
+namespace ambulet {
+
 namespace {
 
 QLineEdit* nameField(const QFileDialog& dialog) {
@@ -81,3 +83,5 @@ std::optional<QString> ExportFileDialog::chosen() const {
     const QStringList files = selectedFiles();
     return files.isEmpty() ? std::nullopt : std::optional(files.constFirst());
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 class QWindow;
 
+namespace ambulet {
+
 /// Asks for one XML file; nothing else can be chosen in it. Main thread only.
 ///
 /// Never to be destroyed, since its destructor writes the toolkit's own history file, and the
@@ -24,3 +26,5 @@ class ExportFileDialog : public QFileDialog {
   private:
     std::optional<QString> chosen() const;
 };
+
+}  // namespace ambulet

@@ -14,6 +14,8 @@
 
 #include <utility>
 
+namespace ambulet {
+
 std::optional<FileURL> MainWindowController::resolvedFileURL() {
     if (const auto data = _defaults.data(SettingsKeys::xmlFileBookmark)) {
         if (const auto resolved = FileBookmark::resolve(*data)) {
@@ -103,3 +105,5 @@ void MainWindowController::stopProgress() {
         _progressIndicator->setRange(0, 1);
     }
 }
+
+}  // namespace ambulet

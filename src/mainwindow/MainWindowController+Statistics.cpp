@@ -5,6 +5,8 @@
 #include "text/LocalTime.h"
 #include "text/TwoDecimals.h"
 
+namespace ambulet {
+
 namespace {
 
 void setText(QLabel* label, const QString& text) {
@@ -78,5 +80,7 @@ void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps
 
 std::optional<std::chrono::sys_seconds>
 MainWindowController::startOfDay(std::chrono::sys_seconds date) {
-    return ::startOfDay(localDate(date));
+    return ambulet::startOfDay(localDate(date));
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+namespace ambulet {
+
 namespace {
 
 constexpr int editorWidth = 60;
@@ -119,3 +121,5 @@ void MainWindowController::doCommandBySelector(EditorCommand command) {
 void MainWindowController::controlTextDidEndEditing() {
     commitStrideEdit();
 }
+
+}  // namespace ambulet

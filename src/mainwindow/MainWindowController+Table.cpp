@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 void MainWindowController::rebuildDisplayRows() {
     _displayRows = buildDisplayRows(_allSteps);
     if (_tableView) {
@@ -85,3 +87,5 @@ QString MainWindowController::objectValueForTableColumn(const QString& identifie
 void MainWindowController::tableViewSelectionDidChange() {
     recomputeStats();
 }
+
+}  // namespace ambulet

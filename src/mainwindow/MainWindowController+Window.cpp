@@ -15,6 +15,8 @@
 
 #include <chrono>
 
+namespace ambulet {
+
 namespace {
 
 // How long the window must have stayed where it is before that is remembered: a drag moves it many
@@ -169,3 +171,5 @@ void MainWindowController::setupTableColumns() {
         {QStringLiteral("avgMiles"), QStringLiteral("Daily Miles"), 160, 80, Qt::AlignRight},
     });
 }
+
+}  // namespace ambulet

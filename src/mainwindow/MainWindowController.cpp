@@ -5,6 +5,8 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/UserDefaults.h"
 
+namespace ambulet {
+
 namespace {
 
 constexpr double defaultStrideFeet = 2.5;
@@ -32,3 +34,5 @@ MainWindowController::~MainWindowController() {
 double MainWindowController::strideFeet() const {
     return _defaults.doubleForKey(SettingsKeys::strideFootLength);
 }
+
+}  // namespace ambulet

@@ -27,6 +27,8 @@
 #include <span>
 #include <vector>
 
+namespace ambulet {
+
 class Bundle;
 class ExportFileDialog;
 class UserDefaults;
@@ -214,3 +216,5 @@ class MainWindowController final : public WindowController, public TableViewData
     QPointer<QFrame> _separatorBox;
     QPointer<QWidget> _controlsPanel;
 };
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace ambulet {
+
 /// The keys of the settings; there are no others but the window's frame.
 namespace SettingsKeys {
 
@@ -15,3 +17,5 @@ inline const QString xmlFileBookmark = QStringLiteral("xmlFileBookmark");
 inline const QString strideFootLength = QStringLiteral("strideFootLength");
 
 }  // namespace SettingsKeys
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace ambulet {
+
 /// One calendar day and the sum of the steps of all samples that start on it. A plain value.
 class DailySteps {
   public:
@@ -22,3 +24,5 @@ class DailySteps {
     std::optional<std::chrono::sys_seconds> _date;
     std::int64_t _steps = 0;
 };
+
+}  // namespace ambulet

@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+namespace ambulet {
+
 /// The figures of one month's row: a total, and averages over the days that have records (not over
 /// the calendar days of the month). A plain value; nothing in it is rounded.
 class MonthSummary {
@@ -31,3 +33,5 @@ class MonthSummary {
     double _avgSteps = 0;
     double _avgMiles = 0;
 };
+
+}  // namespace ambulet

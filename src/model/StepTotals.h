@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+namespace ambulet {
+
 /// `a + b`, wrapping around at the ends of the signed 64-bit range.
 constexpr std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
@@ -37,3 +39,5 @@ class StepTotals {
     std::int64_t _steps = 0;
     double _strideFeet = 0;
 };
+
+}  // namespace ambulet

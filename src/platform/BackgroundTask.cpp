@@ -12,6 +12,8 @@
 #include <thread>
 #include <utility>
 
+namespace ambulet {
+
 namespace background {
 namespace {
 
@@ -84,3 +86,5 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 }
 
 }  // namespace background
+
+}  // namespace ambulet

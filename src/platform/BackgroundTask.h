@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace ambulet {
+
 namespace background {
 
 /// As `runInBackground`, for a work that leaves its result, if it has one, where the completion
@@ -43,3 +45,5 @@ void runInBackground(Work work, QObject* receiver, Completion completion) {
                         (*sharedCompletion)(std::move(*result));
                     });
 }
+
+}  // namespace ambulet

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <utility>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -88,3 +90,5 @@ std::optional<QString> Bundle::resourcePath(const QString& name, const QString& 
     path += name + u'.' + type;
     return QFileInfo(path).isFile() ? std::optional(path) : std::nullopt;
 }
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 /// What the application's bundle says of the application, and the files that come with it. Nothing
 /// is kept: every call reads afresh. Any thread.
 class Bundle {
@@ -37,3 +39,5 @@ class Bundle {
     QString _infoPlist;
     QString _resources;
 };
+
+}  // namespace ambulet

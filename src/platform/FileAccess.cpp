@@ -4,6 +4,8 @@
 #include <CoreFoundation/CoreFoundation.h>
 #endif
 
+namespace ambulet {
+
 FileAccess::FileAccess([[maybe_unused]] const FileURL& file) {
 #ifdef Q_OS_MACOS
     // The keeper keeps the URL as well: the right is given back on the very URL it was granted on.
@@ -15,3 +17,5 @@ FileAccess::FileAccess([[maybe_unused]] const FileURL& file) {
     }
 #endif
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+namespace ambulet {
+
 namespace {
 
 // The record: signature, version, path in UTF-8, device, inode, whether there is a birth time, its
@@ -100,3 +102,5 @@ std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bo
         device ? findFile(record->identity, foldersToSearch(oldFolder), *device) : std::nullopt;
     return found ? std::optional(Resolved{FileURL{*found}, true}) : std::nullopt;
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 /// A reference to a file that can be stored, that outlives the process, and that finds the file
 /// again after it was moved.
 ///
@@ -35,3 +37,5 @@ class FileBookmark {
     /// - else none, and none for data that is no bookmark, is cut off, or is of a later version.
     static std::optional<Resolved> resolve(const QByteArray& bookmark);
 };
+
+}  // namespace ambulet

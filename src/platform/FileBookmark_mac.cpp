@@ -8,6 +8,8 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <memory>
 
+namespace ambulet {
+
 namespace {
 
 // What a FileURL carries, and what CoreFoundation's functions return to be released.
@@ -42,3 +44,5 @@ std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bo
     const QString path = QUrl::fromCFURL(static_cast<CFURLRef>(url.get())).toLocalFile();
     return Resolved{FileURL{path, url}, stale != 0};
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+namespace ambulet {
+
 namespace {
 
 // Asks neither a server nor the automounter, so as not to wait for one.
@@ -43,3 +45,5 @@ bool FileIdentity::isSameFileAs(const FileIdentity& other) const {
     return inode == other.inode && birth == other.birth &&
            (birth.has_value() || device == other.device);
 }
+
+}  // namespace ambulet

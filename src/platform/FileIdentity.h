@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace ambulet {
+
 /// What tells a file from every other, under whatever name it goes.
 struct FileIdentity {
     struct Time {
@@ -27,3 +29,5 @@ struct FileIdentity {
     /// device counts only without one, as device numbers may change with a restart.
     bool isSameFileAs(const FileIdentity& other) const;
 };
+
+}  // namespace ambulet

@@ -7,6 +7,8 @@
 #include <set>
 #include <system_error>
 
+namespace ambulet {
+
 std::optional<QString> findFile(const FileIdentity& identity, const QStringList& folders,
                                 std::uint64_t device, const SearchBounds& bounds) {
     namespace fs = std::filesystem;
@@ -41,3 +43,5 @@ std::optional<QString> findFile(const FileIdentity& identity, const QStringList&
     }
     return std::nullopt;
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <optional>
 
+namespace ambulet {
+
 /// Where a search ends that has found nothing.
 struct SearchBounds {
     int entries = 20'000;
@@ -18,3 +20,5 @@ struct SearchBounds {
 /// them first. Neither links nor other file systems than `device` nor hidden folders are entered.
 std::optional<QString> findFile(const FileIdentity& identity, const QStringList& folders,
                                 std::uint64_t device, const SearchBounds& bounds = {});
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace ambulet {
+
 /// A file, by its place. `FileURL{path}` is all there is to it, except on macOS for a file that a
 /// bookmark led to: there the system's own URL bears the right to open the file, and travels along.
 /// A plain value; its copies may be used on any thread.
@@ -12,3 +14,5 @@ struct FileURL {
     std::shared_ptr<const void> system =
         nullptr;  ///< macOS, from a bookmark: the CFURL; elsewhere null
 };
+
+}  // namespace ambulet

@@ -15,6 +15,8 @@
 #include <unistd.h>
 #include <utility>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -91,3 +93,5 @@ void SettingsStore::setValue(const QString& key, const QVariant& value) {
     _unstored.clear();
     _settings->sync();
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 /// What `UserDefaults` stores, and where: on Linux in an INI file, on macOS in the preferences of a
 /// domain (that variant was never run). Texts and data come back as such. Main thread only.
 ///
@@ -36,3 +38,5 @@ class SettingsStore {
     std::optional<QSettings> _settings;  // none where there cannot be any, and on macOS
     QVariantMap _unstored;
 };
+
+}  // namespace ambulet

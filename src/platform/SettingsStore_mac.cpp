@@ -7,6 +7,8 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <memory>
 
+namespace ambulet {
+
 namespace {
 
 struct Release {
@@ -62,3 +64,5 @@ void SettingsStore::setValue(const QString& key, const QVariant& value) {
     CFPreferencesSynchronize(textFrom(_place).get(), kCFPreferencesCurrentUser,
                              kCFPreferencesAnyHost);
 }
+
+}  // namespace ambulet

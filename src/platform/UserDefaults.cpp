@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -68,3 +70,5 @@ void UserDefaults::setDouble(const QString& key, double value) {
                              ? infinite
                              : QString::number(value, 'g', QLocale::FloatingPointShortest));
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 /// The user's settings of this application, a value a key, and behind them the registered defaults,
 /// which are held in memory and answer for keys that have no stored value.
 ///
@@ -53,3 +55,5 @@ class UserDefaults {
     mutable SettingsStore _store;
     QVariantMap _registered;
 };
+
+}  // namespace ambulet

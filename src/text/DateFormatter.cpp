@@ -9,6 +9,8 @@
 
 #include <utility>
 
+namespace ambulet {
+
 DateFormatter::DateFormatter(std::unique_ptr<icu::DateFormat> format) : _format(std::move(format)) {
     // ICU is given local time as if it were UTC: its own time zone data may be years old.
     _format->setTimeZone(*icu::TimeZone::getGMT());
@@ -41,3 +43,5 @@ std::string DateFormatter::string(std::chrono::sys_seconds instant) const {
     std::string utf8;
     return text.toUTF8String(utf8);
 }
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@ U_NAMESPACE_BEGIN
 class DateFormat;
 U_NAMESPACE_END
 
+namespace ambulet {
+
 /// Turns instants into texts: in the user's locale and in that locale's own calendar, in local time
 /// by the system's time zone data. The locale is the one at the time the formatter is made.
 ///
@@ -35,3 +37,5 @@ class DateFormatter {
 
     std::unique_ptr<icu::DateFormat> _format;
 };
+
+}  // namespace ambulet

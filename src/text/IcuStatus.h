@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+namespace ambulet {
+
 /// Throws std::runtime_error with ICU's name of the error, if `status` is one. For calls that fail
 /// only where ICU's own data are missing or memory has run out.
 inline void orThrow(UErrorCode status) {
@@ -11,3 +13,5 @@ inline void orThrow(UErrorCode status) {
         throw std::runtime_error(u_errorName(status));
     }
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <memory>
 
+namespace ambulet {
+
 // Phones write one form, and there may be millions of it, so that form is read by hand. Whatever
 // else the pattern lets through (a "Z" for the offset, one-digit months, digits of other scripts)
 // is rare and left to ICU, at a hundred times the cost. Where both can read a text they agree;
@@ -105,3 +107,5 @@ std::optional<sys_seconds> InstantReader::instantInOtherForm(std::string_view te
     }
     return floor<seconds>(instant);
 }
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@ U_NAMESPACE_BEGIN
 class SimpleDateFormat;
 U_NAMESPACE_END
 
+namespace ambulet {
+
 /// Reads instants in the form "yyyy-MM-dd HH:mm:ss Z", as 2024-03-09 07:15:02 -0800, in the
 /// Gregorian calendar and the same in every locale and time zone.
 ///
@@ -34,3 +36,5 @@ class InstantReader {
 
     std::unique_ptr<icu::SimpleDateFormat> _format;
 };
+
+}  // namespace ambulet

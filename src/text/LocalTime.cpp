@@ -2,6 +2,8 @@
 
 #include <ctime>
 
+namespace ambulet {
+
 // All of it is made of one question to the system: how far is local time ahead of UTC at an
 // instant? It relies on a zone not changing its offset twice within two days. The closest two
 // changes in the time zone database are four days apart (Freetown, September 1939).
@@ -66,3 +68,5 @@ std::optional<sys_seconds> startOfDay(year_month_day date) {
     }
     return std::nullopt;
 }
+
+}  // namespace ambulet

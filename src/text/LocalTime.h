@@ -3,6 +3,8 @@
 #include <chrono>
 #include <optional>
 
+namespace ambulet {
+
 /// The Gregorian calendar of the user's time zone, by the system's time zone data and the zone that
 /// the process was started with (or that the last `tzset` took up). Any thread.
 ///
@@ -33,3 +35,5 @@ LocalDay localDay(std::chrono::sys_seconds instant);
 /// The instant at which the clock shows 00:00 on `date`, the earlier one if it does so twice; none
 /// if it never does (the clock was put forward over it) or if `date` is no date.
 std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::year_month_day date);
+
+}  // namespace ambulet

@@ -7,6 +7,8 @@
 #include <initializer_list>
 #include <string_view>
 
+namespace ambulet {
+
 namespace {
 
 /// The value of a variable that is set and not empty, else nothing.
@@ -64,3 +66,5 @@ std::string dateLocale() {
 std::string numberLocale() {
     return icuName(firstOf({"LC_ALL", "LC_NUMERIC", "LANG"}));
 }
+
+}  // namespace ambulet

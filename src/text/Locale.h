@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace ambulet {
+
 /// The user's locale as the environment has it, under ICU's name for it ("de_DE", "sr_Latn_RS").
 /// Codesets ("UTF-8") are left out; the locales C and POSIX, an unknown language, and no locale at
 /// all are "en_US".
@@ -12,3 +14,5 @@ std::string dateLocale();
 
 /// For numbers: LC_ALL, else LC_NUMERIC, else LANG.
 std::string numberLocale();
+
+}  // namespace ambulet

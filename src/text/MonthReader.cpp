@@ -6,6 +6,8 @@
 
 #include <unicode/calendar.h>
 
+namespace ambulet {
+
 // ICU's calendar runs in GMT and is given local time as if it were that: its own time zone data are
 // often older than the system's.
 MonthReader::MonthReader() {
@@ -27,3 +29,5 @@ MonthReader::Month MonthReader::month(std::chrono::sys_seconds instant) {
     orThrow(status);
     return month;
 }
+
+}  // namespace ambulet

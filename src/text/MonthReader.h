@@ -9,6 +9,8 @@ U_NAMESPACE_BEGIN
 class Calendar;
 U_NAMESPACE_END
 
+namespace ambulet {
+
 /// Tells in which month of the user's calendar an instant lies, in local time by the system's time
 /// zone data. The calendar is the one of the locale for dates at the time the reader is made: the
 /// same one in which DateFormatter writes.
@@ -34,3 +36,5 @@ class MonthReader {
   private:
     std::unique_ptr<icu::Calendar> _calendar;
 };
+
+}  // namespace ambulet

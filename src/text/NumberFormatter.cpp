@@ -8,6 +8,8 @@
 
 #include <limits>
 
+namespace ambulet {
+
 namespace {
 
 std::unique_ptr<icu::NumberFormat> decimalFormat() {
@@ -52,3 +54,5 @@ std::string NumberFormatter::string(double number) const {
     icu::UnicodeString text;
     return utf8(_format->format(number, text));
 }
+
+}  // namespace ambulet

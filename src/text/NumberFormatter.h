@@ -10,6 +10,8 @@ U_NAMESPACE_BEGIN
 class NumberFormat;
 U_NAMESPACE_END
 
+namespace ambulet {
+
 /// Turns numbers into texts: decimal, grouped as the user's locale does it, rounded half to even.
 /// The locale is the one at the time the formatter is made.
 ///
@@ -32,3 +34,5 @@ class NumberFormatter {
   private:
     std::unique_ptr<icu::NumberFormat> _format;
 };
+
+}  // namespace ambulet

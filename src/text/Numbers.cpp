@@ -10,6 +10,8 @@
 #include <string>
 #include <type_traits>
 
+namespace ambulet {
+
 namespace {
 
 // The characters that Unicode calls white space.
@@ -88,3 +90,5 @@ double doubleValue(std::string_view text) {
     const std::string number(text.substr(0, decimalNumberLength(text)));
     return number.empty() ? 0 : strtod_l(number.c_str(), nullptr, plain.get());
 }
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace ambulet {
+
 /// Numbers read from UTF-8 texts, the same in every locale. Whatever follows the number is ignored.
 /// White space is Unicode's. Any thread.
 
@@ -14,3 +16,5 @@ std::int64_t integerValue(std::string_view text);
 /// where there is none; infinity or 0 where it is too large or too small. No hexadecimal numbers,
 /// no "inf", no "nan".
 double doubleValue(std::string_view text);
+
+}  // namespace ambulet

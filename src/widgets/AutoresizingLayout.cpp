@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace ambulet {
+
 AutoresizingLayout::AutoresizingLayout(QSize initial, QWidget* parent)
     : QLayout(parent), _initial(initial) {
     setContentsMargins(0, 0, 0, 0);
@@ -74,3 +76,5 @@ QRect AutoresizingLayout::geometry(const Place& place, const QRect& content) con
             content.top() + content.height() - frame.y() - frame.height(), frame.width(),
             frame.height()};
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+namespace ambulet {
+
 /// Places views by fixed frames in points, counted from the lower left corner of the content, y
 /// upwards, as they are at the content's initial size. When the content has another size, one part
 /// of each view's row and one of its column takes up the difference. A part never gets smaller than
@@ -51,3 +53,5 @@ class AutoresizingLayout final : public QLayout {
     QSize _initial;
     std::vector<Place> _places;
 };
+
+}  // namespace ambulet

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace ambulet {
+
 namespace {
 
 // A plain widget is no window to those who do not see it.
@@ -87,3 +89,5 @@ void AuxiliaryWindow::applyMinimumFrameSize() {
         setMinimumSize(_minimumFrameSize->shrunkBy(frameMargins(*this)));
     }
 }
+
+}  // namespace ambulet

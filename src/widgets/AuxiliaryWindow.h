@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace ambulet {
+
 /// A small window beside the main one: it has no parent, no minimise button, and opens centred.
 /// Closing it only hides it.
 ///
@@ -40,3 +42,5 @@ class AuxiliaryWindow final : public QWidget {
     std::optional<QSize> _minimumFrameSize;
     std::optional<QMargins> _centeredWith;  // the margins of the last centring, until it is checked
 };
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+namespace ambulet {
+
 void bringToFront(QWidget& window) {
     // Not showNormal(), which would also undo a zoom.
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -9,3 +11,5 @@ void bringToFront(QWidget& window) {
     window.raise();
     window.activateWindow();
 }
+
+}  // namespace ambulet

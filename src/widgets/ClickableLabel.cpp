@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
+namespace ambulet {
+
 namespace {
 
 class AccessibleClickableLabel : public QAccessibleWidget {
@@ -41,7 +43,7 @@ class AccessibleClickableLabel : public QAccessibleWidget {
 };
 
 QAccessibleInterface* accessibleFor(const QString& className, QObject* object) {
-    auto* const label = className == QLatin1String("ClickableLabel")
+    auto* const label = className == QLatin1String(ClickableLabel::staticMetaObject.className())
                             ? qobject_cast<ClickableLabel*>(object)
                             : nullptr;
     return label == nullptr ? nullptr : new AccessibleClickableLabel(label);
@@ -104,3 +106,5 @@ void ClickableLabel::paintEvent(QPaintEvent* event) {
         style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
     }
 }
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+namespace ambulet {
+
 /// A text that acts like a button: a click with the primary button, or Space or Return while it has
 /// the keyboard focus, sends `clicked`. Assistive programs see a button whose description is the
 /// tooltip. The pointer over it is a hand.
@@ -28,3 +30,5 @@ class ClickableLabel : public QLabel {
   private:
     bool _pressed = false;
 };
+
+}  // namespace ambulet

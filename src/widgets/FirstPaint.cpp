@@ -7,6 +7,8 @@
 #include <chrono>
 #include <utility>
 
+namespace ambulet {
+
 namespace {
 
 class FirstPaint final : public QObject {
@@ -40,3 +42,5 @@ class FirstPaint final : public QObject {
 void afterFirstPaint(QWidget& window, std::function<void()> then) {
     new FirstPaint(window, std::move(then));  // the window's, until it has done its work
 }
+
+}  // namespace ambulet

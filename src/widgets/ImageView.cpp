@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+namespace ambulet {
+
 void ImageView::setImage(const QImage& image) {
     _image = image;
     _scaled = QPixmap();
@@ -27,3 +29,5 @@ void ImageView::paintEvent(QPaintEvent* /*event*/) {
     painter.setWorldTransform(toScreen.inverted(), true);
     painter.drawPixmap(room.topLeft() + QPoint(free.width() / 2, free.height() / 2), _scaled);
 }
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 #include <QPixmap>
 #include <QWidget>
 
+namespace ambulet {
+
 /// Shows a picture as large as it fits, whole, undistorted and in the middle. Main thread only.
 class ImageView final : public QWidget {
     Q_OBJECT
@@ -22,3 +24,5 @@ class ImageView final : public QWidget {
     QImage _image;
     QPixmap _scaled;  // to the pixels that it covers on the screen
 };
+
+}  // namespace ambulet

@@ -7,6 +7,8 @@
 
 #include <QKeyEvent>
 
+namespace ambulet {
+
 InPlaceField::InPlaceField(QWidget* parent) : QLineEdit(parent) {
     keepSelectionReadable(this);
 }
@@ -44,3 +46,5 @@ void InPlaceField::focusOutEvent(QFocusEvent* event) {
         Q_EMIT didEndEditing();
     }
 }
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+namespace ambulet {
+
 /// A field that opens over what it edits, and says when its editing ends. Hidden, it says nothing:
 /// whoever hides it has ended the editing.
 class InPlaceField : public QLineEdit {
@@ -24,3 +26,5 @@ class InPlaceField : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 };
+
+}  // namespace ambulet

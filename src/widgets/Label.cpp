@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QEvent>
 
+namespace ambulet {
+
 namespace {
 
 constexpr double legibleContrast = 4.5;
@@ -72,3 +74,5 @@ void Label::updateColor() {
     own.setColor(QPalette::WindowText, labelColor(_color, QApplication::palette(this)));
     setPalette(own);
 }
+
+}  // namespace ambulet

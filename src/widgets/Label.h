@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+namespace ambulet {
+
 /// The system's font at a size in points (of which one is one device-independent pixel).
 QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 
@@ -27,3 +29,5 @@ class Label final : public QLabel {
 
     LabelColor _color;
 };
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <QStyleOptionFrame>
 #include <QTextDocument>
 
+namespace ambulet {
+
 namespace {
 
 constexpr int textMargin = 2;  // what QLineEdit leaves at each side of its text
@@ -39,3 +41,5 @@ void PathField::paintEvent(QPaintEvent* event) {
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+namespace ambulet {
+
 /// Shows a file's path, to read and to copy from; nobody types in it. A path too long for the field
 /// is shortened in its middle while the field has no keyboard focus, and is whole in the tooltip.
 class PathField : public QLineEdit {
@@ -13,3 +15,5 @@ class PathField : public QLineEdit {
   protected:
     void paintEvent(QPaintEvent* event) override;
 };
+
+}  // namespace ambulet

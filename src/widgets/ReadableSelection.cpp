@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ambulet {
+
 namespace {
 
 constexpr double readable = 4.5;
@@ -74,3 +76,5 @@ QColor readableGround(const QColor& ground, const QColor& ink, double ratio) {
 void keepSelectionReadable(QWidget* widget) {
     new SelectionKeeper(widget);
 }
+
+}  // namespace ambulet

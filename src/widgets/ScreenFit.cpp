@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace ambulet {
+
 QMargins frameMargins(const QWidget& window) {
     return window.windowHandle() != nullptr ? window.windowHandle()->frameMargins() : QMargins();
 }
@@ -45,3 +47,5 @@ void fitOnScreen(QWidget& window) {
     moveFrame(window, {inside(frame.x(), available.left(), free.width()),
                        inside(frame.y(), available.top(), free.height())});
 }
+
+}  // namespace ambulet

@@ -5,6 +5,8 @@
 
 class QWidget;
 
+namespace ambulet {
+
 /// What the windowing system puts around a window; nothing before that is known.
 QMargins frameMargins(const QWidget& window);
 
@@ -18,3 +20,5 @@ bool shrinkToScreen(QWidget& window);
 /// The same, and moves a window that was larger so that its frame, or its title bar at least, is in
 /// that area. One that fits is left wherever it is.
 void fitOnScreen(QWidget& window);
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <QString>
 #include <Qt>
 
+namespace ambulet {
+
 /// A column of a TableView.
 struct TableColumn {
     QString identifier;  ///< names the column to the data source
@@ -11,3 +13,5 @@ struct TableColumn {
     int minimumWidth;    ///< in points
     Qt::Alignment alignment;
 };
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QStyleOptionHeader>
 
+namespace ambulet {
+
 TableHeader::TableHeader(int padding, QWidget* parent)
     : QHeaderView(Qt::Horizontal, parent), _padding(padding) {}
 
@@ -20,3 +22,5 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
 }
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QHeaderView>
 
+namespace ambulet {
+
 /// The header of a table whose cells keep some room at both sides of their texts: its titles keep
 /// the same, so that they stand in line with the cells.
 class TableHeader : public QHeaderView {
@@ -17,3 +19,5 @@ class TableHeader : public QHeaderView {
   private:
     int _padding;
 };
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace ambulet {
+
 void TableModel::setDataSource(TableViewDataSource* dataSource) {
     beginResetModel();
     _dataSource = dataSource;
@@ -89,3 +91,5 @@ Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
                ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
                : Qt::NoItemFlags;
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace ambulet {
+
 class TableViewDataSource;
 
 /// Gives a data source's rows to Qt's item views. Nothing is cached: each text is asked for when it
@@ -42,3 +44,5 @@ class TableModel : public QAbstractTableModel {
     // What the views were last told; the data source may be ahead of them until `reload`.
     int _rowCount = 0;
 };
+
+}  // namespace ambulet

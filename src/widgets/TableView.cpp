@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace ambulet {
+
 namespace {
 
 constexpr int rowPadding = 8;  // points above and below a row's text, together
@@ -392,3 +394,5 @@ void TableView::fitRowHeight() {
     verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
 }
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace ambulet {
+
 class TableModel;
 class TableViewDataSource;
 
@@ -79,3 +81,5 @@ class TableView : public QTableView {
     bool _focusVisible = false;
     bool _pressedGroupRow = false;
 };
+
+}  // namespace ambulet

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace ambulet {
+
 /// What a TableView asks for its contents, and tells of its selection. Main thread only.
 class TableViewDataSource {
   public:
@@ -22,3 +24,5 @@ class TableViewDataSource {
   protected:
     ~TableViewDataSource() = default;
 };
+
+}  // namespace ambulet

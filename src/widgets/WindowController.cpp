@@ -2,6 +2,8 @@
 
 #include "widgets/BringToFront.h"
 
+namespace ambulet {
+
 WindowController::WindowController() = default;
 
 WindowController::~WindowController() = default;
@@ -17,3 +19,5 @@ QWidget* WindowController::window() {
 void WindowController::showWindow() {
     bringToFront(*window());
 }
+
+}  // namespace ambulet

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace ambulet {
+
 /// Owns a window from its first showing until the controller is destroyed. Closing the window only
 /// hides it. Main thread only.
 class WindowController : public QObject {
@@ -33,3 +35,5 @@ class WindowController : public QObject {
   private:
     std::unique_ptr<QWidget> _window;
 };
+
+}  // namespace ambulet

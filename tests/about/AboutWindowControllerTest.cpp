@@ -14,6 +14,8 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -226,5 +228,7 @@ TEST(AboutWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
 }
 
 }  // namespace
+
+}  // namespace ambulet
 
 #include "AboutWindowControllerTest.moc"

@@ -16,6 +16,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -219,3 +221,5 @@ TEST_F(AppDelegateTest, theKeysWorkInEachOtherWindowAlsoWhenItIsTheOnlyOneOpen) 
 }
 
 }  // namespace
+
+}  // namespace ambulet

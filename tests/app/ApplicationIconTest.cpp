@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,3 +26,5 @@ TEST(ApplicationIcon, aBundleWithoutOneGivesNone) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

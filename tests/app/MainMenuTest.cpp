@@ -6,6 +6,8 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -150,3 +152,5 @@ TEST_F(MainMenuTest, aKeyWorksInAWindowWithoutAMenuBarAlsoWhenTheMainWindowIsClo
 }
 
 }  // namespace
+
+}  // namespace ambulet

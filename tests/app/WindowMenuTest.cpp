@@ -5,6 +5,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -137,3 +139,5 @@ TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledWhereTheWindowInFrontHasNoSuchB
 }
 
 }  // namespace
+
+}  // namespace ambulet

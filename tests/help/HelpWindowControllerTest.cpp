@@ -12,6 +12,8 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -287,3 +289,5 @@ TEST(HelpWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -9,6 +9,8 @@
 #include <ctime>
 #include <string>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::string_literals;
@@ -199,3 +201,5 @@ TEST(BadInput, valuesThatAreNoWholeNumbersCountAsFarAsTheyAre) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@
 #include <thread>
 #include <vector>
 
+namespace ambulet {
+
 namespace {
 
 Days parse(std::string_view bytes) {
@@ -160,3 +162,5 @@ TEST(HealthXMLParser, aSecondFileIsAddedToTheFirst) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

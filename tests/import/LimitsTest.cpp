@@ -1,7 +1,7 @@
 // Memory is bounded whatever a file holds.
 
-#include "import/ExpatMemory.h"
 #include "import/Reading.h"
+#include "import/expat/ExpatMemory.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 #include <cstring>
 #include <string>
 #include <tuple>
+
+namespace ambulet {
 
 namespace {
 
@@ -163,7 +165,7 @@ TEST(Limits, whatTheFastRoadHasReadLeavesExpatAsMuchRoomAsIfItHadReadItItself) {
     const TemporaryFolder folder;
     bool allowed = false;
     bool refused = false;
-    for (int count = 2'000; count < 20'000; count += 500) {
+    for (int count = 2'000; count < 40'000; count += 1'000) {
         std::string names;
         for (int number = 0; number < count; ++number) {
             names += "<N" + std::to_string(number) + "/>";
@@ -254,3 +256,5 @@ TEST(ExpatMemory, anInnerLimitIsOnItsOwn) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

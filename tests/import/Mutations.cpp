@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::string_literals;
@@ -200,3 +202,5 @@ std::string mutated(std::string bytes, std::minstd_rand& chance) {
     }
     return bytes;
 }
+
+}  // namespace ambulet

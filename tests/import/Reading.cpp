@@ -1,7 +1,7 @@
 #include "import/Reading.h"
 
 #include "import/HealthXMLParser.h"
-#include "import/InputFile.h"
+#include "import/xml/InputFile.h"
 #include "support/TemporaryFolder.h"
 #include "text/LocalTime.h"
 
@@ -12,6 +12,8 @@
 #include <initializer_list>
 #include <sstream>
 #include <stdexcept>
+
+namespace ambulet {
 
 namespace {
 
@@ -93,19 +95,19 @@ Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
     return {asText(parser.days()), stop};
 }
 
-Reading readFast(const std::filesystem::path& path, FastReader::Options options) {
+Reading readFast(const std::filesystem::path& path, ExportReader::Options options) {
     std::error_code error;
     const auto file = InputFile::open(path, error);
     EXPECT_TRUE(file) << error.message();
     StepSums sums;
-    const auto stop = FastReader(options).read(file.value(), sums);
+    const auto stop = ExportReader(options).read(file.value(), sums);
     return {asText(sums.days()), stop};
 }
 
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock) {
     // Chunks that begin in the midst of things, and such as hold it all.
-    static constexpr FastReader::Options ways[] = {
+    static constexpr ExportReader::Options ways[] = {
         {.threads = 1},
         {.threads = 1, .blockSize = 7},
         {.threads = 1, .blockSize = 100},
@@ -116,7 +118,7 @@ Reading readByAll(const std::filesystem::path& path, std::string& differences,
     };
     Reading usual = readFile(path, ExpatReader::defaultBlockSize);
     std::ostringstream text;
-    for (const FastReader::Options& way : ways) {
+    for (const ExportReader::Options& way : ways) {
         if (std::min(way.blockSize, way.chunkSize) < smallestBlock) {
             continue;
         }
@@ -140,3 +142,5 @@ Reading read(std::string_view bytes, ExpatReader::Limits limits) {
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits) {
     return readInBlocks(bytes, {4096, bytes.size() + 1}, limits);
 }
+
+}  // namespace ambulet

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "import/ExpatReader.h"
-#include "import/FastReader.h"
-#include "import/XMLReader.h"
+#include "import/ExportReader.h"
+#include "import/expat/ExpatReader.h"
+#include "import/xml/XMLReader.h"
 #include "model/DailySteps.h"
 
 #include <cstdint>
@@ -13,6 +13,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace ambulet {
 
 /// Days as a test writes them: "2024-03-09" and the steps.
 using Days = std::vector<std::pair<std::string, std::int64_t>>;
@@ -54,7 +56,7 @@ Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
                  ExpatReader::Limits limits = {});
 
 /// The same by the fast road.
-Reading readFast(const std::filesystem::path& path, FastReader::Options options);
+Reading readFast(const std::filesystem::path& path, ExportReader::Options options);
 
 /// Reads the file `bytes` in blocks of 1, 2, 7, 4096 bytes and of the usual size, and in one, which
 /// must not make a difference; and, where the limits are the usual ones, by the fast road too, in
@@ -69,3 +71,5 @@ Reading readByAll(const std::filesystem::path& path, std::string& differences,
 
 /// The same for a document so large that blocks of a few bytes would take too long.
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
+
+}  // namespace ambulet

@@ -10,6 +10,8 @@
 #include <QScrollBar>
 #include <QWindow>
 
+namespace ambulet {
+
 namespace {
 
 class ClearingClickTest : public ControllerTest {
@@ -141,3 +143,5 @@ TEST_F(ClearingClickTest, theClickItselfStillReachesItsView) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

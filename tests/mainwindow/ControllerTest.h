@@ -17,6 +17,8 @@
 #include <memory>
 #include <string>
 
+namespace ambulet {
+
 struct TestRecord {
     const char* day;  // yyyy-MM-dd
     const char* value;
@@ -90,3 +92,5 @@ class ControllerTest : public testing::Test {
     UserDefaults defaults{path("settings.ini")};
     std::unique_ptr<MainWindowController> controller;
 };
+
+}  // namespace ambulet

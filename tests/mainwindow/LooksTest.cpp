@@ -11,6 +11,8 @@
 
 #include <map>
 
+namespace ambulet {
+
 namespace {
 
 QColor between(const QColor& from, const QColor& to, float share) {
@@ -260,3 +262,5 @@ TEST_F(LooksTest, writesPicturesToLookAt) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

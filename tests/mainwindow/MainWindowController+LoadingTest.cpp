@@ -10,6 +10,8 @@
 #include <functional>
 #include <sys/stat.h>
 
+namespace ambulet {
+
 namespace {
 
 class LoadingTest : public ControllerTest {
@@ -322,3 +324,5 @@ TEST_F(LoadingTest, nothingIsWrittenButTheSettings) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

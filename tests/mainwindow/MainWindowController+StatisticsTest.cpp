@@ -5,6 +5,8 @@
 
 #include <clocale>
 
+namespace ambulet {
+
 namespace {
 
 class StatisticsTest : public ControllerTest {
@@ -173,3 +175,5 @@ TEST_F(StatisticsTest, theStartOfADayDropsTheTimeOfDay) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@
 
 #include <cmath>
 
+namespace ambulet {
+
 namespace {
 
 class StrideEditorTest : public ControllerTest {
@@ -382,3 +384,5 @@ TEST_F(StrideEditorTest, theStoredStrideIsThereAtTheNextStart) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

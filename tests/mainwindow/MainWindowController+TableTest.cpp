@@ -1,6 +1,8 @@
 #include "mainwindow/ControllerTest.h"
 #include "text/LocalTime.h"
 
+namespace ambulet {
+
 namespace {
 
 class TableTest : public ControllerTest {
@@ -154,3 +156,5 @@ TEST_F(TableTest, aStrideOfZeroGivesZeroMiles) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

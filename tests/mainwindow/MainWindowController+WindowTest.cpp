@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QScreen>
 
+namespace ambulet {
+
 namespace {
 
 class WindowTest : public ControllerTest {
@@ -299,3 +301,5 @@ TEST_F(WindowTest, absurdNumbersDoNotWidenTheWindow) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

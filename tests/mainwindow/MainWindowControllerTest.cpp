@@ -1,5 +1,7 @@
 #include "mainwindow/ControllerTest.h"
 
+namespace ambulet {
+
 namespace {
 
 using MainWindowControllerTest = ControllerTest;
@@ -80,3 +82,5 @@ TEST_F(MainWindowControllerTest, aViewThatIsGoneIsNullAndDoneWithout) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

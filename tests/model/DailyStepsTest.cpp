@@ -4,6 +4,8 @@
 
 #include <limits>
 
+namespace ambulet {
+
 namespace {
 
 TEST(DailySteps, aFreshRecordHasNoDateAndNoSteps) {
@@ -28,3 +30,5 @@ TEST(DailySteps, theDateIsKeptAsGiven) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+namespace ambulet {
+
 namespace {
 
 TEST(MonthSummary, aFreshRecordHasNoTitleAndZeroNumbers) {
@@ -40,3 +42,5 @@ TEST(MonthSummary, averagesAreKeptUnrounded) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

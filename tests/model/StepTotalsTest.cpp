@@ -6,6 +6,8 @@
 #include <limits>
 #include <vector>
 
+namespace ambulet {
+
 namespace {
 
 std::vector<DailySteps> days(std::initializer_list<std::int64_t> steps) {
@@ -48,3 +50,5 @@ TEST(StepTotals, sumsWrapAroundAtTheEndOfTheRange) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

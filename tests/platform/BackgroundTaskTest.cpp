@@ -14,6 +14,8 @@
 #include <sys/resource.h>
 #include <vector>
 
+namespace ambulet {
+
 namespace {
 
 // Keeps its promise when it is destroyed.
@@ -249,3 +251,5 @@ TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterIt) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -107,3 +109,5 @@ TEST_F(BundleTest, aResourceIsFoundOnlyInTheFolderThatIsNamed) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@
 #include <memory>
 #include <string_view>
 
+namespace ambulet {
+
 namespace {
 
 // Keeps its promise when it is destroyed.
@@ -58,6 +60,10 @@ int aCompletionAfterTheApplicationsEndIsDropped(int argc, char** argv) {
 }
 
 }  // namespace
+
+}  // namespace ambulet
+
+using namespace ambulet;
 
 int main(int argc, char** argv) {
     const std::string_view way = argc > 1 ? argv[1] : "";

@@ -7,6 +7,8 @@
 
 #include <random>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -201,3 +203,5 @@ TEST_F(FileBookmarkTest, aDamagedBookmarkLeadsToTheFileOrNowhere) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,3 +73,5 @@ TEST(FileIdentity, isNoneOfWhatIsNoRegularFile) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -119,3 +121,5 @@ TEST_F(FileSearch, passesOverFIFOsAndNamesThatAreNoText) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

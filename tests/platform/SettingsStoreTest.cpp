@@ -14,6 +14,8 @@
 #include <sys/inotify.h>
 #include <sys/resource.h>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -341,3 +343,5 @@ TEST(SettingsStorePlace, hasNoSystemwideSettingsBehindIt) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

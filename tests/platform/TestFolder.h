@@ -11,6 +11,8 @@
 
 #include <sys/stat.h>
 
+namespace ambulet {
+
 /// A temporary folder in the toolkit's terms, with what these tests put into one.
 class TestFolder {
   public:
@@ -54,3 +56,5 @@ inline unsigned modeOf(const QString& path) {
 inline void setMode(const QString& path, unsigned mode) {
     EXPECT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0) << path.toStdString();
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace ambulet {
+
 /// Runs `body` in a process of its own for which permissions hold: root's becomes nobody's. Files
 /// that it needs are best made by it. Whether nothing failed in it; failures are printed.
 inline bool passesUnprivileged(const std::function<void()>& body) {
@@ -28,3 +30,5 @@ inline bool passesUnprivileged(const std::function<void()>& body) {
     return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) &&
            WEXITSTATUS(status) == 0;
 }
+
+}  // namespace ambulet

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <limits>
 
+namespace ambulet {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -213,3 +215,5 @@ TEST(UserDefaults, theApplicationsOwnAreInTheUsersConfigurationUnderItsIdentifie
 }
 
 }  // namespace
+
+}  // namespace ambulet

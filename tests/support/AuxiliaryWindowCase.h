@@ -15,6 +15,8 @@
 #include <thread>
 #include <vector>
 
+namespace ambulet {
+
 /// A case on the window of a controller of its own, on the application's own bundle.
 template <typename Controller>
 class AuxiliaryWindowCase : public testing::Test {
@@ -73,3 +75,5 @@ void expectOneSharedController() {
     EXPECT_TRUE(seen.front()->window()->isVisible());
     seen.front()->window()->close();
 }
+
+}  // namespace ambulet

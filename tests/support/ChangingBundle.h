@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 /// A bundle without resources whose information changes.
 class ChangingBundle {
   public:
@@ -31,3 +33,5 @@ class ChangingBundle {
   public:
     const Bundle bundle{_folder.filePath(QStringLiteral("Info.plist")), _folder.path()};
 };
+
+}  // namespace ambulet

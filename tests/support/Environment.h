@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+namespace ambulet {
+
 /// Sets an environment variable, or takes it away, for as long as it lives.
 class ScopedVariable {
   public:
@@ -59,3 +61,5 @@ class ScopedLocale {
   private:
     ScopedVariable _variable;
 };
+
+}  // namespace ambulet

@@ -2,8 +2,12 @@
 
 #include <string>
 
+namespace ambulet {
+
 /// The element of a step record in an export. `startDate`: as in "2025-03-02 12:00:00 +0000".
 inline std::string stepRecord(const std::string& startDate, const std::string& value) {
     return "<Record type=\"HKQuantityTypeIdentifierStepCount\" startDate=\"" + startDate +
            "\" value=\"" + value + "\"/>";
 }
+
+}  // namespace ambulet

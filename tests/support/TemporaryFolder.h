@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+namespace ambulet {
+
 /// A new, empty folder that goes, with all that is in it, when this does.
 class TemporaryFolder {
   public:
@@ -40,3 +42,5 @@ class TemporaryFolder {
   private:
     std::filesystem::path _path;
 };
+
+}  // namespace ambulet

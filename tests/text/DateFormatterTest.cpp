@@ -9,6 +9,8 @@
 
 #include <memory>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::chrono;
@@ -108,3 +110,5 @@ TEST(DateFormatter, canBeMoved) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <string>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::chrono;
@@ -212,3 +214,5 @@ TEST_F(BothRoads, agreeWhereOneCharacterIsAnother) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -9,6 +9,8 @@
 #include <tuple>
 #include <vector>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::chrono;
@@ -182,3 +184,5 @@ TEST(LocalTime, workFarFromToday) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 std::string dateLocaleOf(const char* name) {
@@ -65,3 +67,5 @@ TEST(Locale, aScriptAtTheEndOfTheNameIsKept) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -53,3 +55,5 @@ TEST(MonthReader, theBuddhistCalendarHasTheGregorianMonths) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

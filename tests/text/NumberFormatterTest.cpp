@@ -9,6 +9,8 @@
 #include <limits>
 #include <memory>
 
+namespace ambulet {
+
 namespace {
 
 std::string whole(double number) {
@@ -102,3 +104,5 @@ TEST(NumberFormatter, canBeMoved) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

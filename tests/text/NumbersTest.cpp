@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <limits>
 
+namespace ambulet {
+
 namespace {
 
 using Integers = std::numeric_limits<std::int64_t>;
@@ -124,3 +126,5 @@ TEST(Numbers, areReadTheSameWhereTheProcesssLocaleHasADecimalComma) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

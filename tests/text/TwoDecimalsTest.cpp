@@ -4,6 +4,8 @@
 
 #include <limits>
 
+namespace ambulet {
+
 namespace {
 
 TEST(TwoDecimals, roundsExactTiesToTheEvenDigit) {
@@ -33,3 +35,5 @@ TEST(TwoDecimals, theLargestNumbersHaveRoom) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 using Horizontally = AutoresizingLayout::Horizontally;
@@ -84,3 +86,5 @@ TEST_F(AutoresizingLayoutTest, aViewThatIsDestroyedLeavesTheLayout) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 using Sizing = AuxiliaryWindow::Sizing;
@@ -115,3 +117,5 @@ TEST(AuxiliaryWindow, itIsAWindowToAssistiveTechnology) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -5,6 +5,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 class ClickableLabelTest : public testing::Test {
@@ -76,3 +78,5 @@ TEST_F(ClickableLabelTest, aPlainLabelIsStillALabelToAssistivePrograms) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

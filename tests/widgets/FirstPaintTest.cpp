@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace ambulet {
+
 namespace {
 
 class Painted final : public QWidget {
@@ -75,3 +77,5 @@ TEST(FirstPaint, ofAWindowThatIsGoneCallsNothing) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

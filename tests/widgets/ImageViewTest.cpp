@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 // What a view of 200 x 100 shows, on a screen of `ratio` pixels a point.
@@ -88,3 +90,5 @@ TEST(ImageView, anotherPictureOfTheSameSizeReplacesTheFirst) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 class InPlaceFieldTest : public testing::Test {
@@ -81,3 +83,5 @@ TEST_F(InPlaceFieldTest, hidingItEndsNothing) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

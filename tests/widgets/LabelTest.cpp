@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+namespace ambulet {
+
 namespace {
 
 QPalette paletteOf(const QColor& text, const QColor& ground, const QColor& link) {
@@ -96,3 +98,5 @@ TEST(SystemFont, itIsTheApplicationsInTheGivenSize) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -4,6 +4,8 @@
 #include <QTextDocument>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 QImage picture(PathField& field) {
@@ -55,3 +57,5 @@ TEST(PathField, aLongPathIsShortenedInItsMiddle) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

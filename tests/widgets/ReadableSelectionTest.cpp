@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 TEST(ReadableSelection, contrastIsTheGuidelinesRatio) {
@@ -50,3 +52,5 @@ TEST(ReadableSelection, followsTheApplicationsPalette) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

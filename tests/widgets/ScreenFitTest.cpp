@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 class ScreenFitTest : public testing::Test {
@@ -71,3 +73,5 @@ TEST_F(ScreenFitTest, aFrameIsMovedByItsUpperLeftCorner) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -6,6 +6,8 @@
 #include <QFont>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 const std::vector<TableColumn> columns = {
@@ -71,3 +73,5 @@ TEST(TableModel, aDataSourceThatHasLostRowsBeforeTheReloadIsNotAskedForThem) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 using Rows = std::vector<int>;
@@ -392,3 +394,5 @@ TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+namespace ambulet {
+
 /// A data source of one letter a row: 'G' a group row, 'd' a row that can be selected. The cells
 /// hold the column's identifier and the row, as in "b3"; the column "empty" holds none.
 struct TestRows : TableViewDataSource {
@@ -23,3 +25,5 @@ struct TestRows : TableViewDataSource {
     bool shouldSelectRow(int row) const override { return !isGroupRow(row); }
     void tableViewSelectionDidChange() override { ++notifications; }
 };
+
+}  // namespace ambulet

@@ -3,6 +3,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+namespace ambulet {
+
 namespace {
 
 struct TestController : WindowController {
@@ -58,3 +60,5 @@ TEST(WindowController, aZoomedWindowThatWasMinimisedComesBackZoomed) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

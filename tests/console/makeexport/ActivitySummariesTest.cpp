@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 TEST(ActivitySummaries, allAreOfOneLength) {
@@ -16,3 +18,5 @@ TEST(ActivitySummaries, allAreOfOneLength) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

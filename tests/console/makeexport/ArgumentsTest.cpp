@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 using Words = std::vector<const char*>;
@@ -90,3 +92,5 @@ TEST(Arguments, helpNeedsNoFile) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

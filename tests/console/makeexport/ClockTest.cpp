@@ -7,6 +7,8 @@
 #include <ctime>
 #include <set>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -113,3 +115,5 @@ TEST(DateText, theDayEndsAtLocalMidnight) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

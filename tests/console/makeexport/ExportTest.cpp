@@ -10,6 +10,8 @@
 #include <set>
 #include <sstream>
 
+namespace makeexport {
+
 namespace {
 
 constexpr std::uint64_t kilobyte = 1024;
@@ -266,3 +268,5 @@ TEST(Export, anOutputThatFailsEndsItSoon) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

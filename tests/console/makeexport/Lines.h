@@ -3,6 +3,8 @@
 #include <sstream>
 #include <string>
 
+namespace makeexport {
+
 /// The first line in which two texts differ, as both have it; empty where they are the same. A
 /// failure that shows two texts of thousands of lines tells nobody anything.
 inline std::string firstDifference(const std::string& one, const std::string& other) {
@@ -21,3 +23,5 @@ inline std::string firstDifference(const std::string& one, const std::string& ot
     }
     return one == other ? "" : "the ends of their last lines";
 }
+
+}  // namespace makeexport

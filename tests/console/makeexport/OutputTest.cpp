@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 TEST(Output, whatIsWrittenArrivesWholeAndInOrder) {
@@ -53,3 +55,5 @@ TEST(Output, nothingIsHandedOnAfterTheFirstFailure) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

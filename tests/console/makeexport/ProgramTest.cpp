@@ -15,6 +15,10 @@
 #include <unistd.h>
 #include <vector>
 
+namespace makeexport {
+
+using namespace ambulet;
+
 namespace {
 
 std::string contentOf(const std::filesystem::path& path) {
@@ -142,3 +146,5 @@ TEST_F(Program, helpGoesToStandardOutput) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -5,6 +5,8 @@
 #include <array>
 #include <set>
 
+namespace makeexport {
+
 namespace {
 
 TEST(Random, itIsSplitMix64) {
@@ -48,3 +50,5 @@ TEST(Random, everyElementOfAContainerIsChosen) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

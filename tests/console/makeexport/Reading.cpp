@@ -10,6 +10,10 @@
 #include <ctime>
 #include <memory>
 
+namespace makeexport {
+
+using namespace ambulet;
+
 namespace {
 
 void addOnce(std::vector<std::string>& list, const std::string& text) {
@@ -118,3 +122,5 @@ std::string sumsOf(const std::vector<Reading::StepRecord>& steps, const std::str
     }
     return text;
 }
+
+}  // namespace makeexport

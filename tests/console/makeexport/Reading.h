@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace makeexport {
+
 /// An export as expat sees it: a second, independent opinion of what was written.
 struct Reading {
     struct StepRecord {
@@ -29,3 +31,5 @@ Reading readExport(std::string_view text);
 
 /// What a right reader finds, record by record, in the form of the printed sums.
 std::string sumsOf(const std::vector<Reading::StepRecord>& steps, const std::string& zone);
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -33,3 +35,5 @@ TEST(Sources, anAppWithoutADeviceHasNoDeviceAttribute) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace makeexport {
+
 namespace {
 
 TEST(StepPlan, aDayHasBetween2200And19500StepsOrNone) {
@@ -35,3 +37,5 @@ TEST(StepPlan, theFirstAndTheLastDayHaveSteps) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -10,6 +10,10 @@
 #include <ctime>
 #include <map>
 
+namespace makeexport {
+
+using namespace ambulet;
+
 using namespace std::chrono;
 
 namespace {
@@ -131,3 +135,5 @@ TEST(StepSums, onlyZonesThatTheSystemHasDataOfAreZones) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 std::string decimal(std::int64_t scaled, int decimals) {
@@ -32,3 +34,5 @@ TEST(Text, anAttributeBeginsWithABlank) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace makeexport {
+
 using namespace std::chrono;
 
 namespace {
@@ -52,3 +54,5 @@ TEST(Timeline, theLargestExportIsNoTrouble) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -8,6 +8,8 @@
 #include <memory>
 #include <set>
 
+namespace makeexport {
+
 namespace {
 
 using Names = std::set<std::string>;
@@ -114,3 +116,5 @@ std::vector<std::string> violations(std::string_view document) {
     }
     return found.found();
 }
+
+}  // namespace makeexport

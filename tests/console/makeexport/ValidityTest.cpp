@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 const std::string declarations = "<!DOCTYPE a [<!ELEMENT a (b)*><!ELEMENT b EMPTY>"
@@ -20,3 +22,5 @@ TEST(Validity, everyKindOfBreakIsFound) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace makeexport {
+
 namespace {
 
 TEST(Workouts, noneIsLongerThanTheLongestAndNoneHasAStepRecord) {
@@ -23,3 +25,5 @@ TEST(Workouts, noneIsLongerThanTheLongestAndNoneHasAStepRecord) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

@@ -9,6 +9,10 @@
 
 #include <ctime>
 
+namespace makeexport {
+
+using namespace ambulet;
+
 using namespace std::chrono;
 
 namespace {
@@ -57,3 +61,5 @@ TEST(Zone, aChangeCountsFromItsInstantOn) {
 }
 
 }  // namespace
+
+}  // namespace makeexport

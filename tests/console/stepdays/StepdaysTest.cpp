@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+namespace ambulet {
+
 namespace {
 
 std::string content(const std::filesystem::path& file) {
@@ -95,3 +97,5 @@ TEST(Stepdays, wantsOneFile) {
 }
 
 }  // namespace
+
+}  // namespace ambulet

@@ -1,0 +1,197 @@
+#include "import/expat/Doctype.h"
+
+#include "import/xml/InputFile.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace ambulet {
+
+// A declaration that a parser has refused cannot be parsed; its end is guessed by what seldom
+// stands inside one. Quotes are trusted only so far: one that is never closed would hide the end
+// and turn the quotes of the whole document inside out. So the root's start tag ends the search
+// even where it seems to stand in quotes.
+
+namespace {
+
+/// A file's text, one code unit at a time: a byte, or in UTF-16 two.
+class Units {
+  public:
+    static constexpr int none = -1;
+
+    explicit Units(const InputFile& file) : _file(file) {
+        const int first = byteAt(0);
+        const int second = byteAt(1);
+        _bigEndian = (first == 0xFE && second == 0xFF) || (first == 0 && second == '<');
+        const bool littleEndian =
+            (first == 0xFF && second == 0xFE) || (first == '<' && second == 0);
+        _width = _bigEndian || littleEndian ? 2 : 1;
+        skip(_width == 2 ? u"\uFEFF" : u"\u00EF\u00BB\u00BF");  // the byte order mark
+    }
+
+    /// Where the next unit stands in the file.
+    std::uint64_t offset() const { return _offset; }
+
+    /// The next unit, `none` at the end of the file.
+    int peek() {
+        const int first = byteAt(_offset);
+        const int second = _width == 1 ? 0 : byteAt(_offset + 1);
+        if (first == none || second == none) {
+            return none;
+        }
+        return _bigEndian ? first << 8 | second : second << 8 | first;
+    }
+
+    /// The next unit, which is passed.
+    int next() {
+        const int unit = peek();
+        _offset += unit == none ? 0 : _width;
+        return unit;
+    }
+
+    /// Passes `text` if it comes next.
+    bool skip(std::u16string_view text) {
+        const std::uint64_t begin = _offset;
+        const bool found =
+            std::ranges::all_of(text, [this](char16_t unit) { return next() == unit; });
+        _offset = found ? _offset : begin;
+        return found;
+    }
+
+    void skipWhiteSpace() {
+        while (isWhiteSpace(peek())) {
+            next();
+        }
+    }
+
+    /// Passes everything up to the end of `text`, or to the end of the file.
+    void skipPast(std::u16string_view text) {
+        std::u16string last;
+        while (last != text) {
+            const int unit = next();
+            if (unit == none) {
+                return;
+            }
+            last.push_back(static_cast<char16_t>(unit));
+            last.erase(0, last.size() > text.size() ? 1 : 0);
+        }
+    }
+
+    static bool isWhiteSpace(int unit) {
+        return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n';
+    }
+
+  private:
+    int byteAt(std::uint64_t offset) {
+        if (offset < _blockBegin || offset >= _blockBegin + _blockSize) {
+            std::error_code asIfTheFileEnded;
+            _blockBegin = offset;
+            _blockSize = _file.read(offset, _block, asIfTheFileEnded);
+        }
+        return _blockSize == 0 ? none : static_cast<unsigned char>(_block[offset - _blockBegin]);
+    }
+
+    const InputFile& _file;
+    std::vector<char> _block = std::vector<char>(std::size_t{64} * 1024);
+    std::uint64_t _blockBegin = 0;
+    std::size_t _blockSize = 0;
+    std::uint64_t _offset = 0;
+    unsigned _width = 1;
+    bool _bigEndian = false;
+};
+
+/// Where the declaration begins, which is passed up to the root's name; none where the prolog has
+/// none.
+std::optional<std::uint64_t> skipToRootName(Units& units) {
+    for (;;) {
+        units.skipWhiteSpace();
+        const std::uint64_t begin = units.offset();
+        if (!units.skip(u"<")) {
+            return std::nullopt;
+        }
+        if (units.skip(u"?")) {
+            units.skipPast(u"?>");
+        } else if (units.skip(u"!--")) {
+            units.skipPast(u"-->");
+        } else if (units.skip(u"!DOCTYPE")) {
+            units.skipWhiteSpace();
+            return begin;
+        } else {
+            return std::nullopt;
+        }
+    }
+}
+
+std::u16string rootName(Units& units) {
+    constexpr std::size_t longest = 1000;
+    constexpr std::u16string_view notInNames = u"[]<>'\"";
+    std::u16string name;
+    for (int unit = units.peek();
+         unit != Units::none && !Units::isWhiteSpace(unit) && name.size() < longest &&
+         notInNames.find(static_cast<char16_t>(unit)) == std::u16string_view::npos;
+         unit = units.peek()) {
+        name.push_back(static_cast<char16_t>(units.next()));
+    }
+    return name;
+}
+
+bool isNameStart(int unit) {
+    return ('a' <= unit && unit <= 'z') || ('A' <= unit && unit <= 'Z') || unit == '_' ||
+           unit == ':' || unit >= 0x80;
+}
+
+/// Whether a start tag of the element `name`, or of any element where that is empty, goes on here,
+/// after its "<".
+bool skipRootTag(Units& units, std::u16string_view name) {
+    if (name.empty()) {
+        return isNameStart(units.peek());
+    }
+    if (!units.skip(name)) {
+        return false;
+    }
+    const int next = units.peek();
+    return Units::isWhiteSpace(next) || next == '>' || next == '/';
+}
+
+}  // namespace
+
+std::optional<ByteRange> findDoctype(const InputFile& file) {
+    Units units(file);
+    const std::optional<std::uint64_t> begin = skipToRootName(units);
+    if (!begin) {
+        return std::nullopt;
+    }
+    const std::u16string root = rootName(units);
+    int quote = 0;
+    for (;;) {
+        const std::uint64_t offset = units.offset();
+        const int unit = units.next();
+        if (unit == Units::none) {
+            return std::nullopt;
+        }
+        if (unit == '<') {
+            if (skipRootTag(units, root)) {
+                return ByteRange{*begin, offset};
+            }
+            if (quote == 0 && units.skip(u"?")) {
+                units.skipPast(u"?>");
+            } else if (quote == 0 && units.skip(u"!--")) {
+                units.skipPast(u"-->");
+            }
+        } else if (quote != 0) {
+            quote = unit == quote ? 0 : quote;
+        } else if (unit == '\'' || unit == '"') {
+            quote = unit;
+        } else if (unit == ']') {
+            units.skipWhiteSpace();
+            if (units.skip(u">")) {
+                return ByteRange{*begin, units.offset()};
+            }
+        }
+    }
+}
+
+}  // namespace ambulet

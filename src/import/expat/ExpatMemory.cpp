@@ -1,0 +1,110 @@
+#include "import/expat/ExpatMemory.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <sys/mman.h>
+
+namespace ambulet {
+
+// expat hands its allocation functions no context, so what is left of the limit is the thread's.
+// What a block counts for stands in front of it.
+
+namespace {
+
+thread_local std::size_t available = 0;
+thread_local bool isCounting = true;
+
+struct alignas(std::max_align_t) Header {
+    std::size_t counted;
+    std::size_t size;  // of the header and the block
+};
+
+Header* headerOf(void* block) {
+    return static_cast<Header*>(block) - 1;
+}
+
+// Large blocks go straight back to the system: in the heap a later one would often find no room in
+// what an earlier one has left, and the memory of both would stay in use.
+constexpr std::size_t largeSize = std::size_t{512} * 1024;
+
+Header* take(std::size_t size) {
+    if (size < largeSize) {
+        return static_cast<Header*>(std::malloc(size));
+    }
+    void* const pages =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return pages == MAP_FAILED ? nullptr : static_cast<Header*>(pages);
+}
+
+void giveBack(Header* header) {
+    if (header->size < largeSize) {
+        std::free(header);
+    } else {
+        munmap(header, header->size);
+    }
+}
+
+Header* withSize(Header* header, std::size_t size) {
+    if (header != nullptr && std::max(header->size, size) < largeSize) {
+        return static_cast<Header*>(std::realloc(header, size));
+    }
+    Header* const made = take(size);
+    if (made != nullptr && header != nullptr) {
+        std::memcpy(made, header, std::min(size, header->size));
+        giveBack(header);
+    }
+    return made;
+}
+
+void* resize(void* block, std::size_t size) {
+    const std::size_t given = block == nullptr ? 0 : headerOf(block)->counted;
+    const std::size_t needed = isCounting ? size + ExpatMemory::blockOverhead : 0;
+    if (needed > given && needed - given > available) {
+        return nullptr;
+    }
+    Header* const header =
+        withSize(block == nullptr ? nullptr : headerOf(block), sizeof(Header) + size);
+    if (header == nullptr) {
+        return nullptr;
+    }
+    available += given - needed;
+    *header = {needed, sizeof(Header) + size};
+    return header + 1;
+}
+
+void* allocate(std::size_t size) {
+    return resize(nullptr, size);
+}
+
+void release(void* block) {
+    if (block != nullptr) {
+        available += headerOf(block)->counted;
+        giveBack(headerOf(block));
+    }
+}
+
+}  // namespace
+
+ExpatMemory::ExpatMemory(std::size_t limit) : _outerAvailable(available) {
+    available = limit;
+}
+
+ExpatMemory::~ExpatMemory() {
+    available = _outerAvailable;
+}
+
+ExpatMemory::Uncounted::Uncounted() {
+    isCounting = false;
+}
+
+ExpatMemory::Uncounted::~Uncounted() {
+    isCounting = true;
+}
+
+const XML_Memory_Handling_Suite* ExpatMemory::functions() {
+    static constexpr XML_Memory_Handling_Suite suite{allocate, resize, release};
+    return &suite;
+}
+
+}  // namespace ambulet

@@ -1,0 +1,343 @@
+#include "import/fast/FastGrammar.h"
+
+#include "import/fast/FastBytes.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+namespace ambulet {
+
+namespace {
+
+bool isBlank(char byte) {
+    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
+}
+
+bool isNameStart(char byte) {
+    return ('a' <= byte && byte <= 'z') || ('A' <= byte && byte <= 'Z') || byte == '_' ||
+           byte == ':';
+}
+
+bool isNameByte(char byte) {
+    return isNameStart(byte) || ('0' <= byte && byte <= '9') || byte == '-' || byte == '.';
+}
+
+bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// The number of bytes of the character, 0 where it is none that a document may have.
+std::size_t characterSize(const char* at) {
+    const auto first = static_cast<unsigned char>(at[0]);
+    if (first < 0x80) {
+        return first >= ' ' || isBlank(at[0]) ? 1 : 0;
+    }
+    if (first < 0xC2 || first > 0xF4 || !isContinuation(at[1])) {
+        return 0;
+    }
+    if (first < 0xE0) {
+        return 2;
+    }
+    if (!isContinuation(at[2])) {
+        return 0;
+    }
+    const auto second = static_cast<unsigned char>(at[1]);
+    if (first < 0xF0) {
+        const bool isOverlong = first == 0xE0 && second < 0xA0;
+        const bool isSurrogate = first == 0xED && second >= 0xA0;
+        const bool isLast = first == 0xEF && second == 0xBF;  // U+FFC0 to U+FFFF
+        return isOverlong || isSurrogate || isLast ? 0 : 3;
+    }
+    const bool isOverlong = first == 0xF0 && second < 0x90;
+    const bool isBeyond = first == 0xF4 && second >= 0x90;
+    return isOverlong || isBeyond || !isContinuation(at[3]) ? 0 : 4;
+}
+
+bool isCharacter(std::uint32_t code) {
+    return code == '\t' || code == '\n' || code == '\r' || (0x20 <= code && code < 0xD800) ||
+           (0xE000 <= code && code < 0xFFFE) || (0x10000 <= code && code < 0x110000);
+}
+
+struct Reference {
+    std::size_t size = 0;
+    std::uint32_t code = 0;
+};
+
+constexpr std::size_t longestReference = 10;  // &#1114111;
+
+/// The reference to a character that begins with the "&" at `at`. Size 0 where it is none.
+Reference reference(const char* at) {
+    static constexpr struct {
+        std::string_view text;
+        std::uint32_t code;
+    } predefined[] = {
+        {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''}};
+    const void* const found = std::memchr(at, ';', ::strnlen(at, longestReference));
+    if (found == nullptr) {
+        return {};
+    }
+    const std::string_view text(at,
+                                static_cast<std::size_t>(static_cast<const char*>(found) - at + 1));
+    for (const auto& each : predefined) {
+        if (text == each.text) {
+            return {text.size(), each.code};
+        }
+    }
+    if (at[1] != '#') {
+        return {};
+    }
+    const bool isHexadecimal = at[2] == 'x';
+    const char* const end = text.data() + text.size() - 1;
+    std::uint32_t code = 0;
+    const auto read =
+        std::from_chars(text.data() + (isHexadecimal ? 3 : 2), end, code, isHexadecimal ? 16 : 10);
+    const bool isWhole = read.ec == std::errc() && read.ptr == end;
+    return isWhole && isCharacter(code) ? Reference{text.size(), code} : Reference{};
+}
+
+void appendUtf8(std::string& text, std::uint32_t code) {
+    const auto append = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
+    const auto appendRest = [&](unsigned shift) { append(0x80U | ((code >> shift) & 0x3FU)); };
+    if (code < 0x80) {
+        append(code);
+    } else if (code < 0x800) {
+        append(0xC0U | (code >> 6U));
+        appendRest(0);
+    } else if (code < 0x10000) {
+        append(0xE0U | (code >> 12U));
+        appendRest(6);
+        appendRest(0);
+    } else {
+        append(0xF0U | (code >> 18U));
+        appendRest(12);
+        appendRest(6);
+        appendRest(0);
+    }
+}
+
+/// Reads on from a place; every step says whether what it found is accepted.
+class Walk {
+  public:
+    Walk(FastVocabulary& names, const char* at, const char* stop)
+        : _names(names), _begin(at), _at(at), _stop(stop) {}
+
+    bool afterValue() {
+        ++_at;  // the closing quote
+        const bool wasBlank = skipBlanks();
+        if (*_at == '/' || *_at == '>') {
+            _markup.endsTag = true;
+            _markup.isEmptyElement = *_at == '/';
+            _at += _markup.isEmptyElement ? 1 : 0;
+            return skip(">") && content();
+        }
+        return wasBlank && attribute();
+    }
+
+    bool content() {
+        constexpr std::ptrdiff_t much = 4096;
+        for (;;) {
+            if (!text()) {
+                return false;
+            }
+            if (_at >= _stop || _at - _begin > much || _markup.isFull()) {
+                _markup.end = FastMarkup::End::content;
+                return true;
+            }
+            if (isNameStart(_at[1])) {
+                if (!startTag()) {
+                    return false;
+                }
+                if (_markup.beginsTag) {
+                    return true;
+                }
+            } else if (!(_at[1] == '/' ? endTag() : other())) {
+                return false;
+            }
+        }
+    }
+
+    FastMarkup result() {
+        _markup.size = static_cast<std::size_t>(_at - _begin);
+        return _markup;
+    }
+
+  private:
+    bool skip(std::string_view text) {
+        if (std::strncmp(_at, text.data(), text.size()) != 0) {
+            return false;
+        }
+        _at += text.size();
+        return true;
+    }
+
+    bool skipBlanks() {
+        const char* const begin = _at;
+        while (isBlank(*_at)) {
+            ++_at;
+        }
+        return _at != begin;
+    }
+
+    std::optional<std::string_view> name() {
+        if (!isNameStart(*_at)) {
+            return std::nullopt;
+        }
+        const char* const begin = _at;
+        while (isNameByte(*_at)) {
+            ++_at;
+        }
+        // A byte beyond ASCII may go on with the name; it is refused by what comes next.
+        return std::string_view(begin, static_cast<std::size_t>(_at - begin));
+    }
+
+    std::optional<FastNames::Id> nameId(FastNames& names) {
+        const auto found = name();
+        return found ? names.id(*found) : std::nullopt;
+    }
+
+    bool attribute() {
+        const auto id = nameId(_names.attributes);
+        if (!id) {
+            return false;
+        }
+        skipBlanks();
+        if (!skip("=")) {
+            return false;
+        }
+        skipBlanks();
+        _markup.end = FastMarkup::End::attribute;
+        _markup.attribute = *id;
+        _markup.quote = *_at;
+        return skip("\"") || skip("'");
+    }
+
+    bool startTag() {
+        const auto tagOffset = static_cast<std::size_t>(_at - _begin);
+        ++_at;
+        const auto id = nameId(_names.elements);
+        if (!id) {
+            return false;
+        }
+        const bool wasBlank = skipBlanks();
+        if (*_at == '/') {
+            return skip("/>");
+        }
+        if (*_at == '>') {
+            ++_at;
+            _markup.open(*id);
+            return true;
+        }
+        _markup.beginsTag = true;
+        _markup.tagOffset = tagOffset;
+        _markup.element = *id;
+        return wasBlank && attribute();
+    }
+
+    bool endTag() {
+        _at += 2;
+        const auto id = nameId(_names.elements);
+        skipBlanks();
+        return id && skip(">") && _markup.close(*id);
+    }
+
+    /// A comment, a processing instruction or a CDATA section.
+    bool other() {
+        _markup.isTagsOnly = false;
+        if (skip("<!--")) {
+            return skipPast("--") && skip(">");
+        }
+        if (skip("<![CDATA[")) {
+            return skipPast("]]>");
+        }
+        if (!skip("<?")) {
+            return false;
+        }
+        const auto target = name();
+        const bool isReserved = target && target->size() == 3 && ((*target)[0] | 0x20) == 'x' &&
+                                ((*target)[1] | 0x20) == 'm' && ((*target)[2] | 0x20) == 'l';
+        return target && !isReserved && (skip("?>") || (skipBlanks() && skipPast("?>")));
+    }
+
+    bool skipPast(std::string_view end) {
+        while (!skip(end)) {
+            const std::size_t size = characterSize(_at);
+            if (size == 0) {
+                return false;
+            }
+            _at += size;
+        }
+        return true;
+    }
+
+    /// Text up to a "<".
+    bool text() {
+        skipBlanks();
+        while (*_at != '<') {
+            _markup.isTagsOnly = false;
+            const bool isSectionEnd = _at[0] == ']' && _at[1] == ']' && _at[2] == '>';
+            const std::size_t size =
+                isSectionEnd ? 0 : (*_at == '&' ? reference(_at).size : characterSize(_at));
+            if (size == 0) {
+                return false;
+            }
+            _at += size;
+        }
+        return true;
+    }
+
+    FastVocabulary& _names;
+    const char* _begin;
+    const char* _at;
+    const char* _stop;
+    FastMarkup _markup;
+};
+
+}  // namespace
+
+std::optional<FastMarkup> FastGrammar::afterValue(FastVocabulary& names, const char* at,
+                                                  const char* stop) {
+    Walk walk(names, at, stop);
+    return walk.afterValue() ? std::optional(walk.result()) : std::nullopt;
+}
+
+std::optional<FastMarkup> FastGrammar::inContent(FastVocabulary& names, const char* at,
+                                                 const char* stop) {
+    Walk walk(names, at, stop);
+    return walk.content() ? std::optional(walk.result()) : std::nullopt;
+}
+
+const char* FastGrammar::valueEnd(const char* at, char quote) {
+    for (at += FastBytes::plainLength(at, quote); *at != quote;
+         at += FastBytes::plainLength(at, quote)) {
+        const std::size_t size =
+            *at == '<' ? 0 : (*at == '&' ? reference(at).size : characterSize(at));
+        if (size == 0) {
+            return nullptr;
+        }
+        at += size;
+    }
+    return at;
+}
+
+std::string FastGrammar::decoded(std::string_view value) {
+    // The walk below looks for the end of references, so it must not run into other bytes.
+    const std::string text(value);
+    std::string result;
+    for (const char* at = text.c_str(); *at != '\0';) {
+        if (*at == '&') {
+            const Reference character = reference(at);
+            appendUtf8(result, character.code);
+            at += character.size;
+        } else if (isBlank(*at)) {
+            at += at[0] == '\r' && at[1] == '\n' ? 2 : 1;
+            result.push_back(' ');
+        } else {
+            result.push_back(*at++);
+        }
+    }
+    return result;
+}
+
+}  // namespace ambulet

@@ -1,0 +1,61 @@
+#include "import/steps/StepSums.h"
+
+#include "model/StepTotals.h"
+#include "text/Numbers.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+namespace ambulet {
+
+void StepSums::add(std::string_view startDate, std::string_view value) {
+    if (const auto instant = _instants.instant(startDate)) {
+        std::int64_t& daySum = sum(*instant);
+        daySum = wrappingSum(daySum, integerValue(value));
+    }
+}
+
+std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
+    if (_last == nullptr || !_last->day.contains(instant)) {
+        // About how many days since 1970: it is no more than a place to look.
+        const auto number = std::chrono::floor<std::chrono::days>(instant).time_since_epoch();
+        _last = &_knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
+        if (!_last->day.contains(instant)) {
+            *_last = {localDay(instant)};
+        }
+    }
+    if (_last->taken != _taken) {
+        _last->sum = &_sums[_last->day.date];
+        _last->taken = _taken;
+    }
+    return *_last->sum;
+}
+
+void StepSums::add(ByDate days) {
+    _sums.merge(days);
+    for (const auto& [date, steps] : days) {  // those that it had already
+        std::int64_t& daySum = _sums[date];
+        daySum = wrappingSum(daySum, steps);
+    }
+}
+
+StepSums::ByDate StepSums::takeAll() {
+    ++_taken;
+    return std::exchange(_sums, {});
+}
+
+std::vector<DailySteps> StepSums::days() const {
+    std::vector<DailySteps> days;
+    for (const auto& [date, steps] : _sums) {
+        if (const auto start = startOfDay(date)) {
+            DailySteps& day = days.emplace_back();
+            day.setDate(*start);
+            day.setSteps(steps);
+        }
+    }
+    std::ranges::sort(days, std::greater(), &DailySteps::date);
+    return days;
+}
+
+}  // namespace ambulet

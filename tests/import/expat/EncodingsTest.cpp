@@ -1,0 +1,114 @@
+// Documents in other encodings than the one that phones write.
+
+#include "import/Reading.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ambulet {
+
+namespace {
+
+using namespace std::string_literals;
+
+std::string declared(const char* encoding, std::string_view name) {
+    return "<?xml version=\"1.0\" encoding=\""s + encoding + "\"?><HealthData><Device name=\"" +
+           std::string(name) + "\"/>" + step(noon9, "5") + "</HealthData>";
+}
+
+std::string utf16(std::string_view ascii, bool bigEndian) {
+    std::string result;
+    for (const char character : ascii) {
+        result += bigEndian ? std::string{'\0', character} : std::string{character, '\0'};
+    }
+    return result;
+}
+
+void expectTheDay(std::string_view bytes) {
+    EXPECT_EQ(read(bytes), (Reading{ninth, {}}));
+}
+
+TEST(Encodings, utf8WithAByteOrderMarkIsRead) {
+    expectTheDay("\xEF\xBB\xBF" + document(step(noon9, "5")));
+    expectTheDay("\xEF\xBB\xBF" + declared("UTF-8", "\u2019"));
+}
+
+TEST(Encodings, utf16IsRead) {
+    const std::string bytes = declared("UTF-16", "Phone");
+    expectTheDay("\xFE\xFF" + utf16(bytes, true));
+    expectTheDay("\xFF\xFE" + utf16(bytes, false));
+}
+
+TEST(Encodings, anErrorInUtf16IsAtItsByte) {
+    const std::string bytes = declared("UTF-16", "Phone") + "junk";
+    const std::uint64_t junk = 2 + 2 * byteOf(bytes, "junk");
+    EXPECT_EQ(read("\xFF\xFE" + utf16(bytes, false)),
+              (Reading{ninth, XMLError{junk, "junk after document element"}}));
+}
+
+TEST(Encodings, latin1IsRead) {
+    expectTheDay(declared("ISO-8859-1", "J\xFCrgens Telefon"));
+    expectTheDay(declared("US-ASCII", "Telefon"));
+}
+
+TEST(Encodings, theOnesThatExpatLacksAreRead) {
+    expectTheDay(declared("windows-1252", "J\xFCrgen\x92s Telefon"));
+    expectTheDay(declared("ISO-8859-15", "\xA4"));
+    expectTheDay(declared("KOI8-R", "\xD4\xC5\xCC\xC5\xC6\xCF\xCE"));
+    expectTheDay(declared("Shift_JIS", "\x83\x74\x83\x48\x83\x93\xB1"));
+    expectTheDay(declared("Big5", "\xB9\x71\xB8\xDC"));
+    expectTheDay(declared("GBK", "\xB5\xE7\xBB\xB0"));
+}
+
+TEST(Encodings, theCharactersAreTheEncodingsOwn) {
+    // 0xA0 is a no-break space in windows-1252, which may stand before a number, and U+0160 in
+    // windows-1250's 0x8A, which may not. In code page 437 0xA0 is a letter.
+    const auto value = [](const char* encoding, const char* text) {
+        return read("<?xml version=\"1.0\" encoding=\""s + encoding + "\"?><a>" +
+                    step(noon9, text) + "</a>");
+    };
+    EXPECT_EQ(value("windows-1252", "\xA0"
+                                    "5"),
+              (Reading{ninth, {}}));
+    EXPECT_EQ(value("IBM437", "\xA0"
+                              "5"),
+              (Reading{{{"2024-03-09", 0}}, {}}));
+    EXPECT_EQ(value("IBM437", "\xFF"
+                              "5"),
+              (Reading{ninth, {}}));
+    EXPECT_EQ(value("Shift_JIS", "\x81\x40"
+                                 "5"),
+              (Reading{ninth, {}}));  // the wide blank
+}
+
+TEST(Encodings, bytesThatMeanNothingInTheEncodingStop) {
+    for (const auto& [encoding, name] :
+         {std::pair("ISO-8859-7", "\xFF"), std::pair("GBK", "\x81\x20"),
+          std::pair("Shift_JIS", "\x81\x01")}) {
+        const std::string bytes = declared(encoding, name);
+        EXPECT_EQ(read(bytes),
+                  (Reading{{}, XMLError{byteOf(bytes, name), "not well-formed (invalid token)"}}))
+            << encoding;
+    }
+}
+
+TEST(Encodings, anUnknownOneStops) {
+    for (const char* encoding : {"no-such-encoding", "UTF-7", "UTF-32", "IBM037"}) {
+        const std::string bytes = declared(encoding, "Phone");
+        EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, encoding), "unknown encoding"}}))
+            << encoding;
+    }
+}
+
+TEST(Encodings, anotherOneThanTheDeclaredStops) {
+    const std::string bytes = declared("UTF-16", "Phone");
+    EXPECT_EQ(read(bytes),
+              (Reading{{},
+                       XMLError{byteOf(bytes, "UTF-16"), "encoding specified in XML declaration is "
+                                                         "incorrect"}}));
+}
+
+}  // namespace
+
+}  // namespace ambulet

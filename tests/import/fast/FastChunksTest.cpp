@@ -1,0 +1,124 @@
+#include "import/fast/FastChunks.h"
+
+#include "import/Reading.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace ambulet {
+
+namespace {
+
+constexpr std::string_view root = "<HealthData>\n";
+
+struct Result {
+    std::size_t read = 0;  // bytes of the content
+    FastScanner::Names open;
+    Days days;
+};
+
+/// Reads a root element with `content` by three threads, in chunks that hold a few records. What
+/// comes after it is not read.
+Result readInChunks(std::string_view content) {
+    constexpr std::size_t chunkSize = 500;
+    constexpr std::size_t blockSize = 200;
+    const std::string bytes = std::string(root) + std::string(content) + step(noon10, "7");
+    const TemporaryFolder folder;
+    std::error_code error;
+    const auto file = InputFile::open(folder.write("export.xml", bytes), error);
+    StepSums sums;
+    const FastPlace place =
+        FastChunks(file.value(), chunkSize, blockSize).read({root.size(), {"HealthData"}}, 3, sums);
+    return {static_cast<std::size_t>(place.position) - root.size(), place.open,
+            asText(sums.days())};
+}
+
+std::string steps(int count) {
+    std::string text;
+    for (int index = 0; index < count; ++index) {
+        text += step(noon9, "1");
+    }
+    return text;
+}
+
+Days onNinth(int count) {
+    return {{"2024-03-09", count}};
+}
+
+const FastScanner::Names nothingElse{"HealthData"};
+
+TEST(FastChunks, theRecordsOfAllChunksAreAdded) {
+    const Result result = readInChunks(steps(200));
+    EXPECT_EQ(result.days, onNinth(200));
+    EXPECT_EQ(result.read, steps(200).size());
+    EXPECT_EQ(result.open, nothingElse);
+}
+
+TEST(FastChunks, theRootIsNotLeft) {
+    const Result result = readInChunks(steps(200) + "</HealthData>\n");
+    EXPECT_EQ(result.days, onNinth(199)) << "what comes after the last one is not read";
+    EXPECT_EQ(result.read, steps(199).size());
+}
+
+TEST(FastChunks, elementsMayGoOnFromChunkToChunk) {
+    const Result result =
+        readInChunks("<a>\n<b>\n" + steps(100) + "</b>\n" + steps(100) + "<c>\n" + steps(50));
+    EXPECT_EQ(result.days, onNinth(250));
+    EXPECT_EQ(result.open, (FastScanner::Names{"HealthData", "a", "c"}));
+}
+
+TEST(FastChunks, aTagThatClosesWhatAnotherChunkDidNotOpenEndsTheRoad) {
+    const std::string before = "<a>\n" + steps(100);
+    const Result result = readInChunks(before + "<a b=\"\">\n</b>\n" + steps(100) + "</b>\n");
+    EXPECT_EQ(result.read, before.size());
+    EXPECT_EQ(result.days, onNinth(100));
+    EXPECT_EQ(result.open, (FastScanner::Names{"HealthData", "a"}));
+}
+
+TEST(FastChunks, whatLooksLikeRecordsInACommentIsNotCounted) {
+    for (const auto& [begin, end] : {std::pair("<!--\n", "-->\n"), {"<![CDATA[\n", "]]>\n"}}) {
+        const std::string content = steps(100) + begin + steps(100) + end + steps(100);
+        const Result result = readInChunks(content);
+        EXPECT_EQ(result.days, onNinth(200)) << begin;
+        EXPECT_EQ(result.read, content.size());
+    }
+}
+
+TEST(FastChunks, aDocumentOfWrongGuessesIsReadInOrder) {
+    std::string content;
+    for (int times = 0; times < 100; ++times) {
+        content += steps(1) + "<!--\n" + steps(8) + "-->\n";
+    }
+    const Result result = readInChunks(content);
+    EXPECT_EQ(result.days, onNinth(100));
+    EXPECT_EQ(result.read, content.size());
+}
+
+TEST(FastChunks, aTagMayBeLongerThanAChunk) {
+    const std::string content =
+        steps(10) + "<a b=\"" + std::string(3000, 'c') + "\"/>\n" + steps(100);
+    const Result result = readInChunks(content);
+    EXPECT_EQ(result.days, onNinth(110));
+    EXPECT_EQ(result.read, content.size());
+}
+
+TEST(FastChunks, theRoadEndsBeforeWhatIsRefused) {
+    const std::string before = steps(100) + "<a/>\n";
+    const Result result = readInChunks(before + "<b c=\"&d;\"/>\n" + steps(100));
+    EXPECT_EQ(result.days, onNinth(100));
+    EXPECT_EQ(result.read, before.size());
+}
+
+TEST(FastChunks, thereMayBeNothing) {
+    const Result result = readInChunks("");
+    EXPECT_EQ(result.days, Days());
+    EXPECT_EQ(result.read, 0U);
+    EXPECT_EQ(result.open, nothingElse);
+}
+
+}  // namespace
+
+}  // namespace ambulet

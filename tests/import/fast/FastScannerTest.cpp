@@ -1,0 +1,213 @@
+#include "import/fast/FastScanner.h"
+
+#include "import/Reading.h"
+#include "import/fast/FastBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ambulet {
+
+namespace {
+
+/// A record of steps with attributes around those that count.
+std::string record(std::string_view source, std::string_view value, std::string_view end = "/>") {
+    return " <Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"" +
+           std::string(source) + "\" unit=\"count\" startDate=\"" + noon9 + "\" value=\"" +
+           std::string(value) + '"' + std::string(end) + '\n';
+}
+
+/// One that does not count: nothing comes after it.
+const std::string last = record("Phone", "1000");
+
+class FastScannerTest : public testing::Test {
+  protected:
+    FastScannerTest() { scanner.startIn({"HealthData"}); }
+
+    /// How far the scanner comes in `text`, which goes on in the content of what is open.
+    std::size_t scan(std::string_view text, std::size_t stop = std::string_view::npos) {
+        const std::string bytes = std::string(text) + std::string(FastBytes::padding, '\0');
+        const char* const begin = bytes.data();
+        return static_cast<std::size_t>(scanner.scan(begin, begin + std::min(stop, text.size())) -
+                                        begin);
+    }
+
+    /// The same in blocks: what is of no use is forgotten between them.
+    void scanInBlocks(const std::string& text) {
+        const std::size_t size = text.size();
+        const std::string whole = text + last;
+        for (std::size_t begin = 0; begin < size;) {
+            const std::size_t count =
+                scan(whole.substr(begin, 20000), std::min<std::size_t>(10000, size - begin));
+            ASSERT_GT(count, 0U);
+            begin += count;
+        }
+    }
+
+    Days days() {
+        StepSums sums;
+        sums.add(scanner.sums().takeAll());
+        return asText(sums.days());
+    }
+
+    FastScanner scanner;
+};
+
+std::string repeated(std::string_view text, int times) {
+    std::string result;
+    for (int time = 0; time < times; ++time) {
+        result += text;
+    }
+    return result;
+}
+
+using Names = FastScanner::Names;
+
+TEST_F(FastScannerTest, addsTheRecordsUpToTheLastMarkup) {
+    const std::string records = record("Phone", "2") + record("Phone", "3");
+    EXPECT_EQ(scan(records + "<Rec", records.size()), records.size());
+    EXPECT_EQ(days(), ninth);
+    EXPECT_EQ(scanner.open(), Names{"HealthData"});
+}
+
+TEST_F(FastScannerTest, aRecordCountsOnlyOnceWhatFollowsIsRead) {
+    const std::string one = record("Phone", "5");
+    EXPECT_EQ(scan(one + record("Phone", "7")), one.size() + 1)
+        << "what follows the second is not known";
+    EXPECT_EQ(days(), ninth);
+}
+
+TEST_F(FastScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
+    const std::string one = record("Phone", "5");
+    const std::string text = repeated(one, 20);
+    for (const std::size_t stop : {one.size() + 1, 7 * one.size() + 1}) {
+        EXPECT_EQ(scan(text, stop), stop);
+        EXPECT_EQ(scan(text, stop + 1), stop + one.size()) << "where the tag ends";
+    }
+}
+
+TEST_F(FastScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
+    std::string text;
+    for (int number = 0; number < 50; ++number) {
+        text += record(number % 3 == 0 ? "Watch" : "Phone", "1");
+        text += " <Record type=\"HKQuantityTypeIdentifierHeartRate\" startDate=\"" +
+                std::string(noon9) + "\" value=\"9\">\n  <MetadataEntry key=\"a\" value=\"8\"/>\n" +
+                " </Record>\n";
+    }
+    text += last;
+    EXPECT_EQ(scan(text), text.size() - last.size() + 1);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 50}}));
+}
+
+TEST_F(FastScannerTest, knownBytesInAnElementOfAnotherNameAreNoStepRecord) {
+    const std::string known = repeated(record("Phone", "1"), 20);
+    std::string other = record("Phone", "1");
+    other.replace(other.find("Record"), 6, "Recort");
+    // From the type on all its bytes are those of a step record.
+    const std::string text = known + other + record("Phone", "1");
+    EXPECT_EQ(scan(text + last), text.size() + 1);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 21}}));
+}
+
+TEST_F(FastScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo) {
+    const std::string known = repeated(record("Phone", "1"), 20);
+    std::string twice = record("Phone", "1");
+    twice.insert(twice.find(" type"), " unit=\"count\"");
+    EXPECT_EQ(scan(known + twice), known.size() + 1);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
+}
+
+TEST_F(FastScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
+    const std::string entry = "  <MetadataEntry key=\"a\" value=\"1\"/>\n </Record>\n";
+    const std::string known = repeated(record("Phone", "1", ">") + entry, 20);
+    std::string other = record("Phone", "1", ">");
+    other.replace(other.find("Record"), 6, "Recort");
+    const std::size_t reached = scan(known + other + entry + record("Phone", "1"));
+    EXPECT_EQ(reached, (known + other).size() + 2) << "before the entry, after which it closes";
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
+    EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
+}
+
+TEST_F(FastScannerTest, theRootIsNotLeft) {
+    EXPECT_EQ(scan(last + "</HealthData>"), 1U);
+    EXPECT_EQ(scan("<a/></HealthData>"), 0U);
+    EXPECT_EQ(days(), Days());
+    EXPECT_EQ(scanner.open(), Names{"HealthData"});
+}
+
+TEST_F(FastScannerTest, fromAnywhereItSaysWhatItClosedAndLeftOpen) {
+    scanner.startAnywhere();
+    const std::string text = "<a b=\"c\"/></x>\n</y><d><e f=\"g\">";
+    EXPECT_EQ(scan(text + "<h/>", text.size()), text.size());
+    EXPECT_EQ(scanner.closed(), (Names{"x", "y"}));
+    EXPECT_EQ(scanner.open(), (Names{"d", "e"}));
+}
+
+TEST_F(FastScannerTest, manyValuesOfAnAttributeDoNoHarm) {
+    std::string text;
+    for (int number = 0; number < 5000; ++number) {
+        text += record("Phone " + std::to_string(number), "1");
+    }
+    scanInBlocks(text);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 5000}}));
+}
+
+TEST_F(FastScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
+    const std::vector<std::string> sources = {"Phone", "Watch 1", "Watch 2", "a pair of pods"};
+    std::mt19937 chance(1);
+    std::string text;
+    int steps = 0;
+    for (int number = 0; number < 30000; ++number) {
+        const int value = static_cast<int>(chance() % 1000);
+        std::string each = record(sources[chance() % sources.size()], std::to_string(value));
+        if (const auto type = chance() % 30; type > 0) {
+            each.replace(each.find("StepCount"), 9, "OtherType" + std::to_string(type));
+        } else {
+            steps += value;
+        }
+        text += each;
+    }
+    scanInBlocks(text);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", steps}}));
+}
+
+TEST_F(FastScannerTest, attributesInNoOrderAreAddedUp) {
+    std::mt19937 chance(1);
+    std::vector<std::string> attributes = {"type=\"HKQuantityTypeIdentifierStepCount\"",
+                                           "sourceName=\"Phone\"",
+                                           "unit=\"count\"",
+                                           "startDate=\"" + std::string(noon9) + '"',
+                                           "value=\"2\"",
+                                           "device=\"Phone 8\"",
+                                           "sourceVersion=\"9.1\""};
+    std::string text;
+    for (int number = 0; number < 60000; ++number) {
+        std::ranges::shuffle(attributes, chance);
+        text += "<Record";
+        for (const std::string& attribute : attributes) {
+            text += ' ' + attribute;
+        }
+        text += "/>\n";
+    }
+    scanInBlocks(text);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 120000}}));
+}
+
+TEST_F(FastScannerTest, moreAttributeNamesThanItKeepsAreRefused) {
+    std::string text;
+    for (std::size_t number = 0; number <= FastNames::most; ++number) {
+        text += "<a b" + std::to_string(number) + "=\"\"/>";
+    }
+    const std::size_t reached = scan(text);
+    EXPECT_LT(reached, text.size());
+    EXPECT_EQ(text.substr(reached, 3), "<a ");
+}
+
+}  // namespace
+
+}  // namespace ambulet
