@@ -1,9 +1,11 @@
 // picture FILE [PROGRAM [ARGUMENT]...]
 //
-// Saves the screen as FILE. Where a program is named, starts it on the display first, waits until
-// it has drawn something and the screen has then stood still for a while, and ends the program
-// after that. Exit status 1 where the program ends by itself, the screen does not come to rest or
-// the file cannot be written.
+// Saves a picture of the screen as FILE. If PROGRAM is given, picture
+// 1. starts it on the display,
+// 2. waits until it has drawn something and the screen has not changed for 1.5 seconds,
+// 3. saves the picture and ends the program.
+// The exit status is 1 if the program ends by itself, the screen keeps changing for a minute, or
+// FILE cannot be written.
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -54,11 +56,11 @@ int main(int argc, char** argv) {
     still.start();
     while (last == before || still.elapsed() < stillMs) {
         if (program.waitForFinished(intervalMs)) {
-            std::fputs("picture: the program has ended by itself\n", stderr);
+            std::fputs("picture: the program ended by itself\n", stderr);
             return 1;
         }
         if (patience.elapsed() > patienceMs) {
-            std::fputs("picture: the screen does not come to rest\n", stderr);
+            std::fputs("picture: the screen keeps changing\n", stderr);
             break;
         }
         const QImage now = screen();

@@ -29,7 +29,7 @@ QUrl website() {
     return QUrl(QStringLiteral(AMBULET_WEBSITE));
 }
 
-// In the largest size that there is; null where the application has none.
+// In the largest available size; null if the application has no icon.
 QImage applicationIcon() {
     const QIcon icon = QApplication::windowIcon();
     QSize largest(0, 0);

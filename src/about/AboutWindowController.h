@@ -15,35 +15,36 @@ class Bundle;
 class Label;
 enum class LabelColor;
 
-/// The About window: the application's icon, name and version, who made it, and a link to the
-/// maker's website. Its texts and its icon are those of its first showing.
+/// The About window: the application's icon, name and version, its maker, and a link to the maker's
+/// website. Texts and icon are set when the window is first shown and do not change afterwards.
 ///
-/// A closed window is only hidden. Main thread only.
+/// Closing the window only hides it. Everything but `sharedController` is for the main thread only.
 class AboutWindowController final : public WindowController {
     Q_OBJECT
 
   public:
-    /// The program's one controller, on the application's own bundle. Made by the first call, once,
-    /// whichever threads make it; never destroyed. The application object must exist.
+    /// The program's one controller, for the application's own bundle. The first call creates it;
+    /// it is never destroyed. The application object must exist. Thread-safe; the controller
+    /// belongs to the main thread whichever thread asks first.
     static AboutWindowController& sharedController();
 
-    /// `bundle`: where the application's name and version come from; must outlive the controller.
+    /// `bundle` provides the application's name and version. It must outlive the controller.
     explicit AboutWindowController(const Bundle& bundle);
 
-    /// Shows the window in front and centred, wherever it stood.
+    /// Brings the window to the front and centres it.
     void showWindow() override;
 
-    /// Opens the maker's website in the user's browser. Whether that works is not known.
+    /// Opens the maker's website in the user's browser. A failure is ignored.
     void openWebsite();
 
-    /// A label and its frame in points from the lower left.
+    /// A label and its frame, in points from the content's lower left corner.
     struct FramedLabel {
         std::unique_ptr<Label> label;
         QRect frame;
     };
 
-    /// A centred label, not yet in any window, for a row of a content of width `width`: at height
-    /// `y`, `h` high, 20 points from both sides.
+    /// A centred label without a parent, and its frame in a content of width `width`: lower edge at
+    /// `y`, height `h`, 20 points of margin at both sides.
     static FramedLabel centeredLabel(const QString& text, const QFont& font, LabelColor color,
                                      int y, int h, int width);
 
@@ -55,7 +56,7 @@ class AboutWindowController final : public WindowController {
     void buildUI();
 
     const Bundle& _bundle;
-    AuxiliaryWindow* _window = nullptr;  // there once it is loaded
+    AuxiliaryWindow* _window = nullptr;  // null until it is loaded
 };
 
 }  // namespace ambulet

@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-/// A link: its text in the link colour and underlined, in the middle. The whole of the view can be
-/// clicked; Space and Return press it too.
+/// A link: centred underlined text in the link colour. A click anywhere in the view presses it; so
+/// do Space and Return.
 class LinkButton final : public QAbstractButton {
     Q_OBJECT
 

@@ -34,7 +34,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     if (!window->isVisible()) {
         windowController().showWindow();
     }
-    // Only whether a file was ever chosen counts, not whether it is still there.
+    // The file need not exist any more: the guide is for users who have never chosen one.
     if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {
         showGettingStarted();
     }

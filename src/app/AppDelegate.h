@@ -12,8 +12,9 @@ class Bundle;
 class MainMenu;
 class UserDefaults;
 
-/// What the application does at its start and when a menu asks for a window. Owns the main window's
-/// controller for the whole run. Main thread only.
+/// Starts the application up: main menu, main window, first-start rule. Shows the About and the
+/// Getting Started window when their menu items are chosen. Owns the main window's controller for
+/// the whole run. Main thread only.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
@@ -36,7 +37,7 @@ class AppDelegate final : public QObject {
     /// Shows the Getting Started window at its first page.
     void showGettingStarted();
 
-    /// Always. A minimised window is not closed, and the Getting Started and About windows count.
+    /// Always true. Minimised windows count as open; so do the Getting Started and About windows.
     static bool applicationShouldTerminateAfterLastWindowClosed() { return true; }
 
   private:

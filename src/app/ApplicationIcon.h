@@ -6,7 +6,7 @@ namespace ambulet {
 
 class Bundle;
 
-/// The application's icon in all the sizes that the bundle has; null where it has none.
+/// The application's icon in all sizes found in the bundle; null if there are none.
 QIcon applicationIcon(const Bundle& bundle);
 
 }  // namespace ambulet

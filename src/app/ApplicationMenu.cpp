@@ -26,7 +26,7 @@ ApplicationMenu::ApplicationMenu(const QString& applicationName, QWidget* parent
 }
 
 void ApplicationMenu::addHidingItems(const QString& applicationName) {
-    addMenu(u"Services"_s)->setEnabled(false);  // there are none outside macOS
+    addMenu(u"Services"_s)->setEnabled(false);  // services exist on macOS only
     addSeparator();
     connect(addMenuItem(*this, u"Hide "_s + applicationName, Qt::CTRL | Qt::Key_H),
             &QAction::triggered, this, &ProgramWindows::hideAll);

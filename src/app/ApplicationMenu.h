@@ -6,13 +6,14 @@
 
 namespace ambulet {
 
-/// The application menu: About, Services, Hide and its kin, Quit. On macOS only About and Quit are
-/// made here, and the toolkit moves them into the menu that it has made of the others.
+/// The application menu: About, Services, Hide, Hide Others, Show All and Quit. On macOS, Qt
+/// provides the application menu itself; only About and Quit are made here, and Qt moves them into
+/// it.
 class ApplicationMenu final : public QMenu {
     Q_OBJECT
 
   public:
-    /// `applicationName`: the menu's title and the name in its items.
+    /// `applicationName` is the menu's title and the name in its items.
     ApplicationMenu(const QString& applicationName, QWidget* parent);
 
   Q_SIGNALS:

@@ -8,7 +8,7 @@ class QMainWindow;
 
 namespace ambulet {
 
-/// The main menu: the application's own, Window and Help. The titles are made once.
+/// The main menu: application menu, Window and Help. The titles are formatted once.
 ///
 /// The menu bar is the main window's, or the whole program's where the platform has it so; the keys
 /// work in every window that they are added to, also when the main window is closed. Main thread
@@ -20,7 +20,7 @@ class MainMenu final : public QObject {
     explicit MainMenu(const QString& applicationName);
     ~MainMenu() override;
 
-    /// Gives the menu bar to the main window, which owns it from then on.
+    /// Hands the menu bar to the main window, which then owns it.
     void installOn(QMainWindow& window);
 
     /// Makes the items' keys work in a window that has no menu bar.

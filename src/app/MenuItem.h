@@ -8,11 +8,11 @@ class QMenu;
 
 namespace ambulet {
 
-/// `title` as menus take it, to be shown as it is.
+/// `title` escaped for a menu, so that an ampersand is shown and makes no access key.
 QString menuText(QString title);
 
-/// Adds an item to `menu`, with a key that works in all of the program's windows that have the
-/// item among their actions. The toolkit leaves it where it is, on macOS too.
+/// Adds an item to `menu` and returns it. `key` works in every window to which the item was added
+/// as an action. Qt does not move the item to another menu, not even on macOS.
 QAction* addMenuItem(QMenu& menu, const QString& title, const QKeySequence& key = {});
 
 }  // namespace ambulet

@@ -1,6 +1,8 @@
-// What a window manager offers to those who are not window managers: the list of its windows (EWMH,
-// _NET_CLIENT_LIST), the request to minimise one of them (ICCCM 4.1.4, WM_CHANGE_STATE) and, by
-// asking for a window to be mapped, the request to restore it.
+// A client of the X server can do three things to other clients' windows through the window
+// manager:
+// - list them (EWMH, _NET_CLIENT_LIST),
+// - have one minimised (ICCCM 4.1.4, WM_CHANGE_STATE),
+// - have one restored, by asking the server to map it.
 
 #include "app/OtherApplications.h"
 
@@ -27,10 +29,10 @@ struct Free {
 template <typename Reply>
 using ReplyPointer = std::unique_ptr<Reply, Free>;
 
-// The display that the application is on.
+// The X server that the application is connected to.
 class X11 {
   public:
-    // Null anywhere but on X11.
+    // Null if the platform is not X11.
     static std::unique_ptr<X11> current() {
         const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
         xcb_connection_t* const connection =
@@ -40,7 +42,7 @@ class X11 {
 
     explicit X11(xcb_connection_t* connection) : _connection(connection) {}
 
-    // Every reply is waited for: they come from the display alone, not from other applications.
+    // Replies are waited for. They come from the X server, so no other application can delay them.
     xcb_atom_t atom(std::string_view name) const {
         const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             _connection,
@@ -49,7 +51,7 @@ class X11 {
         return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 
-    // A property's 32-bit values; empty where there is no such window or property.
+    // A property's 32-bit values; empty if there is no such window or property.
     std::vector<std::uint32_t> property(xcb_window_t window, std::string_view name) const {
         constexpr std::uint32_t longest = 1U << 20;
         const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(
@@ -92,7 +94,7 @@ class X11 {
     xcb_connection_t* _connection;
 };
 
-// A window manager that has gone may have left its lists behind.
+// The list alone proves nothing: a window manager that has ended may have left it behind.
 bool windowManagerListsWindows(const X11& display) {
     constexpr std::string_view check = "_NET_SUPPORTING_WM_CHECK";
     const std::vector<std::uint32_t> manager = display.property(display.root(), check);

@@ -5,17 +5,17 @@
 
 namespace ambulet {
 
-/// The windows of the other applications on the user's desktop. Main thread only.
+/// Hides and shows the windows of other applications. Main thread only.
 class OtherApplications {
   public:
-    /// Whether `hide` can do anything: on X11, under a window manager that lists its windows.
+    /// Whether `hide` works here: it needs X11 and a window manager that lists its windows.
     static bool canHide();
 
-    /// Minimises the windows of all other applications, but for panels and the desktop's own. The
-    /// window manager may refuse. Does nothing where `canHide` is false.
+    /// Asks the window manager to minimise the windows of all other applications, except panels and
+    /// the desktop. Does nothing if `canHide` is false.
     void hide();
 
-    /// Restores the windows that `hide` minimised, as far as they are still there.
+    /// Restores those windows minimised by `hide` that still exist.
     void show();
 
   private:

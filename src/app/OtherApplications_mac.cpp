@@ -1,4 +1,4 @@
-// Never asked here: the toolkit itself puts Hide Others and Show All into the application menu.
+// Never called: on macOS, Qt provides Hide Others and Show All.
 
 #include "app/OtherApplications.h"
 

@@ -14,8 +14,8 @@ namespace ambulet {
 namespace ProgramWindows {
 namespace {
 
-// A window manager may refuse to minimise a window that has no button for it. So it gets one, until
-// it is back on the screen.
+// Some window managers refuse to minimise a window without a minimise button. Such a window gets
+// the button for as long as it is minimised.
 class LentButton final : public QObject {
   public:
     explicit LentButton(QWidget& window) : QObject(&window) {
@@ -73,7 +73,7 @@ void hideAll() {
 void showAll() {
     QWidget* const last = front();
     for (QWidget* const window : open()) {
-        // Not brought to the front: it would take the keyboard once it is on the screen.
+        // bringToFront() would give it the keyboard focus as soon as it is mapped.
         window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     }
     if (last != nullptr) {

@@ -6,24 +6,24 @@ class QWidget;
 
 namespace ambulet {
 
-/// The program's windows, of whichever controllers: dialogs, menus and the like are none. Main
+/// The program's windows: main, Getting Started and About window, without dialogs and menus. Main
 /// thread only.
 namespace ProgramWindows {
 
-/// The open windows, by title. A minimised one is open.
+/// The open windows, sorted by title. Minimised windows are open.
 QList<QWidget*> open();
 
-/// The one that has the keyboard; null where another program or a dialog has it.
+/// The window with the keyboard focus; null if another program or a dialog has the focus.
 QWidget* front();
 
-/// Minimises every open window, also one that has no button for it.
+/// Minimises every open window, even one without a minimise button.
 void hideAll();
 
-/// Restores every minimised window; the one in front stays there.
+/// Restores every minimised window. The window in front stays in front.
 void showAll();
 
-/// Raises every open window that is not minimised above other programs' windows; the one in front
-/// stays there.
+/// Raises every open window that is not minimised above other programs' windows. The window in
+/// front stays in front.
 void bringAllToFront();
 
 }  // namespace ProgramWindows

@@ -58,7 +58,7 @@ void WindowMenu::listWindows() {
     _list.append(addSeparator());
     for (QWidget* const window : windows) {
         QAction* const item = addMenuItem(*this, window->windowTitle());
-        // The others are not checkable, so that no empty box stands before them.
+        // The other items are not checkable: styles draw an empty box beside one that is.
         item->setCheckable(window == ProgramWindows::front());
         item->setChecked(item->isCheckable());
         connect(item, &QAction::triggered, window, [window] { bringToFront(*window); });

@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// The Window menu: what can be done to the window in front, and a list of the open windows, made
-/// each time the menu opens.
+/// The Window menu: commands for the window in front, and a list of the open windows. The list is
+/// made each time the menu opens.
 class WindowMenu final : public QMenu {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ class WindowMenu final : public QMenu {
 
     QAction* _minimize;
     QAction* _zoom;
-    QList<QAction*> _list;  // with the separator above it
+    QList<QAction*> _list;  // including the separator above them
 };
 
 }  // namespace ambulet

@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
         });
         status = QApplication::exec();
     }
-    // Not by return: a file that is still being read is not waited for, nor are the objects that
-    // its thread uses torn down under it.
+    // Not `return status`: a file may still be read on another thread. Static destructors would
+    // destroy objects that the thread uses, or wait for it.
     std::_Exit(status);
 }

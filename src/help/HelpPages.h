@@ -6,8 +6,8 @@
 
 namespace ambulet {
 
-/// The guide's pages, a row a page: the picture's resource name and file type, and what is said
-/// under it.
+/// The guide's pages, one array element each: the picture's resource name and file type, and its
+/// caption.
 inline constexpr int helpPageCount = 5;
 
 inline constexpr std::array<QStringView, helpPageCount> helpImageNames = {

@@ -13,33 +13,33 @@ class Bundle;
 class ImageView;
 class Label;
 
-/// The Getting Started window: a guide of five pages, each a picture and what it shows.
+/// The Getting Started window: a guide of five pages, each a picture with a caption.
 ///
-/// A closed window is only hidden; each showing starts at the first page. Main thread only.
+/// Closing the window only hides it. Showing it starts at the first page. Everything but
+/// `sharedController` is for the main thread only.
 class HelpWindowController final : public WindowController {
     Q_OBJECT
 
   public:
-    /// The program's one controller, on the application's own bundle. Made by the first call, once,
-    /// whichever threads make it; never destroyed. The application object must exist.
+    /// The program's one controller, for the application's own bundle. The first call creates it;
+    /// it is never destroyed. The application object must exist. Thread-safe; the controller
+    /// belongs to the main thread whichever thread asks first.
     static HelpWindowController& sharedController();
 
-    /// `bundle`: where the application's name and the pictures come from; must outlive the
-    /// controller.
+    /// `bundle` provides the application's name and the pictures. It must outlive the controller.
     explicit HelpWindowController(const Bundle& bundle);
 
-    /// Shows page `page`, from 0 to 4. A picture that is missing or cannot be read leaves its place
+    /// Shows page `page`, from 0 to 4. If its picture is missing or unreadable, the image view is
     /// empty.
     void updateForPage(qsizetype page);
 
-    /// To the next page; on the last one, closes the window and stays on that page.
+    /// Shows the next page. On the last page, closes the window and stays on that page.
     void nextPage();
 
-    /// To the page before; nothing on the first.
+    /// Shows the previous page. Does nothing on the first page.
     void prevPage();
 
-    /// Shows the window in front, at the first page and centred, whatever it showed and wherever it
-    /// stood.
+    /// Shows the first page, brings the window to the front and centres it.
     void showWindow() override;
 
     qsizetype currentPage() const { return _currentPage; }
@@ -55,7 +55,7 @@ class HelpWindowController final : public WindowController {
     const Bundle& _bundle;
     qsizetype _currentPage = 0;
 
-    // The window's: all there once it is loaded.
+    // Owned by the window; null until it is loaded.
     AuxiliaryWindow* _window = nullptr;
     ImageView* _imageView = nullptr;
     Label* _captionField = nullptr;

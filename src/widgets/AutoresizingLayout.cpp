@@ -22,7 +22,7 @@ void AutoresizingLayout::add(std::unique_ptr<QWidget> view, const QRect& frame,
 }
 
 void AutoresizingLayout::addItem(QLayoutItem* item) {
-    // Without a frame of its own: at the lower left, as large as it wants to be.
+    // Qt's interface has no frame: the item gets its size hint, at the lower left corner.
     _places.push_back({std::unique_ptr<QLayoutItem>(item), QRect(QPoint(0, 0), item->sizeHint()),
                        Horizontally::RightMargin, Vertically::TopMargin});
     invalidate();
@@ -49,8 +49,8 @@ QLayoutItem* AutoresizingLayout::takeAt(int index) {
 void AutoresizingLayout::setGeometry(const QRect& content) {
     QLayout::setGeometry(content);
     for (const Place& place : _places) {
-        // The widget itself, not its item: a hidden one has its place too, and a style's own
-        // margins do not move it.
+        // The widget's own geometry, not its item's: an item skips a hidden widget, and a style may
+        // add margins to it.
         if (QWidget* const view = place.item->widget()) {
             view->setGeometry(geometry(place, content));
         } else {

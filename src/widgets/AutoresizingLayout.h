@@ -8,26 +8,27 @@
 
 namespace ambulet {
 
-/// Places views by fixed frames in points, counted from the lower left corner of the content, y
-/// upwards, as they are at the content's initial size. When the content has another size, one part
-/// of each view's row and one of its column takes up the difference. A part never gets smaller than
-/// nothing.
+/// Places views by frames that are given for the content's initial size: in points, with the origin
+/// at the content's lower left corner and y upwards. When the content is resized, each view's
+/// margin or size named by `Horizontally` and `Vertically` takes up the difference. No view gets a
+/// negative size.
 ///
-/// One point is one device-independent pixel. The layout asks for the initial size and allows any.
+/// One point is one device-independent pixel. The size hint is the initial size; the minimum is 0 x
+/// 0.
 class AutoresizingLayout final : public QLayout {
     Q_OBJECT
 
   public:
-    /// What stretches from left to right: a view stays at the left, widens, or stays at the right.
+    /// What stretches horizontally. The view stays at the left, widens, or stays at the right.
     enum class Horizontally { RightMargin, Width, LeftMargin };
-    /// What stretches from bottom to top: a view stays at the bottom, grows, or stays at the top.
+    /// What stretches vertically. The view stays at the bottom, grows, or stays at the top.
     enum class Vertically { TopMargin, Height, BottomMargin };
 
-    /// The layout of `parent`. `initial`: the content's size that all frames are meant for.
+    /// Becomes the layout of `parent`. `initial` is the content size that the frames are given for.
     AutoresizingLayout(QSize initial, QWidget* parent);
     ~AutoresizingLayout() override;
 
-    /// Adds a view, which becomes a child of the layout's widget.
+    /// Adds a view, which becomes a child of the layout's parent.
     void add(std::unique_ptr<QWidget> view, const QRect& frame,
              Horizontally horizontally = Horizontally::RightMargin,
              Vertically vertically = Vertically::TopMargin);

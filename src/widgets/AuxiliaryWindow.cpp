@@ -13,7 +13,7 @@ namespace ambulet {
 
 namespace {
 
-// A plain widget is no window to those who do not see it.
+// Qt announces a plain top-level widget to assistive programs as a filler, not as a window.
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
     return className == QLatin1String(AuxiliaryWindow::staticMetaObject.className())
                ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Window)
@@ -23,7 +23,7 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 }  // namespace
 
 AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing) {
-    QAccessible::installFactory(makeAccessible);  // once, however often it is asked for
+    QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (sizing == Sizing::Resizable) {
@@ -48,7 +48,7 @@ void AuxiliaryWindow::center() {
     const QRect available = screen()->availableGeometry();
     const QMargins margins = frameMargins(*this);
     const QSize free = available.size() - size().grownBy(margins);
-    // Where it does not fit, its title bar does.
+    // If the window does not fit, its title bar is on the screen.
     moveFrame(*this, available.topLeft() +
                          QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
     _centeredWith = margins;

@@ -7,27 +7,27 @@
 
 namespace ambulet {
 
-/// A small window beside the main one: it has no parent, no minimise button, and opens centred.
+/// A small window beside the main one. It has no parent and no minimise button, and opens centred.
 /// Closing it only hides it.
 ///
-/// A window's frame is put on by the windowing system, often only after the window is on the
-/// screen: what is said of the frame below is set right as soon as the frame is known. Where the
-/// windowing system places windows itself, it does. Main thread only.
+/// The window manager adds the frame, often only after the window is on the screen. Sizes and
+/// places that depend on the frame are corrected as soon as it is known. Where clients cannot place
+/// their windows (Wayland), the compositor chooses the place. Main thread only.
 class AuxiliaryWindow final : public QWidget {
     Q_OBJECT
 
   public:
     enum class Sizing { Fixed, Resizable };
 
-    /// `content`: the size at first, in points, without the frame.
+    /// `content` is the initial size without the frame, in points.
     AuxiliaryWindow(QSize content, Sizing sizing);
 
-    /// The window's frame cannot be made smaller than this.
+    /// Sets the smallest size of the window including its frame, in points.
     void setMinimumFrameSize(QSize size);
 
-    /// Moves the window to the middle of the screen from left to right, and to where a quarter of
-    /// the free height is above it. A resizable one that is too large for the screen is made to
-    /// fit; one that fills the screen by the user's wish is left alone.
+    /// Centres the window on its screen horizontally, and vertically with a quarter of the free
+    /// height above it. A resizable window that is too large for the screen is first made smaller.
+    /// A maximised or full-screen window is left alone.
     void center();
 
   protected:
@@ -40,7 +40,7 @@ class AuxiliaryWindow final : public QWidget {
     void applyMinimumFrameSize();
 
     std::optional<QSize> _minimumFrameSize;
-    std::optional<QMargins> _centeredWith;  // the margins of the last centring, until it is checked
+    std::optional<QMargins> _centeredWith;  // frame margins assumed by center(), to be checked
 };
 
 }  // namespace ambulet

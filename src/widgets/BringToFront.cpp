@@ -5,7 +5,7 @@
 namespace ambulet {
 
 void bringToFront(QWidget& window) {
-    // Not showNormal(), which would also undo a zoom.
+    // showNormal() would also undo maximising.
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();

@@ -4,8 +4,8 @@ class QWidget;
 
 namespace ambulet {
 
-/// Shows a window, restored if it is minimised, in front of the program's others and gives it the
-/// keyboard. Main thread only.
+/// Shows a window in front of the program's other windows and gives it the keyboard focus. A
+/// minimised window is restored. Main thread only.
 void bringToFront(QWidget& window);
 
 }  // namespace ambulet

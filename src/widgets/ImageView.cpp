@@ -1,5 +1,5 @@
-// The picture is scaled to the screen's own pixels and painted one to one, so that it is as sharp
-// as the screen, at any scale factor.
+// The image is scaled once to the number of screen pixels that it covers, and painted pixel by
+// pixel. So it is sharp at every scale factor.
 
 #include "widgets/ImageView.h"
 
@@ -19,15 +19,15 @@ void ImageView::paintEvent(QPaintEvent* /*event*/) {
     }
     QPainter painter(this);
     const QTransform toScreen = painter.deviceTransform();
-    const QRect room = toScreen.mapRect(QRectF(rect())).toRect();
-    const QSize pixels = _image.size().scaled(room.size(), Qt::KeepAspectRatio);
+    const QRect area = toScreen.mapRect(QRectF(rect())).toRect();
+    const QSize pixels = _image.size().scaled(area.size(), Qt::KeepAspectRatio);
     if (_scaled.size() != pixels) {
         _scaled = QPixmap::fromImage(
             _image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
-    const QSize free = room.size() - pixels;
+    const QSize free = area.size() - pixels;
     painter.setWorldTransform(toScreen.inverted(), true);
-    painter.drawPixmap(room.topLeft() + QPoint(free.width() / 2, free.height() / 2), _scaled);
+    painter.drawPixmap(area.topLeft() + QPoint(free.width() / 2, free.height() / 2), _scaled);
 }
 
 }  // namespace ambulet

@@ -6,7 +6,7 @@
 
 namespace ambulet {
 
-/// Shows a picture as large as it fits, whole, undistorted and in the middle. Main thread only.
+/// Shows an image centred and scaled to the view, up or down, in proportion. Main thread only.
 class ImageView final : public QWidget {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ class ImageView final : public QWidget {
 
   private:
     QImage _image;
-    QPixmap _scaled;  // to the pixels that it covers on the screen
+    QPixmap _scaled;  // to the screen's pixels
 };
 
 }  // namespace ambulet

@@ -15,9 +15,9 @@ QMargins frameMargins(const QWidget& window) {
 void moveFrame(QWidget& window, QPoint place) {
     const QMargins margins = frameMargins(window);
     if (margins.isNull()) {
-        window.move(place);  // and where a frame comes later, that is there
+        window.move(place);  // the place of a frame added later
     } else {
-        // move() may still count on the frame that the window had before it was shown: none.
+        // move() may still assume the frame before the window was shown, that is none.
         window.setGeometry(QRect(place + QPoint(margins.left(), margins.top()), window.size()));
     }
 }
@@ -41,8 +41,8 @@ void fitOnScreen(QWidget& window) {
     const QMargins margins = frameMargins(window);
     const QSize free = available.size() - window.size().grownBy(margins);
     const QRect frame = window.geometry().marginsAdded(margins);
-    const auto inside = [](int place, int from, int room) {
-        return std::clamp(place, from, from + std::max(0, room));
+    const auto inside = [](int place, int from, int length) {
+        return std::clamp(place, from, from + std::max(0, length));
     };
     moveFrame(window, {inside(frame.x(), available.left(), free.width()),
                        inside(frame.y(), available.top(), free.height())});

@@ -7,18 +7,18 @@ class QWidget;
 
 namespace ambulet {
 
-/// What the windowing system puts around a window; nothing before that is known.
+/// The margins of a window's frame; null until the window manager has told them.
 QMargins frameMargins(const QWidget& window);
 
-/// Moves a window so that the upper left corner of its frame is there.
+/// Moves a window so that the upper left corner of its frame is at `place`.
 void moveFrame(QWidget& window, QPoint place);
 
-/// Makes a window smaller, but not smaller than it can be, where its frame is larger than the
-/// available area of its screen. Whether it was.
+/// Makes a window smaller, down to its minimum size, if its frame is larger than the available area
+/// of its screen. Returns whether the size changed.
 bool shrinkToScreen(QWidget& window);
 
-/// The same, and moves a window that was larger so that its frame, or its title bar at least, is in
-/// that area. One that fits is left wherever it is.
+/// Like `shrinkToScreen`, and moves a window that was too large so that its frame, or at least its
+/// title bar, is in that area. A window that is not too large stays where it is.
 void fitOnScreen(QWidget& window);
 
 }  // namespace ambulet

@@ -7,8 +7,8 @@
 
 namespace ambulet {
 
-/// Owns a window from its first showing until the controller is destroyed. Closing the window only
-/// hides it. Main thread only.
+/// Owns a window, which is loaded on first use and destroyed with the controller. Closing the
+/// window only hides it. Main thread only.
 class WindowController : public QObject {
     Q_OBJECT
 
@@ -16,17 +16,17 @@ class WindowController : public QObject {
     WindowController();
     ~WindowController() override;
 
-    /// The window; loaded by the first call.
+    /// The window. The first call loads it.
     QWidget* window();
 
     bool isWindowLoaded() const { return _window != nullptr; }
 
-    /// Shows the window in front of the program's others and gives it the keyboard; loads it first
-    /// where that has not happened yet.
+    /// Shows the window in front of the program's other windows and gives it the keyboard focus.
+    /// Loads it if necessary.
     virtual void showWindow();
 
   protected:
-    /// Makes the window. Called once, by the first use of it; never null.
+    /// Creates the window. Called once, on its first use. The result must not be null.
     virtual std::unique_ptr<QWidget> loadWindow() = 0;
 
     /// Called once, right after `loadWindow`.

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Stands in for the user's browser.
+// Receives the addresses that would go to the user's browser.
 class Browser : public QObject {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ class AboutWindowControllerTest : public AuxiliaryWindowCase<AboutWindowControll
     Browser browser;
 };
 
-TEST_F(AboutWindowControllerTest, itsTextsAreTheBundlesAndTheMakers) {
+TEST_F(AboutWindowControllerTest, theTextsComeFromTheBundleAndTheMaker) {
     EXPECT_EQ(controller.window()->windowTitle(), u"About Daily Steps"_s);
     EXPECT_EQ(text("name"), u"Daily Steps"_s);
     EXPECT_EQ(text("version"), u"Version "_s + QStringLiteral(PROJECT_VERSION));
@@ -48,7 +48,7 @@ TEST_F(AboutWindowControllerTest, itsTextsAreTheBundlesAndTheMakers) {
     EXPECT_EQ(text("copyright"), u"Copyright © 2026 the Ambulet developers"_s);
 }
 
-TEST_F(AboutWindowControllerTest, withoutNameAndVersionThereAreTheProcessAndTheBareWord) {
+TEST_F(AboutWindowControllerTest, withoutBundleInformationTheNameIsTheProcessAndTheVersionIsEmpty) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     AboutWindowController other(nameless);
     EXPECT_EQ(other.window()->windowTitle(), u"About test_about"_s);
@@ -56,7 +56,7 @@ TEST_F(AboutWindowControllerTest, withoutNameAndVersionThereAreTheProcessAndTheB
     EXPECT_EQ(other.window()->findChild<Label*>(u"version"_s)->text(), u"Version "_s);
 }
 
-TEST_F(AboutWindowControllerTest, itsTextsStayWhenTheBundleChanges) {
+TEST_F(AboutWindowControllerTest, theTextsDoNotFollowChangesOfTheBundle) {
     const ChangingBundle changing(u"First"_s, u"1.5"_s);
     AboutWindowController other(changing.bundle);
     other.showWindow();
@@ -67,7 +67,7 @@ TEST_F(AboutWindowControllerTest, itsTextsStayWhenTheBundleChanges) {
     EXPECT_EQ(other.window()->findChild<Label*>(u"version"_s)->text(), u"Version 1.5"_s);
 }
 
-TEST_F(AboutWindowControllerTest, everyViewHasItsFrame) {
+TEST_F(AboutWindowControllerTest, allViewsHaveTheRightFrames) {
     show();
     EXPECT_EQ(controller.window()->size(), QSize(360, 260));
     EXPECT_EQ(frame("icon"), QRect(148, 180, 64, 64));
@@ -78,7 +78,7 @@ TEST_F(AboutWindowControllerTest, everyViewHasItsFrame) {
     EXPECT_EQ(frame("copyright"), QRect(20, 16, 320, 14));
 }
 
-TEST_F(AboutWindowControllerTest, aCenteredLabelHasTwentyPointsAtBothSides) {
+TEST_F(AboutWindowControllerTest, aCenteredLabelHasMarginsOfTwentyPoints) {
     const auto made = AboutWindowController::centeredLabel(u"text"_s, systemFont(11),
                                                            LabelColor::Label, 70, 18, 500);
     EXPECT_EQ(made.frame, QRect(20, 70, 460, 18));
@@ -87,7 +87,7 @@ TEST_F(AboutWindowControllerTest, aCenteredLabelHasTwentyPointsAtBothSides) {
     EXPECT_EQ(made.label->parent(), nullptr);
 }
 
-TEST_F(AboutWindowControllerTest, theTextsHaveTheirSizesAndFitTheirRows) {
+TEST_F(AboutWindowControllerTest, theTextsHaveTheRightSizesAndFitTheirRows) {
     struct {
         const char* name;
         int size;
@@ -107,14 +107,14 @@ TEST_F(AboutWindowControllerTest, theTextsHaveTheirSizesAndFitTheirRows) {
     EXPECT_TRUE(view<LinkButton>("link").font().underline());
 }
 
-TEST_F(AboutWindowControllerTest, theTextsHaveTheirColors) {
+TEST_F(AboutWindowControllerTest, theTextsHaveTheRightColors) {
     expectColor("name", LabelColor::Label);
     expectColor("version", LabelColor::SecondaryLabel);
     expectColor("credit", LabelColor::Label);
     expectColor("copyright", LabelColor::TertiaryLabel);
 }
 
-TEST_F(AboutWindowControllerTest, theLinkIsInTheLinkColor) {
+TEST_F(AboutWindowControllerTest, theLinkIsDrawnInTheLinkColor) {
     show();
     auto& link = view<LinkButton>("link");
     link.clearFocus();
@@ -129,7 +129,7 @@ TEST_F(AboutWindowControllerTest, theLinkIsInTheLinkColor) {
         }
         return false;
     };
-    // The line under the text is drawn in full colour, whatever the font.
+    // The underline has pixels of the full colour, whatever the font.
     EXPECT_TRUE(has(labelColor(LabelColor::Link, QApplication::palette())));
     EXPECT_FALSE(has(labelColor(LabelColor::Label, QApplication::palette())));
 }
@@ -142,7 +142,7 @@ TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedZoomedOrMinimised) {
     EXPECT_TRUE(controller.window()->windowFlags() & Qt::WindowCloseButtonHint);
 }
 
-TEST_F(AboutWindowControllerTest, shownTwiceItIsTheSameWindowCentredEachTimeItsViewsBuiltOnce) {
+TEST_F(AboutWindowControllerTest, showingTwiceShowsTheSameWindowAndViewsCentredEachTime) {
     show();
     expectCentered();
     const QWidget* const window = controller.window();
@@ -155,7 +155,7 @@ TEST_F(AboutWindowControllerTest, shownTwiceItIsTheSameWindowCentredEachTimeItsV
     EXPECT_EQ(window->findChildren<QWidget*>(), views);
 }
 
-TEST_F(AboutWindowControllerTest, closedItComesBackWithTheSameViews) {
+TEST_F(AboutWindowControllerTest, aClosedWindowReopensCentred) {
     show();
     const QWidget* const window = controller.window();
     controller.window()->move(1, 2);
@@ -166,7 +166,7 @@ TEST_F(AboutWindowControllerTest, closedItComesBackWithTheSameViews) {
     expectCentered();
 }
 
-TEST_F(AboutWindowControllerTest, aClickAnywhereInTheLinksRowOpensTheWebsiteAndLeavesTheWindow) {
+TEST_F(AboutWindowControllerTest, aClickAnywhereInTheLinksRowOpensTheWebsiteAndKeepsTheWindowOpen) {
     show();
     auto& link = view<LinkButton>("link");
     const QList<QPoint> points = {link.rect().center(), {0, 0}, {359, 15}};
@@ -199,7 +199,7 @@ TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceAndReturn
     EXPECT_EQ(browser.opened.size(), 3);
 }
 
-TEST_F(AboutWindowControllerTest, theLinksFocusIsSeen) {
+TEST_F(AboutWindowControllerTest, theFocusedLinkLooksDifferent) {
     show();
     auto& link = view<LinkButton>("link");
     link.clearFocus();
@@ -209,7 +209,7 @@ TEST_F(AboutWindowControllerTest, theLinksFocusIsSeen) {
     EXPECT_NE(link.grab().toImage(), without);
 }
 
-TEST_F(AboutWindowControllerTest, theIconIsTheApplications) {
+TEST_F(AboutWindowControllerTest, theIconIsTheApplicationIcon) {
     QPixmap red(64, 64);
     red.fill(Qt::red);
     QApplication::setWindowIcon(QIcon(red));
@@ -219,11 +219,11 @@ TEST_F(AboutWindowControllerTest, theIconIsTheApplications) {
     QApplication::setWindowIcon(QIcon());
 }
 
-TEST_F(AboutWindowControllerTest, withoutAnIconItsPlaceIsEmpty) {
+TEST_F(AboutWindowControllerTest, theIconViewIsEmptyIfTheApplicationHasNoIcon) {
     EXPECT_TRUE(view<ImageView>("icon").image().isNull());
 }
 
-TEST(AboutWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
+TEST(AboutWindowController, concurrentFirstCallsReturnTheSameSharedController) {
     expectOneSharedController<AboutWindowController>();
 }
 

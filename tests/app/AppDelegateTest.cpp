@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Whether the application was asked to quit.
+// Records whether the application was asked to quit.
 class QuitSpy final : public QObject {
   public:
     QuitSpy() { qApp->installEventFilter(this); }
@@ -57,7 +57,7 @@ class AppDelegateTest : public testing::Test {
         throw std::logic_error("there is no main window");
     }
 
-    // The item of the main window's menu bar.
+    // The item with that text in the main window's menu bar.
     static QAction& item(const QString& text) {
         for (const QAction* const menu : mainWindow().menuBar()->actions()) {
             for (QAction* const found : menu->menu()->actions()) {
@@ -69,7 +69,7 @@ class AppDelegateTest : public testing::Test {
         throw std::out_of_range(text.toStdString());
     }
 
-    // Runs the event loop until the application quits, or in vain for half a minute.
+    // Runs the event loop until the application quits; after 30 seconds gives up and returns 1.
     static int run() {
         QTimer::singleShot(30000, [] { QCoreApplication::exit(1); });
         return QApplication::exec();
@@ -80,7 +80,7 @@ class AppDelegateTest : public testing::Test {
     AppDelegate delegate{defaults, Bundle::main()};
 };
 
-TEST_F(AppDelegateTest, atTheVeryFirstStartTheGuideOpensInFrontOfTheMainWindow) {
+TEST_F(AppDelegateTest, theFirstStartOpensTheGuideInFrontOfTheMainWindow) {
     delegate.applicationDidFinishLaunching();
     EXPECT_TRUE(mainWindow().isVisible());
     EXPECT_TRUE(help().isVisible());
@@ -108,7 +108,7 @@ TEST_F(AppDelegateTest, aWindowThatIsMinimisedBeforeAnythingIsInItStaysSo) {
     EXPECT_TRUE(mainWindow().isMinimized());
 }
 
-TEST_F(AppDelegateTest, anyStoredPathKeepsTheGuideAwayAlsoAnEmptyOneOrAMissingFiles) {
+TEST_F(AppDelegateTest, theGuideDoesNotOpenIfAnyPathIsStoredEvenAnEmptyOneOrAMissingFiles) {
     for (const QString& path : {u""_s, u"/no/such/file.xml"_s}) {
         defaults.setString(SettingsKeys::xmlFilePath, path);
         AppDelegate started(defaults, Bundle::main());
@@ -118,13 +118,13 @@ TEST_F(AppDelegateTest, anyStoredPathKeepsTheGuideAwayAlsoAnEmptyOneOrAMissingFi
     }
 }
 
-TEST_F(AppDelegateTest, aPathThatIsOnlyRegisteredDoesNotKeepTheGuideAway) {
+TEST_F(AppDelegateTest, theGuideOpensIfThePathIsOnlyARegisteredDefault) {
     defaults.registerDefaults({{SettingsKeys::xmlFilePath, u"/a/file.xml"_s}});
     delegate.applicationDidFinishLaunching();
     EXPECT_TRUE(help().isVisible());
 }
 
-TEST_F(AppDelegateTest, withoutABundleIdentifierTheGuideOpens) {
+TEST_F(AppDelegateTest, theGuideOpensIfTheBundleHasNoIdentifier) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     UserDefaults nowhere(SettingsStore::placeFor(nameless));
     AppDelegate other(nowhere, nameless);
@@ -133,21 +133,21 @@ TEST_F(AppDelegateTest, withoutABundleIdentifierTheGuideOpens) {
     EXPECT_TRUE(help().isVisible());
 }
 
-TEST_F(AppDelegateTest, theMenusAreTheMainWindowsAndNameTheApplication) {
+TEST_F(AppDelegateTest, theMainWindowHasTheMenuBarWithTheApplicationsName) {
     delegate.applicationDidFinishLaunching();
     const QList<QAction*> menus = mainWindow().menuBar()->actions();
     ASSERT_EQ(menus.size(), 3);
     EXPECT_EQ(menus.constFirst()->text(), u"Daily Steps"_s);
 }
 
-TEST_F(AppDelegateTest, withoutADisplayNameTheMenusHaveTheNameOfTheProcess) {
+TEST_F(AppDelegateTest, theMenusShowTheProcessNameIfTheBundleHasNoDisplayName) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     AppDelegate other(defaults, nameless);
     other.applicationDidFinishLaunching();
     EXPECT_EQ(item(u"Quit test_app"_s).shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
 }
 
-TEST_F(AppDelegateTest, theMenusTitlesStayWhenTheBundleChanges) {
+TEST_F(AppDelegateTest, theMenuTitlesDoNotFollowChangesOfTheBundle) {
     const ChangingBundle changing(u"First"_s, u"1.5"_s);
     AppDelegate other(defaults, changing.bundle);
     other.applicationDidFinishLaunching();
@@ -160,7 +160,7 @@ TEST_F(AppDelegateTest, theMenusTitlesStayWhenTheBundleChanges) {
     }
 }
 
-TEST_F(AppDelegateTest, theMenusOpenTheAboutAndTheGettingStartedWindow) {
+TEST_F(AppDelegateTest, menuItemsOpenTheAboutAndTheGettingStartedWindow) {
     defaults.setString(SettingsKeys::xmlFilePath, u""_s);
     delegate.applicationDidFinishLaunching();
     item(u"About Daily Steps"_s).trigger();
@@ -170,12 +170,12 @@ TEST_F(AppDelegateTest, theMenusOpenTheAboutAndTheGettingStartedWindow) {
     EXPECT_TRUE(help().isVisible());
 }
 
-TEST_F(AppDelegateTest, closingTheLastWindowQuitsAndTheOthersCount) {
+TEST_F(AppDelegateTest, onlyClosingTheLastOfTheThreeWindowsQuits) {
     delegate.applicationDidFinishLaunching();
     delegate.showAboutPanel();
     const QuitSpy quit;
     bool allClosed = false;
-    // What a closed window asks for is handled before the next one's turn.
+    // Each window is closed after the events that closing the one before has posted.
     QTimer::singleShot(0, [&] {
         mainWindow().close();
         QTimer::singleShot(0, [&] {
@@ -199,7 +199,7 @@ TEST_F(AppDelegateTest, theQuitItemQuits) {
     EXPECT_EQ(run(), 0);
 }
 
-TEST_F(AppDelegateTest, theKeysWorkInEachOtherWindowAlsoWhenItIsTheOnlyOneOpen) {
+TEST_F(AppDelegateTest, shortcutsWorkInTheGuideAndInAboutWhenNoOtherWindowIsOpen) {
     delegate.applicationDidFinishLaunching();
     delegate.showAboutPanel();
     mainWindow().close();

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(ApplicationIcon, itIsThereInTheSizesThatDesktopsWant) {
+TEST(ApplicationIcon, theIconHasTheSizesThatDesktopsUse) {
     const QIcon icon = applicationIcon(Bundle::main());
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
         EXPECT_EQ(icon.pixmap(QSize(size, size), 1).size(), QSize(size, size));
@@ -20,7 +20,7 @@ TEST(ApplicationIcon, itIsThereInTheSizesThatDesktopsWant) {
     }
 }
 
-TEST(ApplicationIcon, aBundleWithoutOneGivesNone) {
+TEST(ApplicationIcon, theIconIsNullIfTheBundleHasNone) {
     const QTemporaryDir folder;
     EXPECT_TRUE(applicationIcon(Bundle(folder.filePath(u"none"_s), folder.path())).isNull());
 }

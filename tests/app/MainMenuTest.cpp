@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What a menu shows: a line an item, its key behind it; "-" is a separator.
+// The items of a menu, one string each: "text" or "text | shortcut"; a separator is "-".
 QStringList lines(const QMenu& menu) {
     QStringList found;
     for (const QAction* const item : menu.actions()) {
@@ -43,7 +43,7 @@ class MainMenuTest : public testing::Test {
     MainMenu main{u"Daily Steps"_s};
 };
 
-TEST_F(MainMenuTest, thereAreThreeMenus) {
+TEST_F(MainMenuTest, theMenusAreTheApplicationMenuWindowAndHelp) {
     QStringList titles;
     for (const QAction* const action : main.menuBar()->actions()) {
         titles.append(action->text());
@@ -51,23 +51,23 @@ TEST_F(MainMenuTest, thereAreThreeMenus) {
     EXPECT_EQ(titles, QStringList({u"Daily Steps"_s, u"Window"_s, u"Help"_s}));
 }
 
-TEST_F(MainMenuTest, theApplicationMenuHasItsItemsInOrder) {
+TEST_F(MainMenuTest, theApplicationMenuHasTheseItemsInThisOrder) {
     EXPECT_EQ(lines(menu(0)),
               QStringList({u"About Daily Steps"_s, u"-"_s, u"Services"_s, u"-"_s,
                            u"Hide Daily Steps | Ctrl+H"_s, u"Hide Others | Ctrl+Alt+H"_s,
                            u"Show All"_s, u"-"_s, u"Quit Daily Steps | Ctrl+Q"_s}));
 }
 
-TEST_F(MainMenuTest, theWindowMenuHasItsItemsInOrder) {
+TEST_F(MainMenuTest, theWindowMenuHasTheseItemsInThisOrder) {
     EXPECT_EQ(lines(menu(1)),
               QStringList({u"Minimize | Ctrl+M"_s, u"Zoom"_s, u"-"_s, u"Bring All to Front"_s}));
 }
 
-TEST_F(MainMenuTest, theHelpMenuHasOneItemWithoutAKey) {
+TEST_F(MainMenuTest, theHelpMenuHasOneItemWithoutAShortcut) {
     EXPECT_EQ(lines(menu(2)), QStringList({u"Getting Started…"_s}));
 }
 
-TEST_F(MainMenuTest, servicesIsAnEmptyMenuThatIsDisabledHere) {
+TEST_F(MainMenuTest, servicesIsADisabledEmptySubmenu) {
     const QAction& services = item(u"Services"_s);
     ASSERT_NE(services.menu(), nullptr);
     EXPECT_TRUE(services.menu()->isEmpty());
@@ -78,14 +78,14 @@ TEST_F(MainMenuTest, hideOthersIsDisabledWithoutAWindowManagerThatListsWindows) 
     EXPECT_FALSE(item(u"Hide Others"_s).isEnabled());
 }
 
-TEST_F(MainMenuTest, anAmpersandInTheApplicationsNameIsShown) {
+TEST_F(MainMenuTest, anAmpersandInTheApplicationsNameIsShownAsItIs) {
     const MainMenu other(u"Steps & Miles"_s);
     EXPECT_EQ(other.menuBar()->actions().constFirst()->text(), u"Steps && Miles"_s);
     EXPECT_EQ(lines(*other.menuBar()->actions().constFirst()->menu()).constLast(),
               u"Quit Steps && Miles | Ctrl+Q"_s);
 }
 
-TEST_F(MainMenuTest, theItemsThatOpenWindowsAskForThem) {
+TEST_F(MainMenuTest, aboutAndGettingStartedEmitTheirSignals) {
     const QSignalSpy about(&main, &MainMenu::aboutChosen);
     const QSignalSpy gettingStarted(&main, &MainMenu::gettingStartedChosen);
     item(u"About Daily Steps"_s).trigger();
@@ -105,7 +105,7 @@ TEST_F(MainMenuTest, theMainWindowOwnsTheMenuBar) {
     EXPECT_TRUE(bar.isNull());
 }
 
-TEST_F(MainMenuTest, hideMinimisesAllWindowsAndShowAllBringsThemBack) {
+TEST_F(MainMenuTest, hideMinimisesAllOpenWindowsAndShowAllRestoresThem) {
     QWidget one;
     QWidget noButton;
     noButton.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
@@ -121,7 +121,7 @@ TEST_F(MainMenuTest, hideMinimisesAllWindowsAndShowAllBringsThemBack) {
     EXPECT_FALSE(closed.isVisible());
 }
 
-TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonHasOneOnlyWhileItIsHidden) {
+TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonGetsOneOnlyWhileItIsHidden) {
     QWidget window;
     window.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     window.show();
@@ -137,7 +137,7 @@ TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonHasOneOnlyWhileItIsHidden) {
     }
 }
 
-TEST_F(MainMenuTest, aKeyWorksInAWindowWithoutAMenuBarAlsoWhenTheMainWindowIsClosed) {
+TEST_F(MainMenuTest, shortcutsWorkInAnotherWindowAfterTheMainWindowIsClosed) {
     QMainWindow window;
     main.installOn(window);
     window.show();

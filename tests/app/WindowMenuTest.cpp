@@ -28,7 +28,7 @@ class WindowMenuTest : public testing::Test {
         throw std::out_of_range(text.toStdString());
     }
 
-    // What is below the items that are always there: a ticked one has a "* ".
+    // The items below the four fixed ones; a checked item is marked by "* ".
     QStringList list() {
         Q_EMIT menu.aboutToShow();
         QStringList found;
@@ -43,7 +43,7 @@ class WindowMenuTest : public testing::Test {
     WindowMenu menu{nullptr};
 };
 
-TEST_F(WindowMenuTest, belowASeparatorItListsTheOpenWindowsTheOneInFrontTicked) {
+TEST_F(WindowMenuTest, theOpenWindowsAreListedBelowASeparatorAndTheFrontOneIsChecked) {
     EXPECT_EQ(list(), QStringList());
     QWidget first;
     first.setWindowTitle(u"Alpha & Omega"_s);
@@ -58,7 +58,7 @@ TEST_F(WindowMenuTest, belowASeparatorItListsTheOpenWindowsTheOneInFrontTicked) 
     EXPECT_EQ(list(), QStringList({u"-"_s, u"* Beta"_s}));
 }
 
-TEST_F(WindowMenuTest, aMinimisedWindowIsListedAndChoosingItRestoresIt) {
+TEST_F(WindowMenuTest, aMinimisedWindowIsListedAndChoosingItsItemRestoresIt) {
     QWidget first;
     first.setWindowTitle(u"Alpha"_s);
     QWidget second;
@@ -82,7 +82,7 @@ TEST_F(WindowMenuTest, aDialogIsNotListed) {
     EXPECT_EQ(list().size(), 2);
 }
 
-TEST_F(WindowMenuTest, anItemOfAWindowThatIsGoneDoesNothing) {
+TEST_F(WindowMenuTest, theItemOfADestroyedWindowDoesNothing) {
     QWidget hidden;
     show(hidden);
     hidden.showMinimized();
@@ -101,7 +101,7 @@ TEST_F(WindowMenuTest, anItemOfAWindowThatIsGoneDoesNothing) {
     EXPECT_FALSE(list().contains(u"Alpha"_s));
 }
 
-TEST_F(WindowMenuTest, minimizeAndZoomActOnTheWindowInFront) {
+TEST_F(WindowMenuTest, minimizeAndZoomActOnTheFrontWindowOnly) {
     QWidget behind;
     show(behind);
     QWidget window;
@@ -116,7 +116,7 @@ TEST_F(WindowMenuTest, minimizeAndZoomActOnTheWindowInFront) {
     EXPECT_FALSE(behind.isMaximized());
 }
 
-TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledWhereTheWindowInFrontHasNoSuchButton) {
+TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledIfTheFrontWindowLacksThatButton) {
     EXPECT_FALSE(item(u"Minimize"_s).isEnabled()) << "there is no window at all";
     EXPECT_FALSE(item(u"Zoom"_s).isEnabled());
     QWidget both;

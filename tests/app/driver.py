@@ -1,5 +1,5 @@
-"""Drives the real program from outside: keys and clicks through the X server, the state through the
-accessibility bus. Needs a desktop, as with-desktop starts one."""
+"""Drives the real program: sends keys and clicks through the X server, reads its state from the
+accessibility bus. Run it under with-desktop."""
 
 import os
 import pathlib
@@ -20,21 +20,21 @@ PICTURES = pathlib.Path(os.environ["AMBULET_PICTURES"])
 MAIN = "Daily Steps — Ambulet"  # the titles of the windows
 GUIDE = "Getting Started with Daily Steps"
 ABOUT = "About Daily Steps"
-PATIENCE = 30  # seconds that anything may take on a slow machine before a test gives up
+PATIENCE = 30  # seconds to wait for anything before a test fails
 
 
 def wait_for(what, condition):
-    """The first true value of condition(); fails with `what` where none comes."""
+    """Waits until condition() is true and returns its value. Fails, naming `what`, after PATIENCE."""
     end = time.monotonic() + PATIENCE
     while True:
         try:
             value = condition()
-        except (gi.repository.GLib.Error, StopIteration):  # gone, not there, not answering yet
+        except (gi.repository.GLib.Error, StopIteration):  # gone, missing or not answering yet
             value = None
         if value:
             return value
         if time.monotonic() > end:
-            raise AssertionError(f"waited in vain for {what}")
+            raise AssertionError(f"timed out waiting for {what}")
         time.sleep(0.01)
 
 
@@ -52,7 +52,7 @@ def key(*names):
 
 
 def walk(node):
-    """The node and all below it, but for the cells of a table: there may be thousands."""
+    """The node and its descendants, except the cells of tables, of which there may be thousands."""
     yield node
     if node.get_role() == Atspi.Role.TABLE:
         return
@@ -67,7 +67,7 @@ def has_state(node, state):
 
 
 def windows_named(title):
-    """The X windows on the screen with the title."""
+    """The visible X windows with the title."""
     shown = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "."],
                            capture_output=True, text=True, check=False).stdout.split()
     return [window for window in shown if title == subprocess.run(
@@ -76,14 +76,14 @@ def windows_named(title):
 
 
 def window_property(window, name):
-    """What xprop tells of a property of a window: the text behind its name."""
+    """The value of a window's property, as printed by xprop."""
     told = subprocess.run(["xprop", "-id", window, name], check=True, capture_output=True,
                           text=True).stdout
     return re.split(r"[=:]", told, maxsplit=1)[-1].strip()
 
 
 def place_of(window):
-    """Where the window's content is on the screen: left, top."""
+    """The screen position of the window's content: left, top."""
     told = subprocess.run(["xwininfo", "-id", window], check=True, capture_output=True,
                           text=True).stdout
     return tuple(int(re.search(rf"Absolute upper-left {axis}: *(-?\d+)", told)[1])
@@ -95,14 +95,14 @@ def is_minimized(window):
 
 
 def front_window():
-    """The X window that has the keyboard; none where none has it."""
+    """The active X window; None if there is none."""
     told = subprocess.run(["xdotool", "getactivewindow"], capture_output=True, text=True,
                           check=False)
     return told.stdout.strip() if told.returncode == 0 else None
 
 
 class Program:
-    """One run of the program, on the settings in `configuration`."""
+    """One run of the program, with its settings in the folder `configuration`."""
 
     def __init__(self, configuration, *arguments, **environment):
         self.scale = int(environment.get("QT_SCALE_FACTOR", 1))
@@ -117,7 +117,7 @@ class Program:
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
             if application is not None and application.get_process_id() == self.process.pid:
-                application.set_cache_mask(Atspi.Cache.NONE)  # what is, not what was
+                application.set_cache_mask(Atspi.Cache.NONE)  # always ask the program
                 return application
         return None
 
@@ -126,7 +126,7 @@ class Program:
                    for node in self.windows())
 
     def windows(self):
-        """The accessible objects of the windows, without a look at what is in them."""
+        """The accessible objects of the windows."""
         application = self.accessible
         if application is None:
             return []
@@ -134,7 +134,7 @@ class Program:
         return [child for child in children if child is not None]
 
     def all(self, role=None, name=None):
-        """The accessible objects of a role, with a name that matches the regular expression."""
+        """The accessible objects with the role and a name that matches the regular expression."""
         application = self.accessible
         found = []
         for node in walk(application) if application else ():
@@ -153,7 +153,7 @@ class Program:
         return self.find(Atspi.Role.LABEL, pattern)
 
     def extents(self, node):
-        """Where the object is on the screen, in its pixels: left, top, width, height."""
+        """The object's screen rectangle in pixels: left, top, width, height."""
         box = node.get_extents(Atspi.CoordType.SCREEN)
         return tuple(side * self.scale for side in (box.x, box.y, box.width, box.height))
 
@@ -166,15 +166,15 @@ class Program:
     def click_at(x, y, *, modifier=None, button=1):
         held = ["keydown", modifier] if modifier else []
         released = ["keyup", modifier] if modifier else []
-        # Not --sync, which waits long where the pointer is there already.
+        # --sync would wait if the pointer is there already.
         xdotool("mousemove", x, y, *held, "click", button, *released)
 
     def window(self, title):
-        """The X window with the title, once it is on the screen."""
+        """Waits until a window with the title is visible; returns the X window."""
         return wait_for(f"window {title}", lambda: next(iter(windows_named(title)), None))
 
     def frame(self, title):
-        """Of a window with its frame: left, top, width, height."""
+        """The rectangle of a window including its frame: left, top, width, height."""
         x, y, width, height = self.extents(wait_for(f"window {title}", lambda: next(
             node for node in self.windows() if node.get_name() == title)))
         left, right, top, bottom = map(
@@ -182,12 +182,12 @@ class Program:
         return x - left, y - top, width + left + right, height + top + bottom
 
     def activate(self, title):
-        """Brings the window with the title to the front, as a click on its title bar does."""
+        """Brings the window with the title to the front."""
         xdotool("windowactivate", self.window(title))
         self.wait_until_in_front(title)
 
     def wait_until_in_front(self, title=MAIN):
-        """Waits until the window has the keyboard and the program knows that and where it is."""
+        """Waits until the window is active and the program has been told so, and of its position."""
 
         def in_front():
             window = next(node for node in self.windows() if node.get_name() == title)
@@ -199,7 +199,7 @@ class Program:
         wait_for(f"{title} in front", in_front)
 
     def open_menu(self, title):
-        """Opens a menu of the main window; the accessible objects of its items."""
+        """Opens a menu of the main window; returns the accessible objects of its items."""
         menu = self.find(Atspi.Role.MENU_ITEM, title)
         self.click(menu)
 
@@ -214,7 +214,7 @@ class Program:
         self.click(next(node for node in self.open_menu(menu) if node.get_name() == item))
 
     def end(self):
-        """Waits for the process to end; its exit status."""
+        """Waits for the process to end; returns its exit status."""
         return self.process.wait(PATIENCE)
 
     def kill(self):
@@ -224,7 +224,7 @@ class Program:
 
 
 class ProgramTest(unittest.TestCase):
-    """A test on files and settings in a folder of its own."""
+    """A test with files and settings in a temporary folder."""
 
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp())
@@ -244,17 +244,17 @@ class ProgramTest(unittest.TestCase):
         return self.configuration / "org.ambulet.DailySteps.ini"
 
     def remember(self, file):
-        """Writes settings in which `file` is the remembered one."""
+        """Writes settings with `file` as the remembered export."""
         self.settings_file.write_text(f'[General]\nxmlFilePath="{file}"\n')
 
     def export(self, size, name="export.xml"):
-        """Makes an export of about the size, as in "20M"; its path."""
+        """Makes an export of about the size, such as "20M"; returns its path."""
         file = self.folder / name
         subprocess.run([BIN / "makeexport", "--size", size, file], check=True)
         return file
 
     @staticmethod
     def picture(name):
-        """Saves the screen, for people to look at."""
+        """Saves a picture of the screen, to be looked at."""
         PICTURES.mkdir(parents=True, exist_ok=True)
         subprocess.run([BIN / "picture", PICTURES / name], check=True)

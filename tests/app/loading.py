@@ -1,4 +1,4 @@
-"""Choosing a file, finding it again at the next start, quitting while it is read."""
+"""Choosing a file, reloading it at the next start, quitting during a load."""
 
 import subprocess
 import time
@@ -13,7 +13,7 @@ def days_of(file):
 
 
 class Loading(ProgramTest):
-    def test_the_first_start_a_choice_and_a_restart(self):
+    def test_a_file_chosen_at_the_first_start_is_loaded_again_at_the_next(self):
         file = self.export("2M")
         loaded = f"Loaded {days_of(file)} days of data\\."
 
@@ -32,7 +32,7 @@ class Loading(ProgramTest):
         program.label("From: [A-Z][a-z]{2} [0-9]+, [0-9]{4}")
         path = program.find(Atspi.Role.TEXT, "Export file")
         self.assertEqual(Atspi.Text.get_text(path, 0, -1), str(file))
-        # The dialog's list of completions does not stay behind.
+        # The dialog's completion list is gone, too.
         self.assertFalse([node for node in program.all(Atspi.Role.LIST)
                           if has_state(node, Atspi.StateType.SHOWING)])
         self.picture("loaded.png")
@@ -49,7 +49,7 @@ class Loading(ProgramTest):
                          [self.settings_file.name])
 
     def slow_export(self):
-        """An export that takes seconds to read: large, and in an encoding of its own."""
+        """An export that takes seconds to read: it is large and not in UTF-8."""
         file = self.folder / "slow.xml"
         record = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
                   b'startDate="2025-03-02 12:00:00 +0000"/>\n')

@@ -1,4 +1,4 @@
-"""What the menus' items do to windows, and their keys, under a window manager."""
+"""The effect of menu items and shortcuts on windows, under a window manager."""
 
 import subprocess
 import unittest
@@ -11,7 +11,7 @@ MINIMIZE = (0x8, 0x20)  # the function and the decoration in _MOTIF_WM_HINTS
 
 class Menus(ProgramTest):
     def start_with_all_windows(self):
-        """The program with its three windows open; each one's X window by its title."""
+        """Starts the program with all windows open; returns it and the X windows by title."""
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.activate(MAIN)
@@ -20,27 +20,27 @@ class Menus(ProgramTest):
         return program, {title: program.window(title) for title in (MAIN, GUIDE, ABOUT)}
 
     def start_another(self):
-        """One more run of the program, in front; its main window's X window."""
-        self.remember("")  # it opens no guide
+        """Starts one more copy of the program; returns it and its main window, which is in front."""
+        self.remember("")  # so that no guide opens
         before = set(windows_named(MAIN))
         program = self.start()
         window = wait_for("one more main window",
                           lambda: next(iter(set(windows_named(MAIN)) - before), None))
-        wait_for("it in front", lambda: front_window() == window)
+        wait_for("it to be in front", lambda: front_window() == window)
         return program, window
 
     def wait_for_minimized(self, windows):
         wait_for("all windows minimised", lambda: all(map(is_minimized, windows)))
 
     def decorations(self, window):
-        """The functions and decorations that the window asks of the window manager."""
+        """The functions and the decorations that the window requests from the window manager."""
         return [int(value, 16) for value in window_property(window, "_MOTIF_WM_HINTS").split(",")[1:3]]
 
     def restore(self, program, title, window):
         xdotool("windowactivate", window)
         program.wait_until_in_front(title)
 
-    def test_hide_minimises_all_windows_from_each_of_them_and_show_all_brings_them_back(self):
+    def test_hide_minimises_all_windows_whichever_is_in_front_and_show_all_restores_them(self):
         program, windows = self.start_with_all_windows()
         for title, window in windows.items():
             self.restore(program, title, window)
@@ -51,7 +51,7 @@ class Menus(ProgramTest):
             wait_for("all windows", lambda: not any(map(is_minimized, windows.values())))
             program.wait_until_in_front()
 
-    def test_a_window_without_a_minimise_button_has_one_only_while_it_is_hidden(self):
+    def test_a_window_without_a_minimise_button_gets_one_only_while_it_is_hidden(self):
         program, windows = self.start_with_all_windows()
         before = {title: self.decorations(windows[title]) for title in (GUIDE, ABOUT)}
         key("ctrl+h")
@@ -61,9 +61,9 @@ class Menus(ProgramTest):
             wait_for("the button", lambda: self.decorations(windows[title])
                      == [asked | bit for asked, bit in zip(own, MINIMIZE)])
             self.restore(program, title, windows[title])
-            wait_for("it without the button", lambda: self.decorations(windows[title]) == own)
+            wait_for("the button to go", lambda: self.decorations(windows[title]) == own)
 
-    def test_hide_others_minimises_other_programs_windows_and_show_all_brings_them_back(self):
+    def test_hide_others_minimises_other_programs_windows_and_show_all_restores_them(self):
         _, other = self.start_another()
         program, own = self.start_another()
         key("ctrl+alt+h")
@@ -73,7 +73,7 @@ class Menus(ProgramTest):
         wait_for("the other back", lambda: not is_minimized(other))
         wait_for("its own in front", lambda: front_window() == own)
 
-    def test_hide_others_leaves_the_desktops_own_and_show_all_leaves_what_its_user_minimised(self):
+    def test_hide_others_spares_panels_and_show_all_spares_windows_that_the_user_minimised(self):
         typed = {self.start_another()[1]: kind for kind in ("DOCK", "DESKTOP")}
         _, minimized = self.start_another()
         _, other = self.start_another()
@@ -84,7 +84,7 @@ class Menus(ProgramTest):
             subprocess.run(["xprop", "-id", window, "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
                             "_NET_WM_WINDOW_TYPE", f"_NET_WM_WINDOW_TYPE_{kind}"], check=True)
         key("ctrl+alt+h")
-        # The requests are sent in the order of the window manager's list, in which it is last.
+        # It is the last in the window manager's list, so the other requests were sent before.
         wait_for("the other minimised", lambda: is_minimized(other))
         self.assertFalse(any(map(is_minimized, typed)))
         program.choose("Daily Steps", "Show All")
@@ -92,7 +92,7 @@ class Menus(ProgramTest):
         wait_for("its own in front", lambda: front_window() == own)
         self.assertTrue(is_minimized(minimized))
 
-    def test_hide_others_works_from_each_window(self):
+    def test_hide_others_works_whichever_window_is_in_front(self):
         program, windows = self.start_with_all_windows()
         _, other = self.start_another()
         for title, window in windows.items():
@@ -105,9 +105,9 @@ class Menus(ProgramTest):
             wait_for("the other back", lambda: not is_minimized(other))
             wait_for("its own in front", lambda: front_window() == windows[MAIN])
 
-    def test_minimize_leaves_a_window_without_the_button_alone(self):
+    def test_minimize_does_nothing_to_a_window_without_a_minimise_button(self):
         program, windows = self.start_with_all_windows()
-        # After it a key that shows its effect: had the first done anything, it would have by then.
+        # Keys are handled in order: once the second has had its effect, the first has been handled.
         self.restore(program, ABOUT, windows[ABOUT])
         key("ctrl+m", "Tab")
         wait_for("the focus on the link", lambda: any(
@@ -119,7 +119,7 @@ class Menus(ProgramTest):
         program.label("2 of 5")
         self.assertFalse(is_minimized(windows[GUIDE]))
 
-    def test_minimize_acts_on_the_window_in_front_alone(self):
+    def test_minimize_acts_on_the_front_window_only(self):
         program, windows = self.start_with_all_windows()
         program.activate(MAIN)
         key("ctrl+m")
@@ -127,7 +127,7 @@ class Menus(ProgramTest):
         self.assertFalse(is_minimized(windows[GUIDE]))
         self.assertFalse(is_minimized(windows[ABOUT]))
 
-    def test_zoom_fills_the_screen_and_gives_the_size_back(self):
+    def test_zoom_maximises_the_window_and_restores_its_size(self):
         self.remember("")
         program = self.start()
         program.wait_until_in_front()
@@ -139,7 +139,7 @@ class Menus(ProgramTest):
         program.choose("Window", "Zoom")
         wait_for("the old size", lambda: program.frame(MAIN) == before)
 
-    def test_the_window_menu_lists_the_open_windows_and_brings_up_the_chosen_one(self):
+    def test_the_window_menu_lists_the_open_windows_and_raises_the_chosen_one(self):
         program, windows = self.start_with_all_windows()
         program.activate(MAIN)
 
@@ -160,7 +160,7 @@ class Menus(ProgramTest):
         program.activate(MAIN)
         self.assertEqual(listed(), [(ABOUT, False), (MAIN, True)])
 
-    def test_bring_all_to_front_raises_the_windows_that_are_not_minimised_above_other_programs(self):
+    def test_bring_all_to_front_raises_all_windows_except_minimised_ones(self):
         program, windows = self.start_with_all_windows()
         key("ctrl+h")
         self.wait_for_minimized(windows.values())
@@ -179,7 +179,7 @@ class Menus(ProgramTest):
         wait_for("the other below", lambda: stacking() == [other, windows[GUIDE], windows[MAIN]])
         self.assertTrue(is_minimized(windows[ABOUT]))
 
-    def test_quit_ends_the_program_from_each_window_also_when_it_is_the_only_one(self):
+    def test_quit_ends_the_program_whichever_window_is_the_only_one_left(self):
         for title in (MAIN, GUIDE, ABOUT):
             with self.subTest(title):
                 program, windows = self.start_with_all_windows()

@@ -1,4 +1,4 @@
-"""The start, the guide and the About window under a window manager; how the program ends."""
+"""Start, Getting Started window, About window and end of the program, under a window manager."""
 
 import unittest
 
@@ -8,7 +8,7 @@ from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, w
 MWM_MINIMIZE_DECORATION = 0x20
 MWM_MAXIMIZE_DECORATION = 0x40
 
-# A desktop of dark colours.
+# A desktop with dark colours.
 DARK = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
 DARK_COLORS = """[Colors:Window]
 BackgroundNormal=42,46,50
@@ -39,10 +39,10 @@ class Shell(ProgramTest):
             left, top, frame_width, frame_height = program.frame(title)
             return (left, top) == ((width - frame_width) // 2, (height - frame_height) // 4)
 
-        wait_for(f"{title} in its place", place)
+        wait_for(f"{title} to be centred", place)
 
     def decorations(self, program, title):
-        """What the window asks of the window manager, which need not do as it is asked."""
+        """The decorations that the window requests; the window manager need not grant them."""
         hints = window_property(program.window(title), "_MOTIF_WM_HINTS").split(",")
         return int(hints[2], 16)
 
@@ -72,7 +72,7 @@ class Shell(ProgramTest):
     def test_the_first_start_shows_the_guide_in_front_and_done_closes_it(self):
         self.walk_through_the_guide("light")
 
-    def test_the_same_on_a_dark_desktop(self):
+    def test_the_guide_and_about_open_on_a_dark_desktop(self):
         (self.configuration / "kdeglobals").write_text(DARK_COLORS)
         program = self.walk_through_the_guide("dark", **DARK)
         program.activate(MAIN)
@@ -80,7 +80,7 @@ class Shell(ProgramTest):
         program.wait_until_in_front(ABOUT)
         self.picture("about-dark.png")
 
-    def test_a_guide_that_was_moved_opens_centred_at_its_first_page_again(self):
+    def test_showing_a_moved_guide_again_centres_it_at_the_first_page(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.click(program.find(Atspi.Role.PUSH_BUTTON, "Next →"))
@@ -99,18 +99,18 @@ class Shell(ProgramTest):
         wait_for("the smallest frame", lambda: program.frame(GUIDE)[2:] == (400, 400))
         self.picture("guide-smallest.png")
 
-    def test_a_remembered_path_that_is_empty_keeps_the_guide_away(self):
+    def test_the_guide_does_not_open_if_an_empty_path_is_remembered(self):
         self.remember("")
         program = self.start()
         program.wait_until_in_front()
         program.label("From: —")
         self.assertFalse(program.is_open(GUIDE))
 
-    def test_a_path_on_the_command_line_does_not_keep_the_guide_away(self):
+    def test_the_guide_opens_if_the_path_is_only_given_on_the_command_line(self):
         program = self.start("-xmlFilePath", "/a/file.xml")
         program.wait_until_in_front(GUIDE)
 
-    def test_about_twice_is_one_window_centred(self):
+    def test_choosing_about_twice_shows_one_window_centred(self):
         self.remember("")
         program = self.start()
         program.wait_until_in_front()
@@ -138,7 +138,7 @@ class Shell(ProgramTest):
             icon = window_property(program.window(title), "_NET_WM_ICON")
             self.assertTrue(icon.startswith("Icon (16 x 16)"), icon[:40])
 
-    def test_closing_all_windows_quits_and_a_minimised_one_is_open(self):
+    def test_a_minimised_window_counts_as_open_and_closing_all_windows_quits(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         guide = program.window(GUIDE)
@@ -155,7 +155,7 @@ class Shell(ProgramTest):
         key("alt+F4")
         self.assertEqual(program.end(), 0)
 
-    def test_the_guide_alone_keeps_the_program_running_and_done_ends_it(self):
+    def test_the_program_runs_while_only_the_guide_is_open_and_done_ends_it(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.activate(MAIN)

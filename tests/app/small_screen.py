@@ -1,4 +1,4 @@
-"""The windows on a display that is smaller than they would like, of 1024 by 600."""
+"""The windows on a display of 1024 x 600, which is too small for some of them."""
 
 import unittest
 
@@ -28,7 +28,7 @@ class SmallScreen(ProgramTest):
         program.wait_until_in_front(ABOUT)
         self.assert_on_screen(program, ABOUT)
 
-    def test_a_height_that_the_user_gave_is_kept(self):
+    def test_a_size_set_by_the_user_is_restored_at_the_next_start(self):
         self.remember("")
         program = self.start()
         program.wait_until_in_front()
@@ -41,7 +41,7 @@ class SmallScreen(ProgramTest):
         again.wait_until_in_front()
         wait_for("the size", lambda: again.extents(again.windows()[0])[2:] == (700, 450))
 
-    def test_a_zoomed_window_comes_back_zoomed(self):
+    def test_a_maximised_window_is_maximised_at_the_next_start(self):
         self.remember("")
         for start in ("first", "second"):
             program = self.start()

@@ -1,5 +1,5 @@
-"""The main window under its users' hands: the stride, selections, clearing clicks, the keyboard
-alone, and what assistive programs are told. The state is read from the accessibility bus."""
+"""The main window: stride editor, selection, clicks that clear it, keyboard, remembered frame and
+accessibility."""
 
 import unittest
 
@@ -58,7 +58,7 @@ class WindowTest(ProgramTest):
 
 
 class Stride(WindowTest):
-    def test_a_click_opens_it_and_return_stores(self):
+    def test_a_click_opens_the_editor_and_return_stores(self):
         self.program.click(self.miles())
         editor = wait_for("the editor", self.editors)[0]
         self.assertEqual(Atspi.Text.get_text(editor, 0, -1), "2.50")
@@ -71,7 +71,7 @@ class Stride(WindowTest):
         wait_for("the stored stride",
                  lambda: "strideFootLength=3" in self.settings_file.read_text())
 
-    def test_escape_stores_nothing(self):
+    def test_escape_closes_the_editor_and_stores_nothing(self):
         self.program.click(self.miles())
         wait_for("the editor", self.editors)
         type_text("9")
@@ -80,7 +80,7 @@ class Stride(WindowTest):
         self.assertEqual(self.miles().get_name(), "Miles: 11.25 @ 2.50 ft/step")
         self.assertNotIn("strideFootLength", self.settings_file.read_text())
 
-    def test_a_click_on_the_table_stores_and_selects(self):
+    def test_a_click_on_the_table_stores_the_stride_and_selects(self):
         self.program.click(self.miles())
         wait_for("the editor", self.editors)
         type_text("2")
@@ -88,7 +88,7 @@ class Stride(WindowTest):
         self.program.find(Atspi.Role.PUSH_BUTTON, "Miles: 4\\.00 @ 2\\.00 ft/step")
         self.expect_days(1)
 
-    def test_another_window_in_front_does_not_end_it(self):
+    def test_the_editor_stays_open_while_another_window_is_in_front(self):
         self.program.click(self.miles())
         wait_for("the editor", self.editors)
         type_text("9")
@@ -104,7 +104,7 @@ class Stride(WindowTest):
 
 
 class Selection(WindowTest):
-    def test_days_apart_and_ranges(self):
+    def test_ctrl_adds_a_day_and_shift_selects_a_range(self):
         self.press(MARCH_3)
         self.expect_days(1)
         self.program.label("From: Mar 3, 2025")
@@ -124,7 +124,7 @@ class Selection(WindowTest):
         self.program.label("To: Mar 2, 2025")
         self.expect_days(1)
 
-    def test_clicks_beside_the_controls_clear_it(self):
+    def test_clicks_beside_the_controls_clear_the_selection(self):
         window = self.program.find(Atspi.Role.FRAME).get_extents(Atspi.CoordType.SCREEN)
         table = self.table.get_extents(Atspi.CoordType.SCREEN)
         for x, y in ((table.x + 100, table.y - 2),  # the separator
@@ -135,7 +135,7 @@ class Selection(WindowTest):
             self.program.click_at(x, y)
             self.expect_days(4)
 
-    def test_clicks_on_controls_leave_it(self):
+    def test_clicks_on_controls_keep_the_selection(self):
         self.press(MARCH_2)
         self.expect_days(1)
         for node in (self.program.label("Steps: .*"), self.program.label("Loaded .*"),
@@ -158,7 +158,7 @@ class Selection(WindowTest):
 
 
 class Keyboard(WindowTest):
-    def test_from_the_start_to_the_statistics_by_keyboard_alone(self):
+    def test_all_controls_can_be_used_by_keyboard(self):
         wait_for("a focus", self.focused)
         while self.focused().get_name() != "Choose…":
             key("Tab")
@@ -197,7 +197,7 @@ class Frame(WindowTest):
         self.program.wait_until_in_front()
         self.assertEqual(self.program.frame(MAIN), frame)
 
-    def test_the_place_and_the_size_are_the_same_at_the_next_start(self):
+    def test_the_frame_is_restored_at_the_next_start(self):
         before = self.program.frame(MAIN)
         window = self.program.window(MAIN)
         xdotool("windowsize", "--sync", window, before[2] + 90, before[3] + 40)

@@ -41,17 +41,17 @@ TEST_F(HelpWindowControllerTest, theTitleNamesTheApplication) {
     EXPECT_EQ(controller.window()->windowTitle(), u"Getting Started with Daily Steps"_s);
 }
 
-TEST_F(HelpWindowControllerTest, withoutADisplayNameTheTitleHasTheNameOfTheProcess) {
+TEST_F(HelpWindowControllerTest, theTitleNamesTheProcessIfTheBundleHasNoDisplayName) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     HelpWindowController other(nameless);
     EXPECT_EQ(other.window()->windowTitle(), u"Getting Started with test_help"_s);
 }
 
-TEST_F(HelpWindowControllerTest, everyViewHasItsFrameAtEverySize) {
+TEST_F(HelpWindowControllerTest, allViewsHaveTheRightFramesAtFourWindowSizes) {
     show();
     const QSize smallest =
         QSize(400, 400).shrunkBy(controller.window()->windowHandle()->frameMargins());
-    ASSERT_LT(smallest.height(), 400) << "without a frame there is nothing to be seen here";
+    ASSERT_LT(smallest.height(), 400) << "the test needs a window frame";
     const int width = smallest.width();
     struct {
         QSize wanted;
@@ -101,7 +101,7 @@ TEST_F(HelpWindowControllerTest, everyViewHasItsFrameAtEverySize) {
 TEST_F(HelpWindowControllerTest, theFrameCannotBeMadeSmallerThan400By400) {
     show();
     const QMargins margins = controller.window()->windowHandle()->frameMargins();
-    EXPECT_GT(margins.top(), 0) << "without a frame there is nothing to be seen here";
+    EXPECT_GT(margins.top(), 0) << "the test needs a window frame";
     controller.window()->resize(1, 1);
     EXPECT_EQ(controller.window()->frameGeometry().size(), QSize(400, 400));
 }
@@ -120,7 +120,7 @@ TEST_F(HelpWindowControllerTest, theGuideOpensAtItsFirstPage) {
     EXPECT_EQ(controller.currentPage(), 0);
 }
 
-TEST_F(HelpWindowControllerTest, fourTimesNextLeadsThroughAllPagesAndDoneClosesTheWindow) {
+TEST_F(HelpWindowControllerTest, nextLeadsThroughAllPagesAndDoneClosesTheWindow) {
     show();
     const QString captions[] = {
         u"Scroll to the bottom of that screen and look for \"Export All Health Data\"."_s,
@@ -144,7 +144,7 @@ TEST_F(HelpWindowControllerTest, fourTimesNextLeadsThroughAllPagesAndDoneClosesT
     EXPECT_EQ(controller.currentPage(), 4);
 }
 
-TEST_F(HelpWindowControllerTest, previousOnTheSecondPageLeadsToTheFirstAndHidesItself) {
+TEST_F(HelpWindowControllerTest, previousOnTheSecondPageShowsTheFirstAndIsHidden) {
     show();
     click(next());
     click(previous());
@@ -157,7 +157,7 @@ TEST_F(HelpWindowControllerTest, previousOnTheFirstPageDoesNothing) {
     expectFirstPage();
 }
 
-TEST_F(HelpWindowControllerTest, previousOnTheLastPageBringsNextBack) {
+TEST_F(HelpWindowControllerTest, previousOnTheLastPageTurnsDoneIntoNext) {
     show();
     controller.updateForPage(4);
     click(previous());
@@ -165,7 +165,7 @@ TEST_F(HelpWindowControllerTest, previousOnTheLastPageBringsNextBack) {
     EXPECT_EQ(next().text(), u"Next →"_s);
 }
 
-TEST_F(HelpWindowControllerTest, afterDoneItOpensAtTheFirstPageAgainCentred) {
+TEST_F(HelpWindowControllerTest, afterDoneTheGuideReopensAtTheFirstPageCentred) {
     show();
     const QWidget* const window = controller.window();
     controller.updateForPage(4);
@@ -177,7 +177,7 @@ TEST_F(HelpWindowControllerTest, afterDoneItOpensAtTheFirstPageAgainCentred) {
     expectCentered();
 }
 
-TEST_F(HelpWindowControllerTest, shownWhileItIsOpenOnTheThirdPageItStartsAgainCentred) {
+TEST_F(HelpWindowControllerTest, showingTheOpenGuideReturnsToTheFirstPageAndCentresIt) {
     show();
     expectCentered();
     controller.updateForPage(2);
@@ -187,8 +187,8 @@ TEST_F(HelpWindowControllerTest, shownWhileItIsOpenOnTheThirdPageItStartsAgainCe
     expectCentered();
 }
 
-TEST_F(HelpWindowControllerTest, everyPageHasItsPicture) {
-    // The picture view is 688 by 584 points; twice that is sharp on a dense screen too.
+TEST_F(HelpWindowControllerTest, everyPageHasAPictureForDenseScreens) {
+    // Twice the image view's 688 by 584 points, for screens with two pixels a point.
     for (int page = 0; page < helpPageCount; ++page) {
         controller.updateForPage(page);
         EXPECT_GE(image().width(), 1376) << page;
@@ -198,7 +198,7 @@ TEST_F(HelpWindowControllerTest, everyPageHasItsPicture) {
 
 class HelpPictureTest : public HelpWindowControllerTest {
   protected:
-    // Pictures of the first two pages, told apart by their widths.
+    // Writes a picture; the tests tell pictures apart by their widths.
     void write(const QString& name, int width) const {
         QImage picture(width, 10, QImage::Format_RGB32);
         picture.fill(Qt::black);
@@ -217,24 +217,24 @@ class HelpPictureTest : public HelpWindowControllerTest {
     Bundle bundle{folder.filePath(u"Info.plist"_s), folder.path()};
 };
 
-TEST_F(HelpPictureTest, thePictureInTheHelpFolderIsTaken) {
+TEST_F(HelpPictureTest, thePictureInTheHelpFolderIsPreferred) {
     write(u"Help/step_1.jpg"_s, 11);
     write(u"step_1.jpg"_s, 22);
     EXPECT_EQ(widthOfPage(0), 11);
 }
 
-TEST_F(HelpPictureTest, aPictureOnlyAtTheTopOfTheResourcesIsTakenToo) {
+TEST_F(HelpPictureTest, aPictureOnlyAtTheTopOfTheResourcesIsFound) {
     write(u"Help/step_1.jpg"_s, 11);
     write(u"step_2.jpg"_s, 22);
     EXPECT_EQ(widthOfPage(1), 22);
 }
 
-TEST_F(HelpPictureTest, aMissingPictureLeavesItsPlaceEmpty) {
+TEST_F(HelpPictureTest, theImageViewIsEmptyIfThePictureIsMissing) {
     write(u"Help/step_1.jpg"_s, 11);
     EXPECT_EQ(widthOfPage(1), 0);
 }
 
-TEST_F(HelpPictureTest, aPictureThatCannotBeReadLeavesItsPlaceEmpty) {
+TEST_F(HelpPictureTest, theImageViewIsEmptyIfThePictureCannotBeRead) {
     write(u"Help/step_1.jpg"_s, 11);
     QFile broken(folder.filePath(u"Help/step_2.jpg"_s));
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
@@ -243,7 +243,7 @@ TEST_F(HelpPictureTest, aPictureThatCannotBeReadLeavesItsPlaceEmpty) {
     EXPECT_EQ(widthOfPage(1), 0);
 }
 
-TEST_F(HelpWindowControllerTest, theWholeCaptionIsSeenAtTheSmallestSize) {
+TEST_F(HelpWindowControllerTest, everyCaptionFitsItsFieldAtTheSmallestSize) {
     show();
     controller.window()->resize(1, 1);
     QCoreApplication::processEvents();
@@ -258,18 +258,18 @@ TEST_F(HelpWindowControllerTest, theWholeCaptionIsSeenAtTheSmallestSize) {
     }
 }
 
-TEST_F(HelpWindowControllerTest, theTextsHaveTheirSizes) {
+TEST_F(HelpWindowControllerTest, theCaptionHas13PixelsAndTheIndicator11) {
     EXPECT_EQ(view<Label>("captionField").font().pixelSize(), 13);
     EXPECT_EQ(view<Label>("pageIndicator").font().pixelSize(), 11);
     EXPECT_EQ(view<Label>("pageIndicator").alignment(), Qt::AlignCenter);
 }
 
-TEST_F(HelpWindowControllerTest, theIndicatorStandsBackAndTheCaptionDoesNot) {
+TEST_F(HelpWindowControllerTest, theIndicatorHasTheSecondaryColourAndTheCaptionTheLabelColour) {
     expectColor("captionField", LabelColor::Label);
     expectColor("pageIndicator", LabelColor::SecondaryLabel);
 }
 
-TEST_F(HelpWindowControllerTest, theGuideCanBeReadThroughByKeyboard) {
+TEST_F(HelpWindowControllerTest, theGuideCanBePagedByKeyboard) {
     show();
     EXPECT_TRUE(next().hasFocus());
     QTest::keyClick(&next(), Qt::Key_Return);
@@ -284,7 +284,7 @@ TEST_F(HelpWindowControllerTest, theGuideCanBeReadThroughByKeyboard) {
     EXPECT_TRUE(next().hasFocus());
 }
 
-TEST(HelpWindowController, theSharedOneIsOneAlsoWhenThreadsAskForItAtOnce) {
+TEST(HelpWindowController, concurrentFirstCallsReturnTheSameSharedController) {
     expectOneSharedController<HelpWindowController>();
 }
 

@@ -17,7 +17,7 @@
 
 namespace ambulet {
 
-/// A case on the window of a controller of its own, on the application's own bundle.
+/// A test fixture with its own controller and the application's own bundle.
 template <typename Controller>
 class AuxiliaryWindowCase : public testing::Test {
   protected:
@@ -26,7 +26,7 @@ class AuxiliaryWindowCase : public testing::Test {
         return *controller.window()->template findChild<View*>(QString::fromLatin1(name));
     }
 
-    /// A view's frame, from the content's lower left.
+    /// A view's frame, with the origin at the content's lower left corner.
     QRect frame(const char* name) {
         const QRect geometry = view<QWidget>(name).geometry();
         const int bottom = controller.window()->height() - geometry.y() - geometry.height();
@@ -57,7 +57,7 @@ class AuxiliaryWindowCase : public testing::Test {
     Controller controller{Bundle::main()};
 };
 
-/// Asks for the shared controller from several threads at once.
+/// Expects the same controller for all of several threads that ask at once.
 template <typename Controller>
 void expectOneSharedController() {
     std::vector<Controller*> seen(8);

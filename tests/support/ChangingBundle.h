@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// A bundle without resources whose information changes.
+/// A bundle without resources, whose information can be changed.
 class ChangingBundle {
   public:
     ChangingBundle(const QString& displayName, const QString& version) {

@@ -29,13 +29,13 @@ class AutoresizingLayoutTest : public testing::Test {
     AutoresizingLayout* layout = new AutoresizingLayout(QSize(100, 200), &window);
 };
 
-TEST_F(AutoresizingLayoutTest, framesCountFromTheLowerLeft) {
+TEST_F(AutoresizingLayoutTest, frameOriginsAreAtTheLowerLeft) {
     const QWidget* const view = addView(Horizontally::RightMargin, Vertically::TopMargin);
     resize(100, 200);
     EXPECT_EQ(view->geometry(), QRect(10, 200 - 20 - 40, 30, 40));
 }
 
-TEST_F(AutoresizingLayoutTest, whatStretchesTakesUpTheDifference) {
+TEST_F(AutoresizingLayoutTest, theStretchingMarginsAndSizesTakeUpTheDifference) {
     struct {
         Horizontally horizontally;
         Vertically vertically;
@@ -55,7 +55,7 @@ TEST_F(AutoresizingLayoutTest, whatStretchesTakesUpTheDifference) {
     }
 }
 
-TEST_F(AutoresizingLayoutTest, aFrameComesBackWithItsSizeAlsoFromNothing) {
+TEST_F(AutoresizingLayoutTest, aViewShrunkToNothingRegainsItsFrame) {
     const QWidget* const view = addView(Horizontally::Width, Vertically::Height);
     resize(20, 100);
     EXPECT_EQ(view->size(), QSize(0, 0));
@@ -63,7 +63,7 @@ TEST_F(AutoresizingLayoutTest, aFrameComesBackWithItsSizeAlsoFromNothing) {
     EXPECT_EQ(view->geometry(), QRect(10, 140, 30, 40));
 }
 
-TEST_F(AutoresizingLayoutTest, aHiddenViewHasItsPlaceWhenItIsShown) {
+TEST_F(AutoresizingLayoutTest, aHiddenViewIsPlacedToo) {
     QWidget* const view = addView(Horizontally::LeftMargin, Vertically::TopMargin);
     view->hide();
     resize(150, 270);
@@ -71,13 +71,13 @@ TEST_F(AutoresizingLayoutTest, aHiddenViewHasItsPlaceWhenItIsShown) {
     EXPECT_EQ(view->geometry(), QRect(60, 210, 30, 40));
 }
 
-TEST_F(AutoresizingLayoutTest, itAsksForTheInitialSizeAndAllowsAny) {
+TEST_F(AutoresizingLayoutTest, theSizeHintIsTheInitialSizeAndTheMinimumIsZero) {
     addView(Horizontally::Width, Vertically::Height);
     EXPECT_EQ(layout->sizeHint(), QSize(100, 200));
     EXPECT_EQ(layout->totalMinimumSize(), QSize(0, 0));
 }
 
-TEST_F(AutoresizingLayoutTest, aViewThatIsDestroyedLeavesTheLayout) {
+TEST_F(AutoresizingLayoutTest, aDestroyedViewLeavesTheLayout) {
     const QWidget* const view = addView(Horizontally::Width, Vertically::Height);
     EXPECT_EQ(layout->count(), 1);
     delete view;

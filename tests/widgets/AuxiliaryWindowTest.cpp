@@ -16,7 +16,7 @@ QRect available() {
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-// A free height is its quarter above the window and its rest below, a free width half at each side.
+// Half of the free width is left of the window, a quarter of the free height above it.
 void expectCentered(const QWidget& window) {
     const QRect frame = window.frameGeometry();
     const int left = frame.left() - available().left();
@@ -25,7 +25,7 @@ void expectCentered(const QWidget& window) {
     EXPECT_EQ(above, (available().height() - frame.height()) / 4);
 }
 
-TEST(AuxiliaryWindow, itOpensCentredOnTheAvailableScreen) {
+TEST(AuxiliaryWindow, theWindowOpensCentredInTheAvailableArea) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -33,7 +33,7 @@ TEST(AuxiliaryWindow, itOpensCentredOnTheAvailableScreen) {
     expectCentered(window);
 }
 
-TEST(AuxiliaryWindow, aWindowThatWasMovedCanBeCentredAgain) {
+TEST(AuxiliaryWindow, aMovedWindowCanBeCentredAgain) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -43,7 +43,7 @@ TEST(AuxiliaryWindow, aWindowThatWasMovedCanBeCentredAgain) {
     expectCentered(window);
 }
 
-TEST(AuxiliaryWindow, oneThatIsShownAgainIsCentredAgain) {
+TEST(AuxiliaryWindow, aWindowIsCentredEachTimeItIsShown) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
     window.show();
     window.move(3, 5);
@@ -53,7 +53,7 @@ TEST(AuxiliaryWindow, oneThatIsShownAgainIsCentredAgain) {
     expectCentered(window);
 }
 
-TEST(AuxiliaryWindow, aResizableOneTooLargeForTheScreenIsMadeToFit) {
+TEST(AuxiliaryWindow, aResizableWindowTooLargeForTheScreenIsMadeSmaller) {
     AuxiliaryWindow window(QSize(available().width() + 50, 300), Sizing::Resizable);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -63,14 +63,14 @@ TEST(AuxiliaryWindow, aResizableOneTooLargeForTheScreenIsMadeToFit) {
     EXPECT_EQ(window.frameGeometry().left(), available().left());
 }
 
-TEST(AuxiliaryWindow, ofAFixedOneTooLargeForTheScreenTheTitleBarIsOnIt) {
+TEST(AuxiliaryWindow, aFixedWindowTooLargeForTheScreenHasItsTitleBarOnTheScreen) {
     AuxiliaryWindow window(QSize(300, available().height() + 50), Sizing::Fixed);
     window.show();
     EXPECT_EQ(window.height(), available().height() + 50);
     EXPECT_EQ(window.frameGeometry().top(), available().top());
 }
 
-TEST(AuxiliaryWindow, aZoomedOneIsLeftWhereItIs) {
+TEST(AuxiliaryWindow, centringLeavesAMaximisedWindowAlone) {
     AuxiliaryWindow window(QSize(300, 200), Sizing::Resizable);
     window.showMaximized();
     const QRect zoomed = window.geometry();
@@ -79,18 +79,18 @@ TEST(AuxiliaryWindow, aZoomedOneIsLeftWhereItIs) {
     EXPECT_TRUE(window.isMaximized());
 }
 
-TEST(AuxiliaryWindow, itsMinimumSizeIsTheFrames) {
+TEST(AuxiliaryWindow, theMinimumSizeIncludesTheFrame) {
     AuxiliaryWindow window(QSize(700, 600), Sizing::Resizable);
     window.setMinimumFrameSize(QSize(400, 300));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     const QMargins frame = window.windowHandle()->frameMargins();
-    EXPECT_GT(frame.top(), 0) << "without a frame there is nothing to be seen here";
+    EXPECT_GT(frame.top(), 0) << "the test needs a window frame";
     window.resize(1, 1);
     EXPECT_EQ(window.frameGeometry().size(), QSize(400, 300));
 }
 
-TEST(AuxiliaryWindow, aFixedOneCannotBeResizedZoomedOrMinimised) {
+TEST(AuxiliaryWindow, aFixedWindowCannotBeResizedMaximisedOrMinimised) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
     window.show();
     window.resize(500, 500);
@@ -99,7 +99,7 @@ TEST(AuxiliaryWindow, aFixedOneCannotBeResizedZoomedOrMinimised) {
     EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
 }
 
-TEST(AuxiliaryWindow, aResizableOneCanBeZoomedAndNotMinimised) {
+TEST(AuxiliaryWindow, aResizableWindowCanBeMaximisedButNotMinimised) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
     window.show();
     EXPECT_TRUE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
@@ -107,7 +107,7 @@ TEST(AuxiliaryWindow, aResizableOneCanBeZoomedAndNotMinimised) {
     EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
 }
 
-TEST(AuxiliaryWindow, itIsAWindowToAssistiveTechnology) {
+TEST(AuxiliaryWindow, assistiveProgramsSeeAWindow) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
     window.setWindowTitle(QStringLiteral("Title"));
     const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&window);

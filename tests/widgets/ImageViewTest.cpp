@@ -6,7 +6,7 @@ namespace ambulet {
 
 namespace {
 
-// What a view of 200 x 100 shows, on a screen of `ratio` pixels a point.
+// The pixels of a view of 200 x 100 points, on a screen with `ratio` pixels a point.
 QImage shown(const QImage& image, double ratio = 1) {
     ImageView view;
     view.resize(200, 100);
@@ -24,7 +24,7 @@ QImage filled(int width, int height, const QColor& color) {
     return image;
 }
 
-// The part of the screen that is not white, in its pixels.
+// The bounding box of all pixels that are not white.
 QRect painted(const QImage& screen) {
     QRect found;
     for (int y = 0; y < screen.height(); ++y) {
@@ -37,18 +37,18 @@ QRect painted(const QImage& screen) {
     return found;
 }
 
-TEST(ImageView, aLargePictureIsScaledDownInProportionAndCentred) {
+TEST(ImageView, aLargeImageIsScaledDownInProportionAndCentred) {
     EXPECT_EQ(painted(shown(filled(400, 400, Qt::black))), QRect(50, 0, 100, 100));
     EXPECT_EQ(painted(shown(filled(800, 100, Qt::black))), QRect(0, 37, 200, 25));
 }
 
-TEST(ImageView, aSmallPictureIsScaledUpInProportion) {
+TEST(ImageView, aSmallImageIsScaledUpInProportion) {
     EXPECT_EQ(painted(shown(filled(10, 10, Qt::black))), QRect(50, 0, 100, 100));
 }
 
-TEST(ImageView, aPictureOfTheScreensPixelsIsShownPixelByPixel) {
+TEST(ImageView, anImageOfTheViewsSizeIsShownPixelByPixel) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
-        // Lines one pixel wide stay black and white only where nothing is smeared.
+        // Any scaling would turn lines one pixel wide grey.
         QImage lines =
             filled(static_cast<int>(200 * ratio), static_cast<int>(100 * ratio), Qt::white);
         for (int x = 0; x < lines.width(); x += 2) {
@@ -78,7 +78,7 @@ TEST(ImageView, aNullImageEmptiesTheView) {
     EXPECT_TRUE(painted(screen).isEmpty());
 }
 
-TEST(ImageView, anotherPictureOfTheSameSizeReplacesTheFirst) {
+TEST(ImageView, anotherImageOfTheSameSizeReplacesTheFirst) {
     ImageView view;
     view.resize(200, 100);
     QImage screen = filled(200, 100, Qt::white);

@@ -15,14 +15,14 @@ class ScreenFitTest : public testing::Test {
         window.setGeometry(content);
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-        EXPECT_GT(frameMargins(window).top(), 0) << "there is no frame to be seen here";
+        EXPECT_GT(frameMargins(window).top(), 0) << "the test needs a window frame";
     }
 
     QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     QWidget window;
 };
 
-TEST_F(ScreenFitTest, aWindowThatFitsIsLeftWhereItIs) {
+TEST_F(ScreenFitTest, aWindowThatIsNotTooLargeIsNotMoved) {
     show({100, 120, 300, 200});
     fitOnScreen(window);
     EXPECT_EQ(window.geometry(), QRect(100, 120, 300, 200));
@@ -33,13 +33,13 @@ TEST_F(ScreenFitTest, aWindowThatFitsIsLeftWhereItIs) {
     EXPECT_EQ(window.size(), QSize(300, 200));
 }
 
-TEST_F(ScreenFitTest, aWindowTooLargeIsMadeToFitWithItsFrame) {
+TEST_F(ScreenFitTest, aWindowTooLargeIsMadeToFitIncludingItsFrame) {
     show({100, 120, screen.width() + 1, screen.height() + 1});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry(), screen);
 }
 
-TEST_F(ScreenFitTest, aWindowTooHighAloneKeepsItsWidth) {
+TEST_F(ScreenFitTest, aWindowThatIsOnlyTooHighKeepsItsWidth) {
     show({100, 120, 300, screen.height()});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry().height(), screen.height());
@@ -48,14 +48,14 @@ TEST_F(ScreenFitTest, aWindowTooHighAloneKeepsItsWidth) {
     EXPECT_EQ(window.width(), 300);
 }
 
-TEST_F(ScreenFitTest, aWindowTooHighIsMovedOntoTheScreenFromTheSideToo) {
+TEST_F(ScreenFitTest, aWindowThatIsOnlyTooHighIsMovedHorizontallyToo) {
     show({screen.right() - 10, 120, 300, screen.height()});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry().bottomRight(), screen.bottomRight());
     EXPECT_EQ(window.width(), 300);
 }
 
-TEST_F(ScreenFitTest, ofAWindowThatCannotBeMadeToFitTheTitleBarIsOnTheScreen) {
+TEST_F(ScreenFitTest, aWindowWhoseMinimumIsTooLargeHasItsTitleBarOnTheScreen) {
     window.setMinimumHeight(screen.height() + 50);
     show({100, 120, 300, screen.height() + 50});
     fitOnScreen(window);
@@ -63,7 +63,7 @@ TEST_F(ScreenFitTest, ofAWindowThatCannotBeMadeToFitTheTitleBarIsOnTheScreen) {
     EXPECT_EQ(window.height(), screen.height() + 50);
 }
 
-TEST_F(ScreenFitTest, aFrameIsMovedByItsUpperLeftCorner) {
+TEST_F(ScreenFitTest, moveFramePlacesTheFramesUpperLeftCorner) {
     window.resize(300, 200);
     window.winId();
     ASSERT_FALSE(frameMargins(window).isNull());

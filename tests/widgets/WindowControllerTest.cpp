@@ -21,7 +21,7 @@ struct TestController : WindowController {
     }
 };
 
-TEST(WindowController, theWindowIsLoadedAtItsFirstShowingAndOnlyOnce) {
+TEST(WindowController, theWindowIsLoadedOnceWhenItIsFirstShown) {
     TestController controller;
     EXPECT_FALSE(controller.isWindowLoaded());
     controller.showWindow();
@@ -31,7 +31,7 @@ TEST(WindowController, theWindowIsLoadedAtItsFirstShowingAndOnlyOnce) {
     EXPECT_TRUE(controller.window()->isVisible());
 }
 
-TEST(WindowController, aClosedWindowIsHiddenAndComesBack) {
+TEST(WindowController, aClosedWindowIsHiddenAndCanBeShownAgain) {
     TestController controller;
     controller.showWindow();
     controller.window()->close();
@@ -41,7 +41,7 @@ TEST(WindowController, aClosedWindowIsHiddenAndComesBack) {
     EXPECT_EQ(controller.loads, 1);
 }
 
-TEST(WindowController, aMinimisedWindowIsRestored) {
+TEST(WindowController, showingRestoresAMinimisedWindow) {
     TestController controller;
     controller.showWindow();
     controller.window()->showMinimized();
@@ -49,7 +49,7 @@ TEST(WindowController, aMinimisedWindowIsRestored) {
     EXPECT_FALSE(controller.window()->isMinimized());
 }
 
-TEST(WindowController, aZoomedWindowThatWasMinimisedComesBackZoomed) {
+TEST(WindowController, showingAMinimisedWindowKeepsItMaximised) {
     TestController controller;
     controller.showWindow();
     controller.window()->showMaximized();
