@@ -103,7 +103,7 @@ def records(name, share, makers, hours, longest, unit, value, children):
     begin = f' <Record type="HK{"Quantity" if unit else "Category"}TypeIdentifier{name}" sourceName="'
     unit = f' unit="{unit}"' if unit else ""
     budget, created, left = size * share / 1000, 0, 0
-    gap = 24 * HOUR * DAYS / (budget / 450) * (hours[1] - hours[0]) / 24
+    gap = 24 * HOUR * DAYS / (budget / 380) * (hours[1] - hours[0]) / 24
     longest, time = min(longest, gap), hours[0] * HOUR + gap * rnd()
     while budget > 0 and time < 24 * HOUR * DAYS:
         if left == 0:
