@@ -1,10 +1,50 @@
-# A folder of src is a static library, layer_<folder>. What it links is what it may include: the
-# arrows between the folders, which tests/tree holds the sources to.
+# ambulet_layer(expat SOURCES ExpatReader.cpp ... LINKS layer_xml EXPAT::EXPAT HEADERS expat)
 #
-#   ambulet_layer(text SOURCES DateFormatter.cpp ... LINKS ICU::i18n ICU::uc)
+# A folder of src is a static library, layer_<name>; without SOURCES it is all headers. Its sources
+# may include nothing but
+#   - its own headers and those of the layers that LINKS names, none beyond them,
+#   - the standard library's and the operating system's headers,
+#   - those of other libraries that HEADERS names by how their paths start; Qt stands for all of Qt's.
+# ambulet_write_arrows() writes this down, and tests/tree checks the sources against it.
 function(ambulet_layer name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-  add_library(layer_${name} STATIC ${ARG_SOURCES})
-  target_include_directories(layer_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(layer_${name} PUBLIC ${ARG_LINKS} PRIVATE ambulet_compile)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;HEADERS" ${ARGN})
+  if(ARG_SOURCES)
+    add_library(layer_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(layer_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(layer_${name} PUBLIC ${ARG_LINKS} PRIVATE ambulet_compile)
+  else()
+    add_library(layer_${name} INTERFACE)
+    target_include_directories(layer_${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(layer_${name} INTERFACE ${ARG_LINKS})
+  endif()
+  if(Qt IN_LIST ARG_HEADERS)
+    set_target_properties(layer_${name} PROPERTIES AUTOMOC ON)
+  endif()
+
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  list(FILTER ARG_LINKS INCLUDE REGEX "^layer_")
+  set_target_properties(layer_${name} PROPERTIES
+    AMBULET_FOLDER ${folder} AMBULET_LAYERS "${ARG_LINKS}" AMBULET_HEADERS "${ARG_HEADERS}")
+  set_property(GLOBAL APPEND PROPERTY AMBULET_LAYERS layer_${name})
+endfunction()
+
+# Writes a line for each layer: its folder, the folders it may include, the libraries it may include;
+# between them a tab, between the words of one list a blank.
+function(ambulet_write_arrows file)
+  get_property(layers GLOBAL PROPERTY AMBULET_LAYERS)
+  set(table "")
+  foreach(layer IN LISTS layers)
+    get_target_property(folder ${layer} AMBULET_FOLDER)
+    get_target_property(targets ${layer} AMBULET_LAYERS)
+    get_target_property(headers ${layer} AMBULET_HEADERS)
+    set(folders "")
+    foreach(target IN LISTS targets)
+      get_target_property(target_folder ${target} AMBULET_FOLDER)
+      list(APPEND folders ${target_folder})
+    endforeach()
+    list(JOIN folders " " folders)
+    list(JOIN headers " " headers)
+    string(APPEND table "${folder}\t${folders}\t${headers}\n")
+  endforeach()
+  file(CONFIGURE OUTPUT ${file} CONTENT "${table}" @ONLY)
 endfunction()
