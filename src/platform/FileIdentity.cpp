@@ -12,7 +12,7 @@ namespace {
 
 // Asks neither a server nor the automounter, so as not to wait for one.
 std::optional<struct statx> statusOf(const QString& path, unsigned mask) {
-    struct statx status {};
+    struct statx status = {};
     const int failed = ::statx(AT_FDCWD, QFile::encodeName(path).constData(),
                                AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, mask, &status);
     return failed != 0 ? std::nullopt : std::optional(status);

@@ -52,7 +52,7 @@ TEST(FileIdentity, isOfTheFileUnderWhateverName) {
 TEST(FileIdentity, isThatOfTheFileSystem) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
-    struct stat status {};
+    struct stat status = {};
     ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &status), 0);
     const auto identity = FileIdentity::ofFile(file);
     ASSERT_TRUE(identity);

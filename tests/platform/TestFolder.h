@@ -48,7 +48,7 @@ inline QByteArray contentOf(const QString& file) {
 
 /// The permission bits.
 inline unsigned modeOf(const QString& path) {
-    struct stat status {};
+    struct stat status = {};
     EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0) << path.toStdString();
     return status.st_mode & 07777U;
 }

@@ -15,7 +15,7 @@ std::error_code lastError() {
 }
 
 std::error_code kindError(int descriptor) {
-    struct stat status {};
+    struct stat status = {};
     if (fstat(descriptor, &status) != 0) {
         return lastError();
     }

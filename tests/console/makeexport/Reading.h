@@ -21,9 +21,9 @@ struct Reading {
     std::map<std::string, int> topLevelTypes;  // how many Records of a type there are at top level
     std::vector<std::string> children;         // of the root, by name, a run of one name once
     std::vector<std::string> recordTypes;      // of top level, a run of one type once
-    std::vector<std::string>
-        attributeOrders;  // of Records, each that occurs once, "type sourceName…"
-    std::vector<std::string> sourceNames;  // of Records, each that occurs once
+    std::vector<std::string> sourceNames;      // of Records, each that occurs once
+    // Of Records, each that occurs once, "type sourceName…".
+    std::vector<std::string> attributeOrders;
     std::vector<StepRecord> steps;
 };
 
