@@ -1,7 +1,9 @@
-# ambulet_lint(): two targets over all sources of ours, run by tools/test.
-#   format  the layout is the one that .clang-format says
-#   tidy    clang-tidy over all but the tests, a stamp a source, so that only what changed is looked at
-#           again
+# ambulet_lint(): targets over all sources of ours. tools/test builds the last two.
+#   format        lays the sources out as .clang-format says
+#   check-format  fails where that would change one
+#   tidy          runs clang-tidy, with a stamp for each source, so that only what changed is looked at
+#                 again; over the tests with the shorter list of tests/.clang-tidy
+# The programs may be of any version from 14 on. Where one is missing, its targets say so and succeed.
 function(ambulet_lint)
   foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
@@ -10,15 +12,29 @@ function(ambulet_lint)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${header_globs})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_globs})
 
-  add_custom_target(format
-    COMMAND clang-format-14 --dry-run -Werror ${headers} ${sources}
-    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} VERBATIM)
-
-  list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/tests/")
-  if(NOT APPLE)
-    list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")  # its headers are not here
+  find_program(CLANG_FORMAT NAMES clang-format clang-format-14)
+  if(CLANG_FORMAT)
+    set(format COMMAND ${CLANG_FORMAT} -i ${headers} ${sources})
+    set(check_format COMMAND ${CLANG_FORMAT} --dry-run -Werror ${headers} ${sources})
+  else()
+    set(format COMMAND ${CMAKE_COMMAND} -E echo "clang-format is not installed: not run.")
+    set(check_format ${format})
   endif()
-  if(NOT TARGET bench)  # not compiled here, so clang-tidy would not know how
+  add_custom_target(format ${format} VERBATIM)
+  add_custom_target(check-format ${check_format} VERBATIM)
+
+  find_program(CLANG_TIDY NAMES clang-tidy clang-tidy-14)
+  if(NOT CLANG_TIDY)
+    add_custom_target(tidy
+      COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy is not installed: not run." VERBATIM)
+    return()
+  endif()
+  # What is not compiled here has no compile command to check it by.
+  if(NOT APPLE)
+    list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")
+  endif()
+  list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/tests/mac/")
+  if(NOT TARGET bench)
     list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/bench/")
   endif()
   if(NOT AMBULET_PEERS)
@@ -32,9 +48,10 @@ function(ambulet_lint)
     string(REPLACE "/" "_" stamp ${name})
     set(stamp ${CMAKE_BINARY_DIR}/tidy/${stamp}.ok)
     add_custom_command(OUTPUT ${stamp}
-      COMMAND clang-tidy-14 --quiet -p ${CMAKE_BINARY_DIR} ${source}
+      COMMAND ${CLANG_TIDY} --quiet -p ${CMAKE_BINARY_DIR} ${source}
       COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
       DEPENDS ${source} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
+              ${PROJECT_SOURCE_DIR}/tests/.clang-tidy
       COMMENT "clang-tidy ${name}" VERBATIM)
     list(APPEND stamps ${stamp})
   endforeach()
