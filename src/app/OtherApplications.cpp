@@ -61,8 +61,11 @@ class X11 {
         if (!reply || reply->format != 32) {
             return {};
         }
-        const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-        return {values, values + reply->value_len};
+        // Made of two pointers, g++ 14 would take the vector's memory for part of the reply.
+        std::vector<std::uint32_t> values(reply->value_len);
+        std::copy_n(static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
+                    values.size(), values.begin());
+        return values;
     }
 
     bool has(xcb_window_t window, std::string_view name, std::uint32_t value) const {

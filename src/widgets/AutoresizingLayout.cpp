@@ -52,14 +52,14 @@ void AutoresizingLayout::setGeometry(const QRect& content) {
         // The widget's own geometry, not its item's: an item skips a hidden widget, and a style may
         // add margins to it.
         if (QWidget* const view = place.item->widget()) {
-            view->setGeometry(geometry(place, content));
+            view->setGeometry(frameWithin(place, content));
         } else {
-            place.item->setGeometry(geometry(place, content));
+            place.item->setGeometry(frameWithin(place, content));
         }
     }
 }
 
-QRect AutoresizingLayout::geometry(const Place& place, const QRect& content) const {
+QRect AutoresizingLayout::frameWithin(const Place& place, const QRect& content) const {
     const QSize growth = content.size() - _initial;
     QRect frame = place.frame;
     if (place.horizontally == Horizontally::Width) {

@@ -49,7 +49,7 @@ class AutoresizingLayout final : public QLayout {
         Vertically vertically;
     };
 
-    QRect geometry(const Place& place, const QRect& content) const;
+    QRect frameWithin(const Place& place, const QRect& content) const;
 
     QSize _initial;
     std::vector<Place> _places;

@@ -209,7 +209,7 @@ TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenTheProgramQuits) {
     makeController().showWindow();
     controller->window()->setGeometry(40, 60, 650, 500);
     QCoreApplication::processEvents();
-    Q_EMIT qApp->aboutToQuit({});
+    ASSERT_TRUE(QMetaObject::invokeMethod(qApp, "aboutToQuit"));
     makeController().showWindow();
     EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
 }
