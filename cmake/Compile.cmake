@@ -21,6 +21,29 @@ if(AMBULET_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# The release build is hardened: it reads files of strangers.
+if(CMAKE_BUILD_TYPE MATCHES "^Rel")
+  include(CheckCXXCompilerFlag)
+  foreach(flag -fstack-protector-strong -fstack-clash-protection -ftrivial-auto-var-init=zero
+               -fcf-protection=full)
+    string(MAKE_C_IDENTIFIER "AMBULET_HAS${flag}" known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      add_compile_options(${flag})
+    endif()
+  endforeach()
+  # Distributions set a lower one.
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  if(NOT APPLE)
+    # Not by CMake's own setting, which would compile the libraries as for shared ones.
+    add_compile_options(-fPIE)
+    add_link_options(-pie -Wl,-z,relro,-z,now,-z,noexecstack)
+  endif()
+  # The same bytes from any folder.
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+endif()
+
 add_library(ambulet_compile INTERFACE)
 target_compile_options(ambulet_compile INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                                  -Wsign-conversion -Wold-style-cast)
