@@ -2,6 +2,8 @@
 
 #include "text/IcuStatus.h"
 
+#include <unicode/dcfmtsym.h>
+#include <unicode/decimfmt.h>
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 
@@ -11,9 +13,12 @@
 namespace ambulet {
 
 // Phones write one form, and there may be millions of it, so that form is read by hand. Whatever
-// else the pattern lets through (a "Z" for the offset, one-digit months, digits of other scripts)
-// is rare and left to ICU, at a hundred times the cost. Where both can read a text they agree;
-// years before 1583 are ICU's because it has the Julian calendar there.
+// else the pattern lets through is rare and left to ICU, at a hundred times the cost:
+// - other spellings of the offset, such as "Z" and "-08:00";
+// - more or fewer digits in a field, though ICU 72 refuses one-digit days, minutes and seconds;
+// - digits of other scripts, and further blanks.
+// Where both can read a text they agree. Years before 1583 are left to ICU, which has the Julian
+// calendar there.
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -44,12 +49,21 @@ class Digits {
     bool _areDigits = true;
 };
 
+// ICU's own would read "1e3" as 1000 wherever a number stands.
+icu::NumberFormat* newNumberFormat(UErrorCode& status) {
+    auto format = std::make_unique<icu::DecimalFormat>(
+        u"0", icu::DecimalFormatSymbols(icu::Locale::getUS(), status), status);
+    format->setParseNoExponent(true);
+    return format.release();
+}
+
 icu::SimpleDateFormat* newFormat() {
     UErrorCode status = U_ZERO_ERROR;
     auto format = std::make_unique<icu::SimpleDateFormat>(u"yyyy-MM-dd HH:mm:ss Z",
                                                           icu::Locale::getUS(), status);
     // Numbers alone are read, not a month's name.
     format->setBooleanAttribute(UDAT_PARSE_MULTIPLE_PATTERNS_FOR_MATCH, false, status);
+    format->adoptNumberFormat(newNumberFormat(status));
     orThrow(status);
     format->setTimeZone(*icu::TimeZone::getGMT());
     format->setLenient(false);

@@ -22,9 +22,9 @@ class InstantReader {
     InstantReader();
     ~InstantReader();
 
-    /// None for a text in another form, with a field out of range, or with more after it than
-    /// blanks and tabs; and for the years after 32766. Throws std::runtime_error if ICU is needed
-    /// and lacks its own data.
+    /// None for a text in another form, with a field out of range, with a number in exponential
+    /// notation, or with more after it than blanks and tabs; and for the years after 32766. Throws
+    /// std::runtime_error if ICU is needed and lacks its own data.
     std::optional<std::chrono::sys_seconds> instant(std::string_view text);
 
     /// The instant of a text in the exact form, each field with all of its digits, in the years

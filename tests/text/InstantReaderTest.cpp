@@ -76,6 +76,29 @@ TEST(InstantReader, readsLooselyWrittenNumbersAndBlanks) {
     EXPECT_EQ(read("٢٠٢٤-٠٣-٠٩ ٠٧:١٥:٠٢ -0800"), at(1709997302));
 }
 
+TEST(InstantReader, readsFieldsOfMoreDigits) {
+    EXPECT_EQ(read("02024-003-009 007:015:002 -0800"), at(1709997302));
+}
+
+// As ICU 72 does, which takes one-digit months and hours.
+TEST(InstantReader, refusesOneDigitDaysMinutesAndSeconds) {
+    for (const char* text :
+         {"2024-03-9 07:15:02 -0800", "2024-03-09 07:5:02 -0800", "2024-03-09 07:15:2 -0800"}) {
+        EXPECT_EQ(read(text), std::nullopt) << text;
+    }
+}
+
+TEST(InstantReader, refusesExponentsInEveryField) {
+    for (const char* text :
+         {"1e3-03-09 07:15:02 -0800", "1E3-03-09 07:15:02 -0800", "1E+3-03-09 07:15:02 -0800",
+          "1e-0-03-09 07:15:02 -0800", "2024e0-03-09 07:15:02 -0800", "1e4-03-09 07:15:02 -0800",
+          "2024-3e0-09 07:15:02 -0800", "2024-1e1-09 07:15:02 -0800", "2024-03-1e1 07:15:02 -0800",
+          "2024-03-09 1e1:15:02 -0800", "2024-03-09 07:1e1:02 -0800", "2024-03-09 07:15:1e1 -0800",
+          "2024-03-09 07:15:02 -1e1", "2024-03-09 07:15:02 GMT-1e1", "٢e٣-03-09 07:15:02 -0800"}) {
+        EXPECT_EQ(read(text), std::nullopt) << text;
+    }
+}
+
 TEST(InstantReader, blanksAndTabsMayFollow) {
     EXPECT_EQ(read("2024-03-09 07:15:02 -0800 \t "), at(1709997302));
 }
