@@ -15,7 +15,7 @@ class InputFile;
 /// same result for every file: the same days, and the same first error.
 ///
 /// Expat is the referee. It reads the prolog; it reads the whole of a document that is not plain
-/// (see Prolog); and wherever the fast road meets something that it has not verified to be
+/// (see ExpatDocument); and wherever the fast road meets something that it has not verified to be
 /// well-formed, expat goes on from the last place before that, to the end.
 class ExportReader {
   public:

@@ -16,13 +16,13 @@ namespace {
 using namespace std::string_literals;
 
 // The document stops in `part` at the byte that is `more` bytes into it.
-void expectStopIn(std::string_view part, std::uint64_t more, const char* reason) {
+void expectStopIn(std::string_view part, std::uint64_t more, XMLErrorReason reason) {
     const std::string bytes = around(part);
     const XMLError stop{byteOf(bytes, part, more), reason};
     EXPECT_EQ(read(bytes), (Reading{ninth, stop}));
 }
 
-void expectNothing(std::string_view bytes, std::uint64_t stop, const char* reason) {
+void expectNothing(std::string_view bytes, std::uint64_t stop, XMLErrorReason reason) {
     EXPECT_EQ(read(bytes), (Reading{{}, XMLError{stop, reason}}));
 }
 
@@ -31,19 +31,19 @@ void expectBothDays(std::string_view bytes) {
 }
 
 TEST(BadInput, anEmptyFileHasNoDays) {
-    expectNothing("", 0, "no element found");
+    expectNothing("", 0, XMLErrorReason::noElement);
 }
 
 TEST(BadInput, blanksHaveNoDays) {
-    expectNothing(" \n\n", 3, "no element found");
+    expectNothing(" \n\n", 3, XMLErrorReason::noElement);
 }
 
 TEST(BadInput, aZipHasNoDays) {
-    expectNothing("PK\x03\x04\x14\x00\x08\x00\x08\x00"s, 2, "not well-formed (invalid token)");
+    expectNothing("PK\x03\x04\x14\x00\x08\x00\x08\x00"s, 2, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, aPictureHasNoDays) {
-    expectNothing("\x89PNG\r\n\x1A\n\x00\x00\x00\rIHDR"s, 0, "not well-formed (invalid token)");
+    expectNothing("\x89PNG\r\n\x1A\n\x00\x00\x00\rIHDR"s, 0, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, aDocumentOfAnotherKindHasNoDays) {
@@ -64,105 +64,166 @@ TEST(BadInput, aDocumentCutOffWithinATagKeepsTheRecordsBefore) {
     const std::uint64_t tag = byteOf(whole, step(noon10, "7"));
     for (const std::size_t length : {1U, 7U, 30U, 90U, 115U}) {
         EXPECT_EQ(read(whole.substr(0, tag + length)),
-                  (Reading{ninth, XMLError{tag, "unclosed token"}}));
+                  (Reading{ninth, XMLError{tag, XMLErrorReason::unclosedToken}}));
     }
 }
 
 TEST(BadInput, aDocumentCutOffBetweenTagsKeepsTheRecordsBefore) {
     const std::string whole = around("");
     const std::uint64_t end = byteOf(whole, "</HealthData>");
-    EXPECT_EQ(read(whole.substr(0, end)), (Reading{both, XMLError{end, "no element found"}}));
+    EXPECT_EQ(read(whole.substr(0, end)),
+              (Reading{both, XMLError{end, XMLErrorReason::noElement}}));
 }
 
 TEST(BadInput, anEndTagOfAnotherNameStops) {
-    expectStopIn("<Workout></workout>", 11, "mismatched tag");
-    expectStopIn("</Record>", 2, "mismatched tag");
+    expectStopIn("<Workout></workout>", 11, XMLErrorReason::mismatchedTag);
+    expectStopIn("</Record>", 2, XMLErrorReason::mismatchedTag);
 }
 
 TEST(BadInput, aSecondRootStops) {
     const std::string first = document(step(noon9, "5"));
     EXPECT_EQ(read(first + document(step(noon10, "7")).substr(39)),
-              (Reading{ninth, XMLError{first.size(), "junk after document element"}}));
+              (Reading{ninth, XMLError{first.size(), XMLErrorReason::junkAfterRoot}}));
 }
 
 TEST(BadInput, junkAfterTheRootStops) {
     const std::string whole = around("");
     EXPECT_EQ(read(whole + "junk"),
-              (Reading{both, XMLError{whole.size(), "junk after document element"}}));
+              (Reading{both, XMLError{whole.size(), XMLErrorReason::junkAfterRoot}}));
     EXPECT_EQ(read(whole + "<?i?>\njunk=\"\""),
-              (Reading{both, XMLError{whole.size() + 6, "junk after document element"}}));
+              (Reading{both, XMLError{whole.size() + 6, XMLErrorReason::junkAfterRoot}}));
     EXPECT_EQ(read(whole + "<!-- a -- b -->"),
-              (Reading{both, XMLError{whole.size() + 9, "not well-formed (invalid token)"}}));
+              (Reading{both, XMLError{whole.size() + 9, XMLErrorReason::invalidToken}}));
     EXPECT_EQ(read(whole + "<!-- a comment -->\n<?and an instruction?>\n"), (Reading{both, {}}));
+}
+
+TEST(BadInput, textAfterTheRootStopsWhereItBeginsWhateverItEndsIn) {
+    const std::string whole = around("");
+    for (const char* text : {"]",
+                             "]]",
+                             "]]>",
+                             "j]]",
+                             "\xC3",
+                             "j\xC3",
+                             "junk\xE2\x82",
+                             "junk\xF0\x9F\x91",
+                             "]]\xC3",
+                             "j=",
+                             "&",
+                             "&a",
+                             "%",
+                             "%a;",
+                             "\"",
+                             "'j",
+                             "[",
+                             ">",
+                             "j\xFF",
+                             "\x80",
+                             "\xEF\xBF\xBE",
+                             "\v"}) {
+        for (const char* before : {"", "\n", "\r", "<!-- a -->", "<?a?> "}) {
+            const std::uint64_t stop = whole.size() + std::string_view(before).size();
+            EXPECT_EQ(read(whole + before + text),
+                      (Reading{both, XMLError{stop, XMLErrorReason::junkAfterRoot}}))
+                << before << text;
+        }
+    }
+}
+
+TEST(BadInput, textAfterTheRootStopsWhereItBeginsInUtf16) {
+    for (const bool bigEndian : {true, false}) {
+        const auto encoded = [bigEndian](std::u16string_view text) {
+            std::string bytes;
+            for (const char16_t unit : text) {
+                const char high = static_cast<char>(unit >> 8);
+                const char low = static_cast<char>(unit & 0xFF);
+                bytes += bigEndian ? std::string{high, low} : std::string{low, high};
+            }
+            return bytes;
+        };
+        const std::string whole = encoded(u"<HealthData></HealthData>");
+        // Some letters have the byte of "<" as their first or second one.
+        for (const char16_t* text : {u"]]", u"j]]", u"j=", u"&", u"\u3C4E", u"\u4E3C", u"\u3C4E=",
+                                     u"\u4E3C=", u"\u4E3C]]", u"j\uFFFE"}) {
+            for (const std::string rest : {"", "x"}) {  // the half of a character
+                EXPECT_EQ(read(whole + encoded(text) + rest),
+                          (Reading{{}, XMLError{whole.size(), XMLErrorReason::junkAfterRoot}}))
+                    << bigEndian << encoded(text) << rest;
+            }
+        }
+        EXPECT_EQ(read(whole + encoded(u"<!-- a -- b -->")),
+                  (Reading{{}, XMLError{whole.size() + 18, XMLErrorReason::invalidToken}}));
+    }
 }
 
 TEST(BadInput, anAttributeThatComesTwiceStops) {
     const std::string tag = '<' + stepAttributes(noon9, "100") + " value=\"100\"/>";
-    expectStopIn(tag, tag.rfind("value"), "duplicate attribute");
+    expectStopIn(tag, tag.rfind("value"), XMLErrorReason::duplicateAttribute);
 }
 
 TEST(BadInput, anAttributeWithoutQuotesStops) {
-    expectStopIn("<Record value=5/>", 14, "not well-formed (invalid token)");
+    expectStopIn("<Record value=5/>", 14, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, anAttributeWithoutAValueStops) {
-    expectStopIn("<Record value/>", 13, "not well-formed (invalid token)");
+    expectStopIn("<Record value/>", 13, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, aLessThanSignInAValueStops) {
-    expectStopIn("<Record device=\"<<HKDevice>\"/>", 16, "not well-formed (invalid token)");
+    expectStopIn("<Record device=\"<<HKDevice>\"/>", 16, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, aBareAmpersandInAValueStops) {
-    expectStopIn("<Record device=\"A & B\"/>", 19, "not well-formed (invalid token)");
+    expectStopIn("<Record device=\"A & B\"/>", 19, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, anUndeclaredEntityStops) {
-    expectStopIn("&nbsp;", 0, "undefined entity");
-    expectStopIn("<Record device=\"A&nbsp;B\"/>", 0, "undefined entity");  // said of the whole tag
+    expectStopIn("&nbsp;", 0, XMLErrorReason::undefinedEntity);
+    expectStopIn("<Record device=\"A&nbsp;B\"/>", 0,
+                 XMLErrorReason::undefinedEntity);  // said of the whole tag
 }
 
 TEST(BadInput, theVerticalTabStops) {
-    expectStopIn("<MetadataEntry value=\"a\vb\"/>", 23, "not well-formed (invalid token)");
-    expectStopIn("<Note>a\vb</Note>", 7, "not well-formed (invalid token)");
+    expectStopIn("<MetadataEntry value=\"a\vb\"/>", 23, XMLErrorReason::invalidToken);
+    expectStopIn("<Note>a\vb</Note>", 7, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, aReferenceToTheVerticalTabStops) {
-    expectStopIn("<MetadataEntry value=\"a&#11;b\"/>", 23, "reference to invalid character number");
-    expectStopIn("<Note>a&#xB;b</Note>", 7, "reference to invalid character number");
+    expectStopIn("<MetadataEntry value=\"a&#11;b\"/>", 23,
+                 XMLErrorReason::invalidCharacterReference);
+    expectStopIn("<Note>a&#xB;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
 TEST(BadInput, theNullCharacterStops) {
-    expectStopIn("<Note>a\0b</Note>"s, 7, "not well-formed (invalid token)");
-    expectStopIn("<MetadataEntry value=\"a\0b\"/>"s, 23, "not well-formed (invalid token)");
-    expectStopIn("<Note>a&#0;b</Note>", 7, "reference to invalid character number");
+    expectStopIn("<Note>a\0b</Note>"s, 7, XMLErrorReason::invalidToken);
+    expectStopIn("<MetadataEntry value=\"a\0b\"/>"s, 23, XMLErrorReason::invalidToken);
+    expectStopIn("<Note>a&#0;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
 TEST(BadInput, aNonCharacterStops) {
-    expectStopIn("<Note>a\uFFFEb</Note>", 7, "not well-formed (invalid token)");
-    expectStopIn("<Note>a\uFFFFb</Note>", 7, "not well-formed (invalid token)");
-    expectStopIn("<Note>a&#xFFFE;b</Note>", 7, "reference to invalid character number");
+    expectStopIn("<Note>a\uFFFEb</Note>", 7, XMLErrorReason::invalidToken);
+    expectStopIn("<Note>a\uFFFFb</Note>", 7, XMLErrorReason::invalidToken);
+    expectStopIn("<Note>a&#xFFFE;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
 TEST(BadInput, badUtf8Stops) {
     for (const char* bytes : {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xFE", "\xFF",
                               "\xF5\x80\x80\x80", "\xE0\x80\x80", "\xF0\x80\x80\x80", "\xC3("}) {
-        expectStopIn("<Note>a" + std::string(bytes) + "b</Note>", 7,
-                     "not well-formed (invalid token)");
+        expectStopIn("<Note>a" + std::string(bytes) + "b</Note>", 7, XMLErrorReason::invalidToken);
     }
 }
 
 TEST(BadInput, aLoneSurrogateStops) {
-    expectStopIn("<Note>a\xED\xA0\x80"s + "b</Note>", 7, "not well-formed (invalid token)");
-    expectStopIn("<Note>a&#xD800;b</Note>", 7, "reference to invalid character number");
+    expectStopIn("<Note>a\xED\xA0\x80"s + "b</Note>", 7, XMLErrorReason::invalidToken);
+    expectStopIn("<Note>a&#xD800;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
 TEST(BadInput, twoHyphensWithinACommentStop) {
-    expectStopIn("<!-- a -- b -->", 9, "not well-formed (invalid token)");
+    expectStopIn("<!-- a -- b -->", 9, XMLErrorReason::invalidToken);
 }
 
 TEST(BadInput, theEndOfACdataSectionInTextStops) {
-    expectStopIn("<Note>a]]>b</Note>", 9, "not well-formed (invalid token)");
+    expectStopIn("<Note>a]]>b</Note>", 9, XMLErrorReason::invalidToken);
     expectBothDays(around("<Note>a]]b</Note><Note>a]>b</Note>"));
 }
 
@@ -182,8 +243,8 @@ TEST(BadInput, threeHundredLevelsDeepARecordCounts) {
     }
     expectBothDays(document(deep + step(noon9, "5") + step(noon10, "7") + back));
     const std::string unclosed = document(deep + step(noon9, "5"));
-    EXPECT_EQ(read(unclosed),
-              (Reading{ninth, XMLError{byteOf(unclosed, "</HealthData>", 2), "mismatched tag"}}));
+    EXPECT_EQ(read(unclosed), (Reading{ninth, XMLError{byteOf(unclosed, "</HealthData>", 2),
+                                                       XMLErrorReason::mismatchedTag}}));
 }
 
 TEST(BadInput, valuesThatAreNoWholeNumbersCountAsFarAsTheyAre) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <tuple>
 
@@ -37,7 +38,7 @@ TEST(Limits, anAttributeOf11MegabytesStops) {
     const std::string tag = padded("<Note text=\"", "\"/>", 11'000'000);
     const std::string bytes = around(tag);
     EXPECT_EQ(readLarge(bytes),
-              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "token too long"}}));
+              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::tokenTooLong}}));
 }
 
 TEST(Limits, aTagOrACommentMayHaveTenMillionBytesAndNotOneMore) {
@@ -46,7 +47,7 @@ TEST(Limits, aTagOrACommentMayHaveTenMillionBytesAndNotOneMore) {
         EXPECT_EQ(readLarge(around(padded(begin, end, 10'000'000, filling))), (Reading{both, {}}));
         const std::string bytes = around(padded(begin, end, 10'000'001, filling));
         EXPECT_EQ(readLarge(bytes),
-                  (Reading{ninth, XMLError{byteOf(bytes, begin), "token too long"}}));
+                  (Reading{ninth, XMLError{byteOf(bytes, begin), XMLErrorReason::tokenTooLong}}));
     }
 }
 
@@ -55,7 +56,7 @@ TEST(Limits, theValuesOfATagMayHaveNearlyTwoMebibytes) {
     EXPECT_EQ(readLarge(around(padded("<Note text=\"", "\"/>", most))), (Reading{both, {}}));
     const std::string bytes = around(padded("<Note text=\"", "\"/>", most + 2000));
     EXPECT_EQ(readLarge(bytes),
-              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "out of memory"}}));
+              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::outOfMemory}}));
 }
 
 TEST(Limits, whatExpatHasKeptBeforeALongTagLeavesItLessRoom) {
@@ -66,7 +67,7 @@ TEST(Limits, whatExpatHasKeptBeforeALongTagLeavesItLessRoom) {
     const std::string tag = padded("<Note text=\"", "\"/>", 2'000'000);
     const std::string bytes = around(names + tag);
     EXPECT_EQ(readLarge(bytes),
-              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), "out of memory"}}));
+              (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::outOfMemory}}));
 }
 
 TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
@@ -81,7 +82,7 @@ TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
         const std::string bytes = around(padded(begin, end, limit + closing + 1));
         EXPECT_EQ(read(bytes, tokens(limit)),
                   (Reading{ninth, XMLError{byteOf(bytes, padded(begin, end, limit + closing + 1)),
-                                           "token too long"}}))
+                                           XMLErrorReason::tokenTooLong}}))
             << begin;
     }
 }
@@ -89,13 +90,15 @@ TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
 TEST(Limits, aTokenWithoutAnEndStopsAtTheLimit) {
     const std::string bytes = document(step(noon9, "5") + "<!-- " + std::string(1000, 'x'));
     EXPECT_EQ(read(bytes, tokens(200)),
-              (Reading{ninth, XMLError{byteOf(bytes, "<!-- x"), "token too long"}}));
+              (Reading{ninth, XMLError{byteOf(bytes, "<!-- x"), XMLErrorReason::tokenTooLong}}));
 }
 
 TEST(Limits, ofATokenHoldBeforeAndAfterTheRootToo) {
     const std::string comment = padded("<!--", "-->", 201);
-    EXPECT_EQ(read(comment + "<a/>", tokens(200)), (Reading{{}, XMLError{0, "token too long"}}));
-    EXPECT_EQ(read("<a/>" + comment, tokens(200)), (Reading{{}, XMLError{4, "token too long"}}));
+    EXPECT_EQ(read(comment + "<a/>", tokens(200)),
+              (Reading{{}, XMLError{0, XMLErrorReason::tokenTooLong}}));
+    EXPECT_EQ(read("<a/>" + comment, tokens(200)),
+              (Reading{{}, XMLError{4, XMLErrorReason::tokenTooLong}}));
 }
 
 TEST(Limits, textAndCdataHaveNone) {
@@ -135,7 +138,7 @@ TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
         const auto path = folder.write("export.xml", around(content));
         const Reading reading = readFile(path, 4096, kept(1'000'000));
         ASSERT_TRUE(reading.error);
-        EXPECT_EQ(reading.error->reason, "out of memory");
+        EXPECT_EQ(reading.error->reason, XMLErrorReason::outOfMemory);
         EXPECT_EQ(reading.days, ninth);
     }
     // What a declaration makes it keep is given up with the declaration.
@@ -189,6 +192,42 @@ TEST(Limits, aLongPrologMakesNoDifference) {
     EXPECT_EQ(readLarge("<!DOCTYPE HealthData [" + comment + "<!]>" + around("").substr(39)),
               (Reading{both, {}}));
 }
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+
+// What /proc/self/status says of this process, in bytes.
+std::size_t memoryField(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == name + ':') {
+            std::size_t kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes * 1024;
+        }
+    }
+    ADD_FAILURE() << name;
+    return 0;
+}
+
+TEST(Limits, severalLongCommentsTakeNoMoreMemoryThanOne) {
+    const TemporaryFolder folder;
+    std::string file;
+    {
+        std::ofstream stream(file = folder.write("export.xml", ""), std::ios::binary);
+        stream << "<HealthData>" << step(noon9, "5");
+        for (const std::size_t length : {7U, 8U, 9U, 10U, 9U, 8U}) {
+            stream << padded("<!--", "-->", length * 1'000'000);
+        }
+        stream << step(noon10, "7") << "</HealthData>";
+    }
+    EXPECT_EQ(readFile(file, ExpatReader::defaultBlockSize), (Reading{both, {}}));
+    std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew
+    const std::size_t before = memoryField("VmRSS");
+    EXPECT_EQ(readFile(file, ExpatReader::defaultBlockSize), (Reading{both, {}}));
+    EXPECT_LT(memoryField("VmHWM") - before, 11'000'000);
+}
+
+#endif
 
 constexpr std::size_t overhead = ExpatMemory::blockOverhead;
 

@@ -55,7 +55,7 @@ std::ostream& operator<<(std::ostream& stream, const Reading& reading) {
         stream << date << ": " << steps << ", ";
     }
     return reading.error ? stream << "stopped at " << reading.error->byteOffset << ": "
-                                  << reading.error->reason
+                                  << reading.error->reason.message()
                          : stream << "well-formed";
 }
 

@@ -1,5 +1,6 @@
 #include "import/expat/Doctype.h"
 
+#include "import/expat/CodeUnits.h"
 #include "import/xml/InputFile.h"
 
 #include <algorithm>
@@ -23,12 +24,9 @@ class Units {
     static constexpr int none = -1;
 
     explicit Units(const InputFile& file) : _file(file) {
-        const int first = byteAt(0);
-        const int second = byteAt(1);
-        _bigEndian = (first == 0xFE && second == 0xFF) || (first == 0 && second == '<');
-        const bool littleEndian =
-            (first == 0xFF && second == 0xFE) || (first == '<' && second == 0);
-        _width = _bigEndian || littleEndian ? 2 : 1;
+        const CodeUnits units = codeUnits(PatchedFile(file));
+        _bigEndian = units == CodeUnits::utf16BigEndian;
+        _width = units == CodeUnits::bytes ? 1 : 2;
         skip(_width == 2 ? u"\uFEFF" : u"\u00EF\u00BB\u00BF");  // the byte order mark
     }
 

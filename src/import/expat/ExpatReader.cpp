@@ -1,23 +1,12 @@
 #include "import/expat/ExpatReader.h"
 
-#include "import/expat/ExpatPass.h"
-#include "import/xml/InputFile.h"
-#include "import/xml/PatchedFile.h"
-
-#include <memory>
+#include "import/expat/ExpatDocument.h"
 
 namespace ambulet {
 
 std::optional<XMLError> ExpatReader::read(const InputFile& file,
                                           XMLReaderDelegate& delegate) const {
-    PatchedFile bytes(file);
-    auto pass = std::make_unique<ExpatPass>(bytes, delegate, _blockSize, _limits);
-    std::optional<XMLError> error = pass->run();
-    if (error && pass->leaveOutDoctype(bytes, file, *error)) {
-        pass.reset();  // one parser's memory at a time
-        return ExpatPass(bytes, delegate, _blockSize, _limits).run();
-    }
-    return error;
+    return ExpatDocument(file, delegate, _blockSize, _limits).read();
 }
 
 }  // namespace ambulet

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "import/expat/ExpatLimits.h"
 #include "import/xml/XMLReader.h"
 
 #include <cstddef>
@@ -15,27 +16,17 @@ class InputFile;
 /// A document type declaration that is malformed passes by as if it were not there, if its end can
 /// be found.
 ///
-/// Memory is bounded, whatever the file holds.
+/// Memory is bounded, whatever the file holds; so is the stack.
 class ExpatReader {
   public:
-    struct Limits {
-        /// Of one tag, comment, processing instruction or quoted text of a declaration, in bytes.
-        std::size_t token = 10'000'000;
-
-        /// Of all that expat keeps besides the bytes of that one token, in bytes: the open
-        /// elements, all names and declarations, the values of one tag.
-        std::size_t kept = std::size_t{4} * 1024 * 1024;
-
-        friend bool operator==(const Limits&, const Limits&) = default;
-    };
+    using Limits = ExpatLimits;
 
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;
 
     /// `blockSize` is the number of bytes, 1 or more, that are read from the file at once. It makes
     /// no difference to what is read.
-    explicit ExpatReader(std::size_t blockSize = defaultBlockSize)
-        : ExpatReader(blockSize, Limits()) {}
-    ExpatReader(std::size_t blockSize, Limits limits) : _blockSize(blockSize), _limits(limits) {}
+    explicit ExpatReader(std::size_t blockSize = defaultBlockSize, Limits limits = {})
+        : _blockSize(blockSize), _limits(limits) {}
 
     /// Reports the start tags of the document in `file` to `delegate`. Nothing where the document
     /// is well-formed, else the first error; the tags before it have been reported.

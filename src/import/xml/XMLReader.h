@@ -1,24 +1,16 @@
 #pragma once
 
-#include <cstdint>
+#include "import/xml/XMLError.h"
+
 #include <cstring>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace ambulet {
 
-/// What a reader of XML tells, and whom it tells it. A reader reports every start tag in the order
-/// of the document, as soon as the tag is complete, and ends with nothing (the document is
-/// well-formed) or with the first error.
-
-/// Where and why reading stopped.
-struct XMLError {
-    std::uint64_t byteOffset = 0;  // in the file
-    std::string reason;
-
-    friend bool operator==(const XMLError&, const XMLError&) = default;
-};
+/// The interface of the readers of XML. A reader reports every start tag to a delegate, in the
+/// order of the document, as soon as the tag is complete. It ends without an error where the
+/// document is well-formed, else with the first error.
 
 /// The attributes of one start tag: those written in it and those that the document type
 /// declaration adds. References are resolved and white space is normalised. A view: it and the

@@ -44,7 +44,33 @@ TEST(Encodings, anErrorInUtf16IsAtItsByte) {
     const std::string bytes = declared("UTF-16", "Phone") + "junk";
     const std::uint64_t junk = 2 + 2 * byteOf(bytes, "junk");
     EXPECT_EQ(read("\xFF\xFE" + utf16(bytes, false)),
-              (Reading{ninth, XMLError{junk, "junk after document element"}}));
+              (Reading{ninth, XMLError{junk, XMLErrorReason::junkAfterRoot}}));
+}
+
+TEST(Encodings, utf16NeedsNeitherAMarkNorADeclaration) {
+    for (const bool bigEndian : {true, false}) {
+        for (const char* before : {"", "\n", "<!-- a -->"}) {
+            expectTheDay(
+                utf16(before + ("<HealthData>" + step(noon9, "5")) + "</HealthData>", bigEndian));
+        }
+    }
+}
+
+// The bytes of a record, taken two by two, are letters of other scripts.
+TEST(Encodings, textInUtf16ThatHasTheBytesOfARecordIsNoRecord) {
+    std::string record = step(noon9, "5");
+    record.append(record.size() % 2, '\n');
+    for (const bool bigEndian : {true, false}) {
+        for (const char* mark : {"", bigEndian ? "\xFE\xFF" : "\xFF\xFE"}) {
+            for (const char* before : {"", "\n", "<?xml version='1.0' encoding='UTF-16'?>",
+                                       "<!DOCTYPE HealthData [ junk ]>"}) {
+                EXPECT_EQ(read(mark + utf16(before + "<HealthData>"s, bigEndian) + record +
+                               utf16("</HealthData>", bigEndian)),
+                          Reading())
+                    << bigEndian << mark << before;
+            }
+        }
+    }
 }
 
 TEST(Encodings, latin1IsRead) {
@@ -88,7 +114,7 @@ TEST(Encodings, bytesThatMeanNothingInTheEncodingStop) {
           std::pair("Shift_JIS", "\x81\x01")}) {
         const std::string bytes = declared(encoding, name);
         EXPECT_EQ(read(bytes),
-                  (Reading{{}, XMLError{byteOf(bytes, name), "not well-formed (invalid token)"}}))
+                  (Reading{{}, XMLError{byteOf(bytes, name), XMLErrorReason::invalidToken}}))
             << encoding;
     }
 }
@@ -96,7 +122,8 @@ TEST(Encodings, bytesThatMeanNothingInTheEncodingStop) {
 TEST(Encodings, anUnknownOneStops) {
     for (const char* encoding : {"no-such-encoding", "UTF-7", "UTF-32", "IBM037"}) {
         const std::string bytes = declared(encoding, "Phone");
-        EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, encoding), "unknown encoding"}}))
+        EXPECT_EQ(read(bytes),
+                  (Reading{{}, XMLError{byteOf(bytes, encoding), XMLErrorReason::unknownEncoding}}))
             << encoding;
     }
 }
@@ -104,9 +131,7 @@ TEST(Encodings, anUnknownOneStops) {
 TEST(Encodings, anotherOneThanTheDeclaredStops) {
     const std::string bytes = declared("UTF-16", "Phone");
     EXPECT_EQ(read(bytes),
-              (Reading{{},
-                       XMLError{byteOf(bytes, "UTF-16"), "encoding specified in XML declaration is "
-                                                         "incorrect"}}));
+              (Reading{{}, XMLError{byteOf(bytes, "UTF-16"), XMLErrorReason::wrongEncoding}}));
 }
 
 }  // namespace

@@ -2,11 +2,14 @@
 // is wrong in them is passed over.
 
 #include "import/Reading.h"
+#include "import/expat/Declarations.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <functional>
+#include <pthread.h>
 #include <string>
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -60,6 +63,50 @@ std::string bomb(std::string_view first, const std::string& kind, const std::str
 
 double cpuSeconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+// Declarations of e0, which refers to e1, and so on, up to an entity which refers to none.
+std::string chain(std::size_t references, const std::string& kind, const std::string& reference) {
+    std::string declarations;
+    for (std::size_t level = 0; level < references; ++level) {
+        declarations += "<!ENTITY " + kind + 'e' + std::to_string(level) + " '" + reference + 'e' +
+                        std::to_string(level + 1) + ";'>\n";
+    }
+    return declarations + "<!ENTITY " + kind + 'e' + std::to_string(references) + " ''>\n";
+}
+
+// A way to use e0 of a chain. Expat expands each by a recursion of its own.
+struct ChainUse {
+    std::string kind;
+    std::string reference;
+    std::string inDoctype;
+    std::string inContent;
+};
+
+const ChainUse chainUses[] = {
+    {"", "&", "", "&e0;"},
+    {"", "&", "", "<Note text='&e0;'/>"},
+    {"", "&", "<!ATTLIST Note text CDATA '&e0;'>", ""},
+    {"% ", "&#37;", "%e0;", ""},
+    {"% ", "&#37;", "<!ENTITY % all '<!ENTITY note \"&#37;e0;\">'>%all;", ""},
+};
+
+// Runs `work` on a thread with a stack of so many bytes.
+void runOnStack(std::size_t bytes, std::function<void()> work) {
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, bytes), 0);
+    pthread_t thread{};
+    ASSERT_EQ(pthread_create(
+                  &thread, &attributes,
+                  [](void* run) -> void* {
+                      (*static_cast<std::function<void()>*>(run))();
+                      return nullptr;
+                  },
+                  &work),
+              0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
 }
 
 TEST(Entities, anInternalEntityMayHoldARecord) {
@@ -156,8 +203,7 @@ TEST(Entities, aBombOfEntitiesIsStoppedAtOnce) {
     const Reading reading = readFile(path, ExpatReader::defaultBlockSize);
     EXPECT_LT(cpuSeconds() - begin, 1);
     ASSERT_TRUE(reading.error);
-    EXPECT_EQ(reading.error->reason,
-              "limit on input amplification factor (from DTD and entities) breached");
+    EXPECT_EQ(reading.error->reason, XMLErrorReason::entityAmplification);
     EXPECT_EQ(reading.days.back(), ninth.back());
 }
 
@@ -169,6 +215,56 @@ TEST(Entities, aBombWithinTheDeclarationIsPassedOver) {
     const double begin = cpuSeconds();
     EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize), (Reading{ninth, {}}));
     EXPECT_LT(cpuSeconds() - begin, 1);
+}
+
+TEST(Entities, nestedWithinTheLimitAreReadOnASmallStack) {
+    for (const ChainUse& use : chainUses) {
+        // The entity that starts the chain from within another one refers to an entity, too.
+        const std::size_t most = Declarations::mostNestingEntities -
+                                 (use.inDoctype.find('"') == std::string::npos ? 0 : 1);
+        const TemporaryFolder folder;
+        const auto path =
+            folder.write("export.xml", withDoctype("<!DOCTYPE HealthData [" +
+                                                       chain(most, use.kind, use.reference) +
+                                                       use.inDoctype + "]>",
+                                                   step(noon9, "5") + use.inContent));
+        runOnStack(std::size_t{256} * 1024, [&path, &use] {
+            EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize), (Reading{ninth, {}}))
+                << use.inDoctype << use.inContent;
+            EXPECT_EQ(readFast(path, {.threads = 1}), (Reading{ninth, {}}));
+        });
+    }
+}
+
+TEST(Entities, nestedMoreDeeplyThanTheLimitStopAtTheDeclarationThatGoesBeyondIt) {
+    const std::size_t most = Declarations::mostNestingEntities;
+    for (const ChainUse& use : chainUses) {
+        for (const std::size_t references : {most + 1, std::size_t{19'396}}) {
+            const std::string bytes =
+                withDoctype("<!DOCTYPE HealthData [" + chain(references, use.kind, use.reference) +
+                                use.inDoctype + "]>",
+                            step(noon9, "5") + use.inContent);
+            const std::string value = '\'' + use.reference + 'e' + std::to_string(most + 1) + ";'";
+            const TemporaryFolder folder;
+            const auto path = folder.write("export.xml", bytes);
+            const Reading stopped{{},
+                                  XMLError{byteOf(bytes, value), XMLErrorReason::entityNesting}};
+            runOnStack(std::size_t{256} * 1024, [&path, &stopped] {
+                EXPECT_EQ(readFile(path, ExpatReader::defaultBlockSize), stopped);
+                EXPECT_EQ(readFile(path, 7), stopped);
+                EXPECT_EQ(readFast(path, {.threads = 1}), stopped);
+            });
+        }
+    }
+}
+
+TEST(Entities, manyEntitiesThatReferToNoneAreNotTooMany) {
+    std::string declarations;
+    for (int number = 0; number < 2'000; ++number) {
+        declarations += "<!ENTITY e" + std::to_string(number) + " '&#38;#60; 5 % &#38;'>\n";
+    }
+    EXPECT_EQ(readLarge(withDoctype("<!DOCTYPE HealthData [" + declarations + "]>", twoRecords())),
+              (Reading{both, {}}));
 }
 
 TEST(Entities, theMalformedDeclarationOfExportVersion12IsPassedOver) {
@@ -196,8 +292,8 @@ TEST(Entities, theMalformedDeclarationOfExportVersion12IsPassedOver) {
     EXPECT_EQ(read(withDoctype(doctype, twoRecords())), (Reading{both, {}}));
     // Errors after it are still found, at their place in the file.
     const std::string broken = withDoctype(doctype, twoRecords() + "</Workout>");
-    EXPECT_EQ(read(broken),
-              (Reading{both, XMLError{byteOf(broken, "/Workout", 1), "mismatched tag"}}));
+    EXPECT_EQ(read(broken), (Reading{both, XMLError{byteOf(broken, "/Workout", 1),
+                                                    XMLErrorReason::mismatchedTag}}));
 }
 
 TEST(Entities, everyKindOfMalformedDeclarationIsPassedOver) {
@@ -232,27 +328,27 @@ TEST(Entities, aMalformedDeclarationIsPassedOverInUtf16) {
 
 TEST(Entities, aDeclarationWithoutAnEndStops) {
     const std::string bytes = "<!DOCTYPE HealthData [ junk <!-- <HealthData>" + twoRecords();
-    EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, "junk"), "syntax error"}}));
+    EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, "junk"), XMLErrorReason::syntax}}));
 }
 
 TEST(Entities, anErrorBeforeOrAfterTheDeclarationStops) {
     const std::string before = "<!-- a -- b --><!DOCTYPE HealthData []><HealthData/>";
-    EXPECT_EQ(
-        read(before),
-        (Reading{{}, XMLError{byteOf(before, "-- b", 2), "not well-formed (invalid token)"}}));
+    EXPECT_EQ(read(before),
+              (Reading{{}, XMLError{byteOf(before, "-- b", 2), XMLErrorReason::invalidToken}}));
     const std::string unalone =
         "<?xml version='1.0' standalone='maybe'?><!DOCTYPE HealthData [ junk ]><HealthData/>";
-    EXPECT_EQ(read(unalone),
-              (Reading{{}, XMLError{byteOf(unalone, "maybe"), "XML declaration not well-formed"}}));
+    EXPECT_EQ(
+        read(unalone),
+        (Reading{{}, XMLError{byteOf(unalone, "maybe"), XMLErrorReason::malformedDeclaration}}));
     const std::string after = "<!DOCTYPE HealthData []> junk <HealthData/>";
-    EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), "syntax error"}}));
+    EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), XMLErrorReason::syntax}}));
 }
 
 TEST(Entities, whatAMalformedDeclarationDefinedIsNotThere) {
     const std::string bytes = withDoctype("<!DOCTYPE HealthData [<!ENTITY five '5'> junk ]>",
                                           step(noon9, "5") + step(noon10, "&five;"));
     EXPECT_EQ(read(bytes), (Reading{ninth, XMLError{byteOf(bytes, step(noon10, "&five;")),
-                                                    "undefined entity"}}));
+                                                    XMLErrorReason::undefinedEntity}}));
 }
 
 }  // namespace

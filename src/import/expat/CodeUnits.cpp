@@ -1,0 +1,25 @@
+#include "import/expat/CodeUnits.h"
+
+#include <array>
+#include <system_error>
+
+namespace ambulet {
+
+// Besides the two byte order marks expat looks for a null byte: a document begins with an ASCII
+// character, of which UTF-16 makes the character's byte and a null byte. A null byte further on
+// says nothing: where a code unit is a byte, it is an error.
+
+CodeUnits codeUnits(const PatchedFile& bytes) {
+    std::array<char, 2> begin{};
+    std::error_code asIfTheFileEnded;
+    if (bytes.read(0, begin, asIfTheFileEnded) < begin.size()) {
+        return CodeUnits::bytes;
+    }
+    const bool isBigEndian = (begin[0] == '\xFE' && begin[1] == '\xFF') || begin[0] == '\0';
+    const bool isLittleEndian = (begin[0] == '\xFF' && begin[1] == '\xFE') || begin[1] == '\0';
+    return isBigEndian      ? CodeUnits::utf16BigEndian
+           : isLittleEndian ? CodeUnits::utf16LittleEndian
+                            : CodeUnits::bytes;
+}
+
+}  // namespace ambulet

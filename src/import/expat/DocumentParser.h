@@ -1,0 +1,63 @@
+#pragma once
+
+#include "import/expat/Declarations.h"
+#include "import/expat/ExpatParser.h"
+#include "import/xml/XMLReader.h"
+
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <string>
+
+namespace ambulet {
+
+/// Parses one document: reports its start tags to a delegate, and errors at their place in the
+/// file. It can pause after the prolog.
+///
+/// For one document, on one thread.
+class DocumentParser : private Declarations {
+  public:
+    /// A start tag that stands in a replacing text of `bytes`, or before one, is not reported.
+    DocumentParser(const PatchedFile& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
+                   ExpatLimits limits);
+
+    /// Reads up to the end of the root's start tag, which is reported, or to the first error.
+    std::optional<XMLError> readProlog();
+
+    /// Reads on to the end, or to the first error. What the delegate throws comes out of it, and
+    /// of readProlog.
+    std::optional<XMLError> read();
+
+    /// The root's start tag.
+    struct Root {
+        std::string name;
+        std::uint64_t end = 0;  // of the tag, an offset in the patched bytes
+        bool isEmpty = false;   // the tag is the whole element
+    };
+
+    /// None before the root's start tag is complete.
+    const std::optional<Root>& root() const { return _root; }
+
+    const Declarations& declarations() const { return *this; }
+
+  private:
+    static DocumentParser& of(void* userData);
+    static void XMLCALL startElement(void* userData, const XML_Char* name,
+                                     const XML_Char** attributes);
+    static void XMLCALL endElement(void* userData, const XML_Char* name);
+    static void XMLCALL afterRoot(void* userData, const XML_Char* text, int length);
+    void report(const XML_Char* name, const XML_Char** attributes);
+    XMLError placed(XMLError error) const;
+    bool isMarkup(std::uint64_t offset) const;
+
+    const PatchedFile& _bytes;
+    XMLReaderDelegate& _delegate;
+    ExpatParser _parser;
+    bool _pausesAtRoot = false;
+    std::uint64_t _depth = 0;  // of the open elements
+    std::optional<Root> _root;
+    std::optional<std::uint64_t> _goodAfterRoot;  // once it has ended, up to where all is well
+    std::exception_ptr _thrown;                   // by the delegate
+};
+
+}  // namespace ambulet
