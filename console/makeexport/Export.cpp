@@ -1,22 +1,19 @@
-// Everything is written in one pass, section by section: the records of a type, the correlations,
-// the workouts. A section has its share of the bytes and ends where the next element would pass its
-// end; what it leaves is the next one's. The summaries at the end, all of one length, fill the
-// rest.
+// An export is written in one pass, section by section: the records of each type, then the
+// correlations, workouts and summaries. A section has its share of the bytes, and the place within
+// the section is the time: its first byte stands for the first day, its last byte for the last day.
+// So an export of any size covers all days, and memory does not grow with the size.
+//
+// Times are local. An offset is looked up where a date is written or an instant is counted.
 
 #include "makeexport/Export.h"
 
-#include "makeexport/ActivitySummaries.h"
-#include "makeexport/Clock.h"
-#include "makeexport/Correlations.h"
-#include "makeexport/Period.h"
-#include "makeexport/Prolog.h"
-#include "makeexport/Records.h"
-#include "makeexport/StepPlan.h"
-#include "makeexport/Timeline.h"
-#include "makeexport/Workouts.h"
+#include "makeexport/Random.h"
+#include "makeexport/StepSums.h"
+#include "makeexport/Tables.h"
 
 #include <algorithm>
-#include <utility>
+#include <concepts>
+#include <string>
 
 namespace makeexport {
 
@@ -24,158 +21,375 @@ using namespace std::chrono;
 
 namespace {
 
-constexpr std::string_view rootEnd = "</HealthData>\n";
+constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-// Full declarations would be too much of a file smaller than this.
-constexpr std::uint64_t fullDeclarationsFrom = std::uint64_t{64} << 10;
+// In a smaller export the declarations would be most of the bytes.
+constexpr std::uint64_t declarationsFrom = std::uint64_t{64} << 10;
 
-// A step record fits into this: there is one in the smallest of files.
-constexpr std::uint64_t roomForSteps = 500;
+constexpr std::size_t usualLength = 440;  // of a record, in bytes
 
-// The summaries' share of 10,000 bytes, as long as there are no more of them than days.
-constexpr std::uint64_t summaryShare = 50;
+void appendPart(std::string& text, string_view part) {
+    text += part;
+}
 
-// Step records that stand in a correlation as well.
-constexpr std::size_t repeatedSteps = 32;
+void appendPart(std::string& text, double number) {
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "%g", number);
+    text += digits;
+}
 
-enum Stream : std::uint64_t { Trips, Walks, CorrelationData, WorkoutData, SummaryData, TypeData };
+void appendPart(std::string& text, std::integral auto number) {
+    text += std::to_string(number);
+}
+
+/// Draws no random numbers for more than one part: their order would be the compiler's.
+void append(std::string& text, const auto&... parts) {
+    (appendPart(text, parts), ...);
+}
+
+/// "2024-03-09".
+std::string dayText(local_days day) {
+    const year_month_day date(day);
+    char text[16];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02u", int(date.year()), unsigned(date.month()),
+                  unsigned(date.day()));
+    return text;
+}
+
+/// "2024-03-09 07:15:02 -0500".
+std::string dateText(local_seconds time) {
+    const auto day = floor<days>(time);
+    const int ofDay = static_cast<int>((time - day).count());
+    const int offset = static_cast<int>(offsetOn(day).count());
+    char text[32];
+    std::snprintf(text, sizeof text, " %02d:%02d:%02d %+05d", ofDay / 3600, ofDay / 60 % 60,
+                  ofDay % 60, offset / 60 * 100 + offset % 60);
+    return dayText(day) + text;
+}
+
+/// The attributes sourceName, sourceVersion and device, with another address at each call.
+std::string sourceText(const Source& source, local_days day, Random& random) {
+    // A system has five minor versions in its year, with two corrections each.
+    const auto since = static_cast<unsigned>((day - firstDay).count());
+    std::string version;
+    append(version, source.major + static_cast<int>(since / 365), ".", since % 365 / 73);
+    if (const unsigned correction = since % 73 / 25; correction > 0) {
+        append(version, ".", correction);
+    }
+    std::string text;
+    append(text, " sourceName=\"", source.name, "\" sourceVersion=\"", version, "\"");
+    if (source.device.empty()) {
+        return text;
+    }
+    // Later systems keep objects elsewhere and write when the device was first seen.
+    const bool isLater = day >= local_days(2022y / September / 20);
+    char address[24];
+    std::snprintf(address, sizeof address, "0x%x%06x0", isLater ? 0x30U : 0x28U,
+                  random.below(1U << 22));
+    append(text, " device=\"&lt;&lt;HKDevice: ", string_view(address), "&gt;, ", source.device);
+    const auto model = since * source.models.size() / ((lastDay - firstDay).count() + 1);
+    if (!source.models[model].empty()) {
+        append(text, ", hardware:", source.models[model]);
+    }
+    append(text, ", software:", version);
+    if (isLater) {
+        append(text, ", creation date:", dayText(day - days(since % 365)), " 09:31:07 +0000");
+    }
+    append(text, "&gt;\"");
+    return text;
+}
+
+struct Times {
+    local_seconds created;
+    local_seconds start;
+    local_seconds end;
+};
+
+/// What the place within a section stands for.
+struct Moment {
+    local_days day;
+    seconds ofDay;      // the share of the day's bytes that are written, of 24 hours
+    std::int64_t left;  // elements that fit into the day from here, at least 1
+};
 
 class Export {
   public:
-    Export(std::uint64_t seed, std::uint64_t size, Output& out, StepSums& sums)
-        : _seed(seed),
-          _declarations(size < fullDeclarationsFrom ? Declarations::Short : Declarations::Full),
-          _end(size - rootEnd.size()), _out(out), _sums(sums), _clock(Random::stream(seed, Trips)),
-          _plan(Random::stream(seed, Walks)) {}
+    Export(std::uint64_t seed, std::uint64_t size, std::FILE* file, StepSums& sums)
+        : _seed(seed), _size(size), _file(file), _sums(sums), _random(seed) {}
 
-    void write() {
-        _out.write(prolog(_declarations, _clock));
-        planSections();
-        std::uint64_t stream = TypeData;
-        for (const RecordType& type : recordTypes()) {
-            writeRecords(type, Random::stream(_seed, stream++));
+    bool write() {
+        writeProlog();
+        _begin = place();
+        for (const RecordType& type : recordTypes) {
+            writeRecords(type);
         }
-        writeCorrelations();
-        writeWorkouts();
+        fill(correlationShare, firstDay, [this](const Moment& moment) { addPressure(moment); });
+        fill(workoutShare, firstDay, [this](const Moment& moment) { addWorkout(moment); });
         writeSummaries();
-        _out.write(rootEnd);
+        append(_text, "</HealthData>\n");
+        flush();
+        return !_failed;
     }
 
   private:
-    void planSections() {
-        _sectionsBegin = _out.size();
-        // No more summaries than days, and some days kept free for what the last section leaves.
-        const std::uint64_t days = daysOfPeriod().size() - longestWorkout / _summaryLength - 1;
-        _sectionsEnd =
-            _end - std::min((_end - _sectionsBegin) * summaryShare / 10000, days * _summaryLength);
+    /// Records that a device stored one after the other: they have one source, and their device
+    /// has one address.
+    struct Burst {
+        int left = 0;
+        bool storedAtOnce = false;
+        local_seconds created{};
+        local_seconds end{};  // of the last record
+        std::string source;
+    };
+
+    std::uint64_t place() const { return _written + _text.size(); }
+
+    void flush() {
+        _written += _text.size();
+        _failed = _failed || std::fwrite(_text.data(), 1, _text.size(), _file) != _text.size();
+        _text.clear();
     }
 
-    /// Where the section ends that has the next `share`.
-    std::uint64_t endOfSection(unsigned share) {
+    /// Calls `add`, which appends one element of a day from `since` on, until the section has its
+    /// share of the bytes.
+    void fill(unsigned share, local_days since, auto add) {
         _shares += share;
-        return _sectionsBegin + (_sectionsEnd - _sectionsBegin) * _shares / 10000;
+        const std::uint64_t room = _size > _begin ? _size - _begin : 0;
+        const std::uint64_t begin = place();
+        const std::uint64_t end = _begin + room * _shares / allShares;
+        const auto days = static_cast<std::uint64_t>((lastDay - since).count() + 1);
+        std::uint64_t length = usualLength;
+        for (std::uint64_t at = begin; at + length / 2 < end && !_failed; at = place()) {
+            const std::uint64_t bytes = end - begin;
+            const std::uint64_t passed = (at - begin) * days;
+            const std::uint64_t ofDay = passed % bytes;
+            const std::uint64_t left = (bytes - ofDay) / (length * days);
+            add(Moment{since + std::chrono::days(passed / bytes),
+                       seconds(ofDay / days * 86400 / (bytes / days + 1)),
+                       static_cast<std::int64_t>(std::max<std::uint64_t>(left, 1))});
+            length = place() - at;
+            if (_text.size() >= blockSize) {
+                flush();
+            }
+        }
     }
 
-    /// Writes elements, as `append` makes them, that tell of `days`, until the next would pass
-    /// `end`. `written` is called for each.
-    template <class Append, class Written>
-    void fill(std::uint64_t end, std::vector<local_days> days, Append append, Written written) {
-        const std::uint64_t begin = _out.size();
-        if (begin >= end) {
+    void writeProlog() {
+        append(_text, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE HealthData [\n"
+                      "<!-- HealthKit Export Version: 14 -->\n");
+        append(_text, _size < declarationsFrom ? "" : declarations);
+        append(_text, "]>\n<HealthData locale=\"en_US\">\n <ExportDate value=\"",
+               dateText(lastDay + 24h),
+               "\"/>\n <Me HKCharacteristicTypeIdentifierDateOfBirth=\"1984-06-12\" "
+               "HKCharacteristicTypeIdentifierBiologicalSex=\"HKBiologicalSexNotSet\"/>\n");
+    }
+
+    void writeRecords(const RecordType& type) {
+        const local_days since = std::max(firstDay, local_days(year(type.since) / January / 1));
+        Burst burst;
+        if (type.name == "StepCount") {
+            fill(type.share, since, [&](const Moment& at) { addSteps(type, at, burst); });
+            if (_stepsDay == local_days::min()) {  // even the smallest export has a step record
+                addSteps(type, {firstDay, 0s, 1}, burst);
+            }
             return;
         }
-        const Timeline timeline(std::move(days), begin, end);
-        std::size_t usual = 420;
-        while (_out.size() < end && !_out.error()) {
-            _element.clear();
-            append(_element, timeline.at(_out.size(), usual));
-            usual = _element.text.size();
-            if (_out.size() + usual > end) {
-                return;
+        int value = type.range.low;
+        fill(type.share, since, [&](const Moment& moment) {
+            const int length = _random.between(type.seconds[0], type.seconds[1]);
+            const Times times = timesOf(type, moment, seconds(length), burst);
+            if (!type.categories.empty()) {
+                addRecord(type, burst.source, times, _random.oneOf(type.categories));
+            } else {
+                value = valueAfter(value, type.range);
+                addRecord(type, burst.source, times, value * type.range.unit);
             }
-            _out.write(_element.text);
-            for (const StepSample& sample : _element.steps) {
-                _sums.add(sample);
+        });
+    }
+
+    /// Most values are near the one before, the others more often low than high.
+    int valueAfter(int value, const Range& range) {
+        const int most = (range.high - range.low) / 8 + 1;
+        value += _random.between(-most, most);
+        return range.low <= value && value <= range.high && !_random.oneIn(5)
+                   ? value
+                   : std::min(_random.between(range.low, range.high),
+                              _random.between(range.low, range.high));
+    }
+
+    /// Begins another burst if the last one is over. Most records begin where the one before ended
+    /// if that is near, as a sensor's do; all begin on `moment.day`.
+    Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
+        if (burst.left == 0) {
+            burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));
+            burst.storedAtOnce = _random.oneIn(3);
+            burst.source = sourceText(*_random.oneOf(type.sources), moment.day, _random);
+        }
+        --burst.left;
+        const int open = type.hours[1] - type.hours[0];
+        local_seconds start = moment.day + hours(type.hours[0]) + moment.ofDay * open / 24 +
+                              seconds(_random.below(240));
+        if (start < burst.end && burst.end < start + 600s) {
+            start = burst.end;
+        }
+        start = std::min(start, local_seconds(moment.day + 24h - 1s));
+        burst.end = start + length;
+        if (!burst.storedAtOnce || burst.created < burst.end || burst.created > burst.end + 1800s) {
+            burst.created = burst.end + seconds(_random.below(burst.storedAtOnce ? 1800 : 90));
+        }
+        return {burst.created, start, burst.end};
+    }
+
+    void addSteps(const RecordType& type, const Moment& moment, Burst& burst) {
+        if (moment.day != _stepsDay) {
+            _stepsDay = moment.day;
+            _stepsLeft = stepsOn(moment.day);
+        }
+        std::int64_t steps = _stepsLeft / moment.left;
+        if (moment.left > 1) {
+            steps = steps * _random.between(40, 160) / 100;
+        }
+        steps = steps > 0 ? steps : _random.between(1, 40);
+        _stepsLeft = std::max<std::int64_t>(_stepsLeft - steps, 0);
+
+        const seconds length(1 + steps * _random.between(50, 100) / 100);
+        const Times times = timesOf(type, moment, length, burst);
+        addRecord(type, burst.source, times, steps);
+        const minutes offset = offsetOn(moment.day);
+        _sums.add(sys_seconds(times.start.time_since_epoch()) - offset, steps);
+    }
+
+    /// The steps to be written for a day.
+    std::int64_t stepsOn(local_days day) const {
+        Random random(_seed ^ (static_cast<std::uint64_t>(day.time_since_epoch().count()) << 32));
+        const bool isWeekend = weekday(day) == Saturday || weekday(day) == Sunday;
+        int steps = isWeekend ? 5200 : 3900;
+        for (int i = 0; i < 3; ++i) {  // a sum of several is near the middle more often than not
+            steps += random.between(0, 3000);
+        }
+        return random.oneIn(40) ? steps + random.between(4000, 9000) : steps;
+    }
+
+    void addRecord(const RecordType& type, const std::string& source, const Times& times,
+                   const auto& value, string_view indent = " ") {
+        append(_text, indent, "<Record type=\"HK", type.unit.empty() ? "Category" : "Quantity",
+               "TypeIdentifier", type.name, "\"", source);
+        if (!type.unit.empty()) {
+            append(_text, " unit=\"", type.unit, "\"");
+        }
+        addTimes(times);
+        append(_text, " value=\"", value, "\"");
+        const bool hasMetadata = type.metadata != nullptr && _random.oneIn(type.metadata->oneIn);
+        const bool hasBeats = type.name == "HeartRateVariabilitySDNN";
+        if (!hasMetadata && !hasBeats) {
+            append(_text, "/>\n");
+            return;
+        }
+        append(_text, ">\n");
+        if (hasMetadata) {
+            append(_text, indent, " <MetadataEntry key=\"", type.metadata->key, "\" value=\"",
+                   _random.oneOf(type.metadata->values), "\"/>\n");
+        }
+        if (hasBeats) {
+            addBeats(times.start);
+        }
+        append(_text, indent, "</Record>\n");
+    }
+
+    void addTimes(const Times& times) {
+        append(_text, " creationDate=\"", dateText(times.created), "\" startDate=\"",
+               dateText(times.start), "\" endDate=\"", dateText(times.end), "\"");
+    }
+
+    void addBeats(local_seconds start) {
+        append(_text, "  <HeartRateVariabilityMetadataList>\n");
+        auto hundredths =
+            duration_cast<duration<int, std::centi>>(start - floor<days>(start)).count();
+        for (int beats = _random.between(8, 40); beats > 0; --beats) {
+            const int perMinute = _random.between(49, 84);
+            hundredths = (hundredths + 6000 / perMinute) % 8640000;
+            const int hour = hundredths / 360000;
+            char time[32];
+            std::snprintf(time, sizeof time, "%d:%02d:%02d.%02d", (hour + 11) % 12 + 1,
+                          hundredths / 6000 % 60, hundredths / 100 % 60, hundredths % 100);
+            // Before AM and PM stands a narrow no-break space.
+            append(_text, "   <InstantaneousBeatsPerMinute bpm=\"", perMinute, "\" time=\"",
+                   string_view(time), "\u202f", hour < 12 ? "AM" : "PM", "\"/>\n");
+        }
+        append(_text, "  </HeartRateVariabilityMetadataList>\n");
+    }
+
+    /// A blood pressure: two records that belong together.
+    void addPressure(const Moment& moment) {
+        const local_seconds start = moment.day + 7h + moment.ofDay / 2;
+        const Times times = {start + seconds(_random.between(5, 90)), start, start};
+        const std::string source = sourceText(cuff, moment.day, _random);
+        append(_text, " <Correlation type=\"HKCorrelationTypeIdentifierBloodPressure\"", source);
+        addTimes(times);
+        append(_text, ">\n");
+        for (const RecordType& type : recordTypes) {
+            if (&type.sources.front() == &byCuff.front()) {
+                const int value = _random.between(type.range.low, type.range.high);
+                addRecord(type, source, times, value, "  ");
             }
-            written(_element);
         }
+        append(_text, " </Correlation>\n");
     }
 
-    template <class Section>
-    void fill(std::uint64_t end, std::vector<local_days> days, Section section) {
-        fill(
-            end, std::move(days),
-            [&](Element& element, const Moment& moment) { section.append(element, moment); },
-            [](const Element&) {});
+    void addWorkout(const Moment& moment) {
+        const local_seconds start = moment.day + 7h + moment.ofDay / 2;
+        const int length = _random.between(900, 5400);
+        const Times times = {start + seconds(length + 3), start, start + seconds(length)};
+        append(_text, " <Workout workoutActivityType=\"HKWorkoutActivityType",
+               _random.oneOf(activities), "\" duration=\"", length / 60.0,
+               "\" durationUnit=\"min\"");
+        append(_text, sourceText(watch, moment.day, _random));
+        addTimes(times);
+        append(_text, ">\n  <MetadataEntry key=\"HKIndoorWorkout\" value=\"", _random.below(2),
+               "\"/>\n");
+        append(_text,
+               "  <WorkoutStatistics type=\"HKQuantityTypeIdentifierActiveEnergyBurned\" "
+               "startDate=\"",
+               dateText(times.start), "\" endDate=\"", dateText(times.end), "\" sum=\"",
+               length * _random.between(90, 160) / 1e3, "\" unit=\"kcal\"/>\n </Workout>\n");
     }
 
-    void writeRecords(const RecordType& type, Random random) {
-        const std::uint64_t end = endOfSection(type.share);
-        if (&type == &recordType("StepCount")) {
-            writeSteps(end, random);
-        } else {
-            const local_days since(year(type.sinceYear) / January / 1);
-            fill(end, daysOfPeriod(std::max(since, firstDay)), Records(type, _clock, random));
-        }
-    }
-
-    void writeSteps(std::uint64_t end, Random random) {
-        StepRecords records(_plan, _clock, random);
-        constexpr auto apart = (periodEnd - periodBegin) / repeatedSteps;
-        sys_seconds next = periodBegin;
-        fill(
-            std::max(end, std::min(_out.size() + roomForSteps, _end)), _plan.days(),
-            [&](Element& element, const Moment& moment) { records.append(element, moment); },
-            [&](const Element& element) {
-                if (element.steps.front().start >= next) {
-                    _repeated.push_back(element);
-                    next = element.steps.front().start + apart;
-                }
-            });
-    }
-
-    void writeCorrelations() {
-        fill(endOfSection(correlationShare), daysOfPeriod(),
-             Correlations(std::move(_repeated), _clock, Random::stream(_seed, CorrelationData)));
-    }
-
-    void writeWorkouts() {
-        fill(endOfSection(workoutShare), daysOfPeriod(),
-             Workouts(_clock, Random::stream(_seed, WorkoutData)));
-    }
-
+    /// One for each day, or for each so many days as have room.
     void writeSummaries() {
-        Random random = Random::stream(_seed, SummaryData);
-        const std::vector<local_days> days = daysOfPeriod();
-        const std::size_t number =
-            std::min(static_cast<std::size_t>((_end - _out.size()) / _summaryLength), days.size());
-        for (std::size_t i = 1; i <= number; ++i) {
-            _element.clear();
-            appendActivitySummary(_element.text, days[i * days.size() / number - 1], random);
-            _out.write(_element.text);
+        constexpr std::int64_t length = 270;
+        const days all = lastDay - firstDay;
+        const auto room = static_cast<std::int64_t>(_size) * summaryShare / allShares;
+        const days every(1 + length * all.count() / (room + 1));
+        for (local_days day = firstDay + every; day <= lastDay; day += every) {
+            append(_text, " <ActivitySummary dateComponents=\"", dayText(day),
+                   "\" activeEnergyBurned=\"", _random.between(100000, 999999) / 1e3);
+            append(_text,
+                   "\" activeEnergyBurnedGoal=\"450\" activeEnergyBurnedUnit=\"kcal\""
+                   " appleExerciseTime=\"",
+                   _random.between(10, 99));
+            append(_text, "\" appleStandHours=\"", _random.between(7, 16),
+                   "\" appleStandHoursGoal=\"12\"/>\n");
         }
     }
 
     std::uint64_t _seed;
-    Declarations _declarations;
-    std::uint64_t _end;  // of the root's content
-    const std::uint64_t _summaryLength = activitySummaryLength();
-    Output& _out;
+    std::uint64_t _size;
+    std::FILE* _file;
     StepSums& _sums;
-    Clock _clock;
-    StepPlan _plan;
-    Element _element;
-    std::vector<Element> _repeated;
-    unsigned _shares = 0;  // of the sections so far
-    std::uint64_t _sectionsBegin = 0;
-    std::uint64_t _sectionsEnd = 0;
+    Random _random;
+    std::string _text;           // what is not yet in the file
+    std::uint64_t _written = 0;  // bytes in the file
+    std::uint64_t _begin = 0;    // the place after the prolog
+    unsigned _shares = 0;        // of the sections so far
+    bool _failed = false;
+    local_days _stepsDay = local_days::min();
+    std::int64_t _stepsLeft = 0;  // to be written for that day
 };
 
 }  // namespace
 
-void writeExport(std::uint64_t seed, std::uint64_t size, Output& out, StepSums& sums) {
-    Export(seed, size, out, sums).write();
-    out.finish();
+bool writeExport(std::uint64_t seed, std::uint64_t size, std::FILE* file, StepSums& sums) {
+    return Export(seed, size, file, sums).write();
 }
 
 }  // namespace makeexport

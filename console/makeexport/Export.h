@@ -1,22 +1,21 @@
 #pragma once
 
-#include "makeexport/Output.h"
-#include "makeexport/StepSums.h"
-
+#include <chrono>
 #include <cstdint>
+#include <cstdio>
 
 namespace makeexport {
 
-inline constexpr std::uint64_t smallestExport = std::uint64_t{1} << 10;
-inline constexpr std::uint64_t largestExport = std::uint64_t{8} << 30;
+class StepSums;
 
-/// Writes an export of ten years as a phone makes it, up to and with its last byte.
-///
-/// `size`: in bytes, from smallestExport to largestExport. The export is never longer, and less
-/// than the length of an ActivitySummary shorter: but an export of under 64 KiB, which has the
-/// short declarations, may be shorter by the length of a step record. The same seed and size give
-/// the same bytes, always and everywhere. Every step record written is added to `sums`. Where the
-/// output fails it ends early; see `out.error()`.
-void writeExport(std::uint64_t seed, std::uint64_t size, Output& out, StepSums& sums);
+/// The local days that an export covers, whatever its size.
+constexpr std::chrono::local_days firstDay =
+    std::chrono::local_days(std::chrono::year(2015) / std::chrono::October / 1);
+constexpr std::chrono::local_days lastDay =
+    std::chrono::local_days(std::chrono::year(2025) / std::chrono::September / 30);
+
+/// Writes an export of about `size` bytes to `file` and adds its step records to `sums`. The same
+/// seed and size give the same bytes. The result is false, and errno says why, if a write fails.
+bool writeExport(std::uint64_t seed, std::uint64_t size, std::FILE* file, StepSums& sums);
 
 }  // namespace makeexport

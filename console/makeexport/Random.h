@@ -4,17 +4,11 @@
 
 namespace makeexport {
 
-/// A stream of random numbers that is the same on every machine and with every standard library,
-/// whose own distributions differ: SplitMix64. A plain value; a copy goes on from the same place.
+/// Random numbers (SplitMix64) that are the same on every machine and with every standard library,
+/// unlike the standard distributions.
 class Random {
   public:
     explicit Random(std::uint64_t seed) : _state(seed) {}
-
-    /// The stream with number `index` of `seed`: the streams of a seed know nothing of each other,
-    /// so that what one part of an export draws leaves the others as they are.
-    static Random stream(std::uint64_t seed, std::uint64_t index) {
-        return Random(Random(seed).next() ^ Random(~index).next());
-    }
 
     std::uint64_t next() {
         std::uint64_t z = _state += 0x9e3779b97f4a7c15U;
@@ -23,19 +17,19 @@ class Random {
         return z ^ (z >> 31);
     }
 
-    /// From 0 up to, but without, `limit`.
+    /// From 0 to `limit` - 1.
     std::uint32_t below(std::uint32_t limit) {
         return static_cast<std::uint32_t>(((next() >> 32) * limit) >> 32);
     }
 
-    /// Both ends included; `high` is not below `low`.
+    /// From `low` to `high`, both included.
     int between(int low, int high) {
         return low + static_cast<int>(below(static_cast<std::uint32_t>(high - low) + 1));
     }
 
     bool oneIn(std::uint32_t number) { return below(number) == 0; }
 
-    /// One of the elements of a container that has some.
+    /// An element of a container that is not empty.
     template <class Container>
     const auto& oneOf(const Container& container) {
         return container[below(static_cast<std::uint32_t>(container.size()))];

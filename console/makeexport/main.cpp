@@ -1,74 +1,156 @@
-#include "makeexport/Arguments.h"
 #include "makeexport/Export.h"
-#include "makeexport/File.h"
+#include "makeexport/StepSums.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace makeexport {
 
 namespace {
 
+constexpr const char* help =
+    R"(Usage: makeexport [--seed N] [--size SIZE] [--sums ZONE=FILE]... FILE
+
+Writes a made-up export of a phone's health data to FILE; - is standard output.
+It covers the ten years up to 2025-09-30 whatever its size: a large one is
+dense, a small one sparse. The same seed and size always give the same bytes.
+
+  --seed N          a number that selects the export; 1 if not given
+  --size SIZE       about how large, from 1K to 8G (of 1024) or in bytes; 20M if
+                    not given. Under 64K it has no element declarations.
+  --sums ZONE=FILE  also writes the steps of each day in a time zone, such as
+                    Asia/Kolkata: a line a day, yyyy-MM-dd, a tab, the steps,
+                    newest first. A day whose midnight the zone's clocks skip
+                    has no line. May be given several times.
+
+Exit status: 0 done, 1 a file cannot be written, 2 the arguments are wrong.
+)";
+
+constexpr std::uint64_t smallest = std::uint64_t{1} << 10;
+constexpr std::uint64_t largest = std::uint64_t{8} << 30;
 constexpr int cannotWrite = 1;
 constexpr int wrongArguments = 2;
 
-/// Says why `path` cannot be written, if so.
-bool isFine(const std::string& path, std::error_code error) {
-    if (error) {
+struct Arguments {
+    bool help = false;
+    std::uint64_t seed = 1;
+    std::uint64_t size = std::uint64_t{20} << 20;
+    std::vector<std::pair<std::string, std::string>> sums;  // time zones and files
+    std::string path;
+    std::string wrong;  // empty, or why the command line cannot be followed
+};
+
+std::optional<std::uint64_t> number(std::string_view text) {
+    std::uint64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool isWhole = error == std::errc() && end == text.data() + text.size();
+    return isWhole ? std::optional(value) : std::nullopt;
+}
+
+/// Bytes, or with K, M or G at the end 1024, 1024² or 1024³ of them.
+std::optional<std::uint64_t> sizeInBytes(std::string_view text) {
+    constexpr std::string_view suffixes = "KMG";
+    const std::size_t suffix = text.empty() ? std::string_view::npos : suffixes.find(text.back());
+    const bool hasSuffix = suffix != std::string_view::npos;
+    const auto value = number(text.substr(0, text.size() - (hasSuffix ? 1 : 0)));
+    const unsigned shift = hasSuffix ? 10 * static_cast<unsigned>(suffix + 1) : 0;
+    const bool fits = value && *value <= largest >> shift && *value << shift >= smallest;
+    return fits ? std::optional(*value << shift) : std::nullopt;
+}
+
+void set(Arguments& arguments, const std::string& option, const std::string& value) {
+    if (option == "--seed") {
+        const auto seed = number(value);
+        arguments.seed = seed.value_or(0);
+        arguments.wrong = seed ? "" : "--seed is a number from 0 to 2^64-1, not " + value;
+    } else if (option == "--size") {
+        const auto size = sizeInBytes(value);
+        arguments.size = size.value_or(0);
+        arguments.wrong = size ? "" : "--size is from 1K to 8G or in bytes, not " + value;
+    } else if (option == "--sums") {
+        const std::size_t equals = std::min(value.find('='), value.size() - 1);
+        const std::string zone = value.substr(0, equals);
+        arguments.sums.emplace_back(zone, value.substr(equals + 1));
+        if (arguments.sums.back().second.empty()) {
+            arguments.wrong = "--sums is ZONE=FILE, not " + value;
+        } else if (!std::filesystem::is_regular_file("/usr/share/zoneinfo/" + zone)) {
+            arguments.wrong = "the system knows no time zone " + zone;
+        }
+    } else {
+        arguments.wrong = "unknown option " + option;
+    }
+}
+
+Arguments readArguments(const std::vector<std::string>& words) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size() && arguments.wrong.empty(); ++i) {
+        const bool isOption = words[i].size() > 1 && words[i].front() == '-';
+        if (words[i] == "--help") {
+            arguments.help = true;
+        } else if (isOption && ++i == words.size()) {
+            arguments.wrong = words.back() + " without a value";
+        } else if (isOption) {
+            set(arguments, words[i - 1], words[i]);
+        } else if (!arguments.path.empty()) {
+            arguments.wrong = "more than one FILE: " + words[i];
+        } else {
+            arguments.path = words[i];
+        }
+    }
+    if (arguments.path.empty() && arguments.wrong.empty()) {
+        arguments.wrong = "no FILE";
+    }
+    return arguments;
+}
+
+/// Makes a file whose content `write` writes. The result is false, and the reason is printed, if it
+/// cannot be written.
+bool makeFile(const std::string& path, auto write) {
+    std::FILE* file = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
+    const bool isWritten = file != nullptr && write(file);
+    if (file == nullptr || (file == stdout ? std::fflush : std::fclose)(file) != 0 || !isWritten) {
         std::fprintf(stderr, "makeexport: cannot write %s: %s\n", path.c_str(),
-                     error.message().c_str());
+                     std::strerror(errno));
+        return false;
     }
-    return !error;
+    return true;
 }
 
-bool writeSums(const StepSums& sums, const SumsWanted& wanted, File& file) {
-    return isFine(wanted.path, file.write(sumLines(sums.byDay(wanted.zone)))) &&
-           isFine(wanted.path, file.close());
-}
-
-int run(const Arguments& arguments) {
-    // All files first: one that cannot be written shows before the work and not after it.
-    File exportFile;
-    if (!isFine(arguments.path, exportFile.open(arguments.path))) {
-        return cannotWrite;
-    }
-    std::vector<File> sumFiles(arguments.sums.size());
-    for (std::size_t i = 0; i < sumFiles.size(); ++i) {
-        const std::string& path = arguments.sums[i].path;
-        if (!isFine(path, sumFiles[i].open(path))) {
-            return cannotWrite;
-        }
-    }
-
+bool makeFiles(const Arguments& arguments) {
     StepSums sums;
-    Output out([&](std::string_view block) { return exportFile.write(block); });
-    writeExport(arguments.seed, arguments.size, out, sums);
-    if (!isFine(arguments.path, out.error()) || !isFine(arguments.path, exportFile.close())) {
-        return cannotWrite;
-    }
-    for (std::size_t i = 0; i < sumFiles.size(); ++i) {
-        if (!writeSums(sums, arguments.sums[i], sumFiles[i])) {
-            return cannotWrite;
-        }
-    }
-    return 0;
+    return makeFile(arguments.path,
+                    [&](std::FILE* file) {
+                        return writeExport(arguments.seed, arguments.size, file, sums);
+                    }) &&
+           std::ranges::all_of(arguments.sums, [&](const auto& zoneAndPath) {
+               return makeFile(zoneAndPath.second, [&](std::FILE* file) {
+                   return std::fputs(sums.lines(zoneAndPath.first).c_str(), file) >= 0;
+               });
+           });
 }
 
 }  // namespace
 
 }  // namespace makeexport
 
-using namespace makeexport;
-
 int main(int argc, char** argv) {
-    const auto read = readArguments({argv + 1, argv + argc});
-    if (const auto* bad = std::get_if<BadArguments>(&read)) {
-        std::fprintf(stderr, "makeexport: %s; try makeexport --help\n", bad->reason.c_str());
-        return wrongArguments;
-    }
-    const auto* arguments = std::get_if<Arguments>(&read);
-    if (arguments->help) {
-        std::fputs(helpText(), stdout);
+    using namespace makeexport;
+    const Arguments arguments = readArguments({argv + 1, argv + argc});
+    if (arguments.help) {
+        std::fputs(help, stdout);
         return 0;
     }
-    return run(*arguments);
+    if (!arguments.wrong.empty()) {
+        std::fprintf(stderr, "makeexport: %s; try makeexport --help\n", arguments.wrong.c_str());
+        return wrongArguments;
+    }
+    return makeFiles(arguments) ? 0 : cannotWrite;
 }

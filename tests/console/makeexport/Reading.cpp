@@ -5,116 +5,136 @@
 #include <expat.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <memory>
 
 namespace makeexport {
 
-using namespace ambulet;
-
 namespace {
-
-void addOnce(std::vector<std::string>& list, const std::string& text) {
-    if (std::ranges::find(list, text) == list.end()) {
-        list.push_back(text);
-    }
-}
-
-void addRun(std::vector<std::string>& list, const std::string& text) {
-    if (list.empty() || list.back() != text) {
-        list.push_back(text);
-    }
-}
 
 class Handler {
   public:
-    explicit Handler(Reading& reading) : _reading(reading) {}
+    void declareElement(const std::string& name, const XML_Content& model) {
+        collectNames(model, _children[name]);
+    }
+
+    void declareAttribute(const std::string& element, const std::string& name, bool isRequired) {
+        _attributes[element][name] = isRequired;
+    }
 
     void start(const std::string& name, const char** attributes) {
-        ++_reading.elements[name];
-        if (_open.size() == 1) {
-            addRun(_reading.children, name);
+        Reading::Record record{_open.empty() ? "" : _open.back(), "", {}};
+        for (; *attributes != nullptr; attributes += 2) {
+            record.order += std::string(attributes[0]) + ' ';
+            record.attributes[attributes[0]] = attributes[1];
+        }
+        validate(name, record.attributes);
+        if (_open.size() == 1 && (reading.children.empty() || reading.children.back() != name)) {
+            reading.children.push_back(name);
         }
         if (name == "Record") {
-            record(attributes);
+            reading.records.push_back(record);
         }
         _open.push_back(name);
     }
 
     void end() { _open.pop_back(); }
 
+    Reading reading;
+
   private:
-    void record(const char** attributes) {
-        std::map<std::string, std::string> values;
-        std::string order;
-        for (; *attributes != nullptr; attributes += 2) {
-            order += std::string(order.empty() ? "" : " ") + attributes[0];
-            values[attributes[0]] = attributes[1];
+    static void collectNames(const XML_Content& model, std::set<std::string>& names) {
+        if (model.name != nullptr) {
+            names.insert(model.name);
         }
-        addOnce(_reading.attributeOrders, order);
-        addOnce(_reading.sourceNames, values["sourceName"]);
-        if (_open.size() == 1) {
-            ++_reading.topLevelTypes[values["type"]];
-            addRun(_reading.recordTypes, values["type"]);
-        }
-        if (values["type"] == "HKQuantityTypeIdentifierStepCount") {
-            _reading.steps.push_back({values["startDate"], values["value"], _open.back()});
+        for (unsigned i = 0; i < model.numchildren; ++i) {
+            collectNames(model.children[i], names);
         }
     }
 
-    Reading& _reading;
+    void validate(const std::string& name, const Reading::Attributes& attributes) {
+        if (!_open.empty() && !_children[_open.back()].contains(name)) {
+            reading.violations.insert(name + " in " + _open.back());
+        }
+        for (const auto& [attribute, value] : attributes) {
+            if (!_attributes[name].contains(attribute)) {
+                reading.violations.insert(name + " has an undeclared " + attribute);
+            }
+        }
+        for (const auto& [attribute, isRequired] : _attributes[name]) {
+            if (isRequired && !attributes.contains(attribute)) {
+                reading.violations.insert(name + " has no " + attribute);
+            }
+        }
+    }
+
+    std::map<std::string, std::set<std::string>> _children;
+    std::map<std::string, std::map<std::string, bool>> _attributes;  // whether they are required
     std::vector<std::string> _open;
 };
 
+Handler& handler(void* data) {
+    return *static_cast<Handler*>(data);
+}
+
 std::time_t instantOf(const std::string& date) {
     std::tm tm{};
-    int offset = 0;
-    char sign = 0;
-    const int fields =
-        std::sscanf(date.c_str(), "%4d-%2d-%2d %2d:%2d:%2d %c%4d", &tm.tm_year, &tm.tm_mon,
-                    &tm.tm_mday, &tm.tm_hour, &tm.tm_min, &tm.tm_sec, &sign, &offset);
-    EXPECT_EQ(fields, 8) << date;
-    EXPECT_EQ(date.size(), 25U) << date;
-    EXPECT_TRUE(sign == '+' || sign == '-') << date;
-    tm.tm_year -= 1900;
-    tm.tm_mon -= 1;
-    const int ahead = (offset / 100 * 60 + offset % 100) * 60;
-    return timegm(&tm) - (sign == '-' ? -ahead : ahead);
+    const char* end = strptime(date.c_str(), "%Y-%m-%d %H:%M:%S %z", &tm);
+    EXPECT_TRUE(end != nullptr && *end == '\0') << date;
+    const long offset = tm.tm_gmtoff;
+    return timegm(&tm) - offset;
+}
+
+bool hasMidnight(std::tm day) {
+    day.tm_hour = day.tm_min = day.tm_sec = 0;
+    day.tm_isdst = -1;
+    const int ofMonth = day.tm_mday;
+    return mktime(&day) != -1 && day.tm_hour == 0 && day.tm_mday == ofMonth;
 }
 
 }  // namespace
 
 Reading readExport(std::string_view text) {
-    Reading reading;
-    Handler handler(reading);
-    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+    Handler found;
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> owner(
         XML_ParserCreate(nullptr), XML_ParserFree);
-    XML_SetUserData(parser.get(), &handler);
+    const XML_Parser parser = owner.get();
+    XML_SetUserData(parser, &found);
+    XML_SetElementDeclHandler(parser, [](void* to, const char* name, XML_Content* model) {
+        handler(to).declareElement(name, *model);
+        std::free(model);
+    });
+    XML_SetAttlistDeclHandler(
+        parser, [](void* to, const char* element, const char* name, const char*, const char*,
+                   int required) { handler(to).declareAttribute(element, name, required != 0); });
     XML_SetElementHandler(
-        parser.get(),
+        parser,
         [](void* to, const char* name, const char** attributes) {
-            static_cast<Handler*>(to)->start(name, attributes);
+            handler(to).start(name, attributes);
         },
-        [](void* to, const char*) { static_cast<Handler*>(to)->end(); });
-    if (XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) !=
-        XML_STATUS_OK) {
-        reading.error = XML_ErrorString(XML_GetErrorCode(parser.get()));
+        [](void* to, const char*) { handler(to).end(); });
+    if (XML_Parse(parser, text.data(), static_cast<int>(text.size()), XML_TRUE) != XML_STATUS_OK) {
+        found.reading.violations.insert(XML_ErrorString(XML_GetErrorCode(parser)));
     }
-    return reading;
+    return found.reading;
 }
 
-std::string sumsOf(const std::vector<Reading::StepRecord>& steps, const std::string& zone) {
-    const ScopedTimeZone inForce(zone);
+std::string sumsOf(const Reading& reading, const std::string& zone) {
+    const ambulet::ScopedTimeZone inForce(zone);
     std::map<std::string, long long, std::greater<>> days;
-    for (const Reading::StepRecord& record : steps) {
-        const std::time_t start = instantOf(record.startDate);
+    for (const Reading::Record& record : reading.records) {
+        if (record.attributes.at("type") != "HKQuantityTypeIdentifierStepCount") {
+            continue;
+        }
+        const std::time_t start = instantOf(record.attributes.at("startDate"));
         std::tm tm{};
         localtime_r(&start, &tm);
         char day[16];
         std::strftime(day, sizeof day, "%Y-%m-%d", &tm);
-        days[day] += std::stoll(record.value);
+        if (hasMidnight(tm)) {
+            days[day] += std::stoll(record.attributes.at("value"));
+        }
     }
     std::string text;
     for (const auto& [day, sum] : days) {

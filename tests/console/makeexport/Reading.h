@@ -1,35 +1,34 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace makeexport {
 
-/// An export as expat sees it: a second, independent opinion of what was written.
+/// An export as expat reads it.
 struct Reading {
-    struct StepRecord {
-        std::string startDate;
-        std::string value;
+    using Attributes = std::map<std::string, std::string>;
+    struct Record {
         std::string parent;
+        std::string order;  // the names of the attributes, a blank after each
+        Attributes attributes;
     };
 
-    std::string error;                         // empty: well-formed
-    std::map<std::string, int> elements;       // how many of a name there are
-    std::map<std::string, int> topLevelTypes;  // how many Records of a type there are at top level
-    std::vector<std::string> children;         // of the root, by name, a run of one name once
-    std::vector<std::string> recordTypes;      // of top level, a run of one type once
-    std::vector<std::string> sourceNames;      // of Records, each that occurs once
-    // Of Records, each that occurs once, "type sourceName…".
-    std::vector<std::string> attributeOrders;
-    std::vector<StepRecord> steps;
+    std::vector<std::string> children;  // of the root: names, adjacent equal ones once
+    std::vector<Record> records;
+
+    /// Where the document is not well-formed or breaks its document type declaration, each kind
+    /// once: elements and attributes that are not declared, required attributes that are missing,
+    /// children where none may stand. The order and number of children are not checked.
+    std::set<std::string> violations;
 };
 
 Reading readExport(std::string_view text);
 
-/// What a right reader finds, record by record, in the form of the printed sums.
-std::string sumsOf(const std::vector<Reading::StepRecord>& steps, const std::string& zone);
+/// The lines that --sums should print: summed record by record.
+std::string sumsOf(const Reading& reading, const std::string& zone);
 
 }  // namespace makeexport
