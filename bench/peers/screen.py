@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 import time
 
-WIDTH, HEIGHT = 800, 720
+WIDTH, HEIGHT = 960, 800
 EACH = 8  # of the lines of the picture is looked at: enough to see text change, and quick
 
 

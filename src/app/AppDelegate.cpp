@@ -6,7 +6,6 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
-#include "widgets/BringToFront.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -18,33 +17,16 @@ AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
 
 AppDelegate::~AppDelegate() = default;
 
-QWidget& AppDelegate::showEmptyWindow() {
-    QWidget& window = *windowController().emptyWindow();
-    bringToFront(window);
-    return window;
-}
-
 void AppDelegate::applicationDidFinishLaunching() {
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     buildMainMenu();
-    QWidget* const window = windowController().window();
-    _mainMenu->installOn(*qobject_cast<QMainWindow*>(window));
-    // One that is shown already stays as it is: meanwhile it may have been minimised, or the user
-    // have turned to another program.
-    if (!window->isVisible()) {
-        windowController().showWindow();
-    }
+    _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
+    _mainMenu->installOn(*qobject_cast<QMainWindow*>(_windowController->window()));
+    _windowController->showWindow();
     // The file need not exist any more: the guide is for users who have never chosen one.
     if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {
         showGettingStarted();
     }
-}
-
-MainWindowController& AppDelegate::windowController() {
-    if (!_windowController) {
-        _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
-    }
-    return *_windowController;
 }
 
 void AppDelegate::buildMainMenu() {

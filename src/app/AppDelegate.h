@@ -23,12 +23,8 @@ class AppDelegate final : public QObject {
     AppDelegate(UserDefaults& defaults, const Bundle& bundle);
     ~AppDelegate() override;
 
-    /// Shows the main window before anything is in it, and returns it: it can be on the screen at
-    /// once, while fonts, icons and texts take as long again.
-    QWidget& showEmptyWindow();
-
-    /// Shows the main window with all that is in it, the main menu and, where no file was ever
-    /// chosen, the Getting Started window in front of it. To be called once, in the event loop.
+    /// Builds the main menu, shows the main window and, where no file was ever chosen, the Getting
+    /// Started window in front of it. To be called once, in the event loop.
     void applicationDidFinishLaunching();
 
     /// Shows the About window.
@@ -41,7 +37,6 @@ class AppDelegate final : public QObject {
     static bool applicationShouldTerminateAfterLastWindowClosed() { return true; }
 
   private:
-    MainWindowController& windowController();
     void buildMainMenu();
     void show(WindowController& controller) const;
 

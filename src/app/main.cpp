@@ -2,9 +2,9 @@
 #include "app/ApplicationIcon.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
-#include "widgets/FirstPaint.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <cstdlib>
 
@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     {
         const QApplication application(argc, argv);
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
-        afterFirstPaint(delegate.showEmptyWindow(), [&delegate] {
+        QTimer::singleShot(0, &delegate, [&delegate] {
             QApplication::setWindowIcon(applicationIcon(Bundle::main()));
             delegate.applicationDidFinishLaunching();
         });

@@ -1,11 +1,10 @@
-// Bringing the window up, the click that clears the selection, the window's place and size.
+// Bringing the window up, and the click that clears the selection.
 
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
-#include "ui_MainWindowContent.h"
 #include "ui_MainWindowController.h"
-#include "widgets/ScreenFit.h"
+#include "widgets/RememberedFrame.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -13,15 +12,9 @@
 #include <QPushButton>
 #include <QWindow>
 
-#include <chrono>
-
 namespace ambulet {
 
 namespace {
-
-// How long the window must have stayed where it is before that is remembered: a drag moves it many
-// times a second, and each time would be written to the disk.
-constexpr std::chrono::milliseconds frameRest(500);
 
 bool isControl(const QWidget* view) {
     return qobject_cast<const QLabel*>(view) != nullptr ||
@@ -29,32 +22,12 @@ bool isControl(const QWidget* view) {
            qobject_cast<const QLineEdit*>(view) != nullptr;
 }
 
-// The interface description names the settings' key.
-QString frameKey(const QWidget* window) {
-    return window->property("frameAutosaveName").toString();
-}
-
 }  // namespace
 
-QWidget* MainWindowController::emptyWindow() {
-    if (isWindowLoaded()) {
-        return window();
-    }
-    if (!_emptyWindow) {
-        _emptyWindow = std::make_unique<QMainWindow>();
-        Ui::MainWindowController().setupUi(_emptyWindow.get());
-        _emptyWindow->setWindowTitle(_bundle.displayName() + QStringLiteral(" — Ambulet"));
-        restoreFrame(*_emptyWindow);
-    }
-    return _emptyWindow.get();
-}
-
 std::unique_ptr<QWidget> MainWindowController::loadWindow() {
-    emptyWindow();
-    auto* const content = new QWidget;
-    Ui::MainWindowContent views;
-    views.setupUi(content);
-    _emptyWindow->setCentralWidget(content);
+    auto loaded = std::make_unique<QMainWindow>();
+    Ui::MainWindowController views;
+    views.setupUi(loaded.get());
 
     setTableView(views.tableView);
     setScrollView(views.tableView);
@@ -72,40 +45,24 @@ std::unique_ptr<QWidget> MainWindowController::loadWindow() {
     views.tableView->setDataSource(this);
     connect(views.chooseButton, &QPushButton::clicked, this,
             &MainWindowController::chooseFileAction);
-    return std::move(_emptyWindow);
+    return loaded;
 }
 
 void MainWindowController::windowDidLoad() {
+    window()->setWindowTitle(_bundle.displayName() + QStringLiteral(" — Ambulet"));
     if (_filePathField) {
         _filePathField->setText(_filePath.value_or(QString()));
     }
     setupTableColumns();
     makeStrideEditor();
-    _frameTimer.setSingleShot(true);
-    _frameTimer.setInterval(frameRest);
-    connect(&_frameTimer, &QTimer::timeout, this, &MainWindowController::saveFrame);
+    // The interface description names the settings' key.
+    const QString frameKey = window()->property("frameAutosaveName").toString();
+    RememberedFrame::attach(*window(), _defaults.data(frameKey),
+                            [&defaults = _defaults, frameKey](const QByteArray& frame) {
+                                defaults.setData(frameKey, frame);
+                            });
     qApp->installEventFilter(this);
-    connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindowController::saveFrame);
-    if (window()->isVisible()) {
-        catchUpWithShowing();
-    }
     loadData();
-}
-
-// The window was shown before it had anything in it: what comes with its showing is done now. Of
-// the focus the toolkit thinks only when a window becomes active.
-void MainWindowController::catchUpWithShowing() {
-    qobject_cast<QMainWindow*>(window())->centralWidget()->show();
-    if (window()->windowHandle()->isExposed()) {
-        _fittedOnScreen = true;
-        fitOnScreen(*window());
-    }
-    QWidget* first = window();
-    do {
-        first = first->nextInFocusChain();
-    } while (first != window() && (first->focusPolicy() & Qt::TabFocus) == 0);
-    first->setFocus(Qt::ActiveWindowFocusReason);
-    _frameTimer.start();
 }
 
 // Every press of the primary button in the application passes here before any view sees it; none is
@@ -119,13 +76,6 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         if (press->button() == Qt::LeftButton && QApplication::activePopupWidget() == nullptr) {
             mouseDown(press->position().toPoint());
         }
-    } else if (watched == window()->windowHandle() && type == QEvent::Expose && !_fittedOnScreen) {
-        _fittedOnScreen = true;
-        fitOnScreen(*window());
-    } else if (watched == window() && type == QEvent::Close) {
-        saveFrame();
-    } else if (watched == window() && (type == QEvent::Move || type == QEvent::Resize)) {
-        _frameTimer.start();
     }
     return WindowController::eventFilter(watched, event);
 }
@@ -145,19 +95,6 @@ void MainWindowController::mouseDown(QPoint position) {
         }
     }
     _tableView->deselectAll();
-}
-
-void MainWindowController::restoreFrame(QWidget& window) const {
-    if (const auto frame = _defaults.data(frameKey(&window))) {
-        window.restoreGeometry(*frame);  // brings it back onto a screen that is there
-    }
-}
-
-void MainWindowController::saveFrame() {
-    const QByteArray frame = window()->saveGeometry();
-    if (_defaults.data(frameKey(window())) != frame) {
-        _defaults.setData(frameKey(window()), frame);
-    }
 }
 
 void MainWindowController::setupTableColumns() {

@@ -15,11 +15,9 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QPoint>
 #include <QPointer>
 #include <QProgressBar>
-#include <QTimer>
 
 #include <cstdint>
 #include <memory>
@@ -36,10 +34,9 @@ class UserDefaults;
 /// The one main window and everything that it shows: the loaded days, their rows, the remembered
 /// file, the formatters through which every date and number reaches the screen.
 ///
-/// The window's views belong to the window, which is made from the interface descriptions
-/// resources/MainWindowController.ui, the window, and MainWindowContent.ui, what is in it; the
-/// controller refers to the views weakly, and does without those that are not there. Main thread
-/// only: a file is read on a thread of its own, which knows nothing of the controller.
+/// The window is made from the interface description resources/MainWindowController.ui and owns its
+/// views; the controller refers to them weakly, and does without those that are not there. Main
+/// thread only: a file is read on a thread of its own, which knows nothing of the controller.
 class MainWindowController final : public WindowController, public TableViewDataSource {
     Q_OBJECT
 
@@ -132,10 +129,6 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the window: MainWindowController+Window.cpp
 
-    /// The window before it is loaded: titled, where it was left and as large, with nothing in it.
-    /// It can be shown long before what it holds is made. Once loaded it is `window()`.
-    QWidget* emptyWindow();
-
     /// Gives the table its four columns in place of whatever it had.
     void setupTableColumns();
 
@@ -177,9 +170,6 @@ class MainWindowController final : public WindowController, public TableViewData
     void makeStrideEditor();
     void closeStrideEditor();
     void mouseDown(QPoint position);
-    void catchUpWithShowing();
-    void restoreFrame(QWidget& window) const;
-    void saveFrame();
     double strideFeet() const;
     std::optional<QString> askForFile();
     void startProgress();
@@ -195,12 +185,9 @@ class MainWindowController final : public WindowController, public TableViewData
     DateFormatter _displayFormatter;
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
-    std::unique_ptr<QMainWindow> _emptyWindow;  // until it is loaded
     ExportFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
-    QTimer _frameTimer;  // runs from the window's last move or resize on
     bool _strideEditorOpenedByKeyboard = false;
-    bool _fittedOnScreen = false;  // not before the window's frame is known
 
     QPointer<TableView> _tableView;
     QPointer<QAbstractScrollArea> _scrollView;

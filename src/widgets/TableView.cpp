@@ -130,6 +130,7 @@ const std::vector<TableColumn>& TableView::columns() const {
 void TableView::reloadData() {
     const int current = currentIndex().row();
     _model->reload();
+    executeDelayedItemsLayout();  // or the rows are seen without their scroll bar first
     const int rows = _model->rowCount();
     // Arrow keys and ranges go on from where they were.
     const QModelIndex kept = _model->index(current, 0);
@@ -353,7 +354,10 @@ void TableView::fitLastColumn() {
         others += columnWidth(column);
     }
     const int minimum = _model->columns()[static_cast<std::size_t>(last)].minimumWidth;
-    setColumnWidth(last, std::max(minimum, viewport()->width() - others));
+    const int left = viewport()->width() - others;
+    // Set by hand: where the vertical scroll bar comes, the columns are too wide for a moment.
+    setHorizontalScrollBarPolicy(left < minimum ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setColumnWidth(last, std::max(minimum, left));
 }
 
 // Larger fonts and longer languages need wider columns than the ones asked for. A column that the

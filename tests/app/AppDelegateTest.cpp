@@ -88,26 +88,6 @@ TEST_F(AppDelegateTest, theFirstStartOpensTheGuideInFrontOfTheMainWindow) {
     EXPECT_FALSE(about().isVisible());
 }
 
-TEST_F(AppDelegateTest, theMainWindowCanBeThereBeforeWhatIsInIt) {
-    QWidget& window = delegate.showEmptyWindow();
-    EXPECT_EQ(&window, &mainWindow());
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(mainWindow().centralWidget(), nullptr);
-    EXPECT_FALSE(help().isVisible());
-    delegate.applicationDidFinishLaunching();
-    EXPECT_EQ(&window, &mainWindow());
-    EXPECT_NE(mainWindow().centralWidget(), nullptr);
-    EXPECT_TRUE(help().isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([] { return mainWindow().menuBar()->isVisible(); }));
-}
-
-TEST_F(AppDelegateTest, aWindowThatIsMinimisedBeforeAnythingIsInItStaysSo) {
-    delegate.showEmptyWindow().showMinimized();
-    delegate.applicationDidFinishLaunching();
-    EXPECT_NE(mainWindow().centralWidget(), nullptr);
-    EXPECT_TRUE(mainWindow().isMinimized());
-}
-
 TEST_F(AppDelegateTest, theGuideDoesNotOpenIfAnyPathIsStoredEvenAnEmptyOneOrAMissingFiles) {
     for (const QString& path : {u""_s, u"/no/such/file.xml"_s}) {
         defaults.setString(SettingsKeys::xmlFilePath, path);

@@ -129,9 +129,9 @@ TEST_F(WindowTest, aButtonTitledChooseIsThere) {
     EXPECT_EQ(button->text(), QStringLiteral("Choose…"));
 }
 
-TEST_F(WindowTest, theWindowStartsAt720By640) {
+TEST_F(WindowTest, itsFirstSizeIs880By720) {
     makeController().showWindow();
-    EXPECT_EQ(controller->window()->size(), QSize(720, 640));
+    EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
 TEST_F(WindowTest, onASmallerScreenItStartsWithItsWholeFrameOnTheScreen) {
@@ -140,53 +140,6 @@ TEST_F(WindowTest, onASmallerScreenItStartsWithItsWholeFrameOnTheScreen) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
     EXPECT_EQ(controller->window()->frameGeometry(),
               QGuiApplication::primaryScreen()->availableGeometry());
-}
-
-TEST_F(WindowTest, itCanBeShownInItsPlaceBeforeAnythingIsInIt) {
-    makeController().showWindow();
-    controller->window()->setGeometry(40, 60, 650, 500);
-    QCoreApplication::processEvents();
-    controller->window()->close();
-    QWidget& window = *makeController().emptyWindow();
-    window.show();
-    EXPECT_FALSE(controller->isWindowLoaded());
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("Daily Steps — Ambulet"));
-    EXPECT_EQ(window.geometry(), QRect(40, 60, 650, 500));
-    EXPECT_EQ(window.findChild<QPushButton*>(), nullptr);
-}
-
-TEST_F(WindowTest, whatIsInItCanFollowItsShowing) {
-    QWidget& window = *makeController().emptyWindow();
-    window.show();
-    window.setGeometry(40, 60, 750, 500);
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    controller->showWindow();
-    EXPECT_EQ(controller->window(), &window);
-    EXPECT_EQ(controller->emptyWindow(), &window);
-    EXPECT_EQ(window.geometry(), QRect(40, 60, 750, 500));
-    EXPECT_TRUE(controller->tableView()->isVisible());
-    EXPECT_EQ(QApplication::focusWidget(), window.findChild<QPushButton*>());
-}
-
-TEST_F(WindowTest, shownEmptyOnASmallerScreenItFitsOnceItIsLoaded) {
-    QWidget& window = *makeController().emptyWindow();
-    window.setGeometry(100, 100, 5000, 4000);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    controller->showWindow();
-    EXPECT_EQ(window.frameGeometry(), QGuiApplication::primaryScreen()->availableGeometry());
-}
-
-TEST_F(WindowTest, thePlaceOfAWindowShownEmptyIsRememberedOnceItRests) {
-    QWidget& window = *makeController().emptyWindow();
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    controller->window();
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return UserDefaults(path("settings.ini")).data(QStringLiteral("MainWindowFrame")) ==
-               window.saveGeometry();
-    }));
 }
 
 TEST_F(WindowTest, severalRowsCanBeSelected) {
@@ -259,7 +212,7 @@ TEST_F(WindowTest, aZoomedWindowComesBackZoomed) {
 TEST_F(WindowTest, aDamagedFrameInTheSettingsIsLeftAside) {
     defaults.setData(QStringLiteral("MainWindowFrame"), QByteArray("no frame"));
     makeController().showWindow();
-    EXPECT_EQ(controller->window()->size(), QSize(720, 640));
+    EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
 TEST_F(WindowTest, tabGoesFromTheButtonToTheMilesToTheTableAndAround) {

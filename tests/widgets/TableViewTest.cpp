@@ -233,6 +233,46 @@ TEST_F(TableViewTest, aNarrowTableScrollsSidewaysRatherThanGoBelowTheLastColumns
     EXPECT_GT(table.horizontalScrollBar()->maximum(), 0);
 }
 
+// What is painted of a table while one of its scroll bars is not as it should be.
+class ScrollBarWatch final : public QObject {
+  public:
+    explicit ScrollBarWatch(TableView& table) : _table(table) {
+        table.viewport()->installEventFilter(this);
+        table.horizontalScrollBar()->installEventFilter(this);
+    }
+
+    int paints = 0;
+    int paintsWithoutVertical = 0;
+    int horizontalShown = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == _table.viewport() && event->type() == QEvent::Paint) {
+            ++paints;
+            paintsWithoutVertical += _table.verticalScrollBar()->isVisible() ? 0 : 1;
+        } else if (watched == _table.horizontalScrollBar() && event->type() == QEvent::Show) {
+            ++horizontalShown;
+        }
+        return false;
+    }
+
+  private:
+    TableView& _table;
+};
+
+TEST_F(TableViewTest, moreRowsThanFitAreNeverSeenWithoutTheirScrollBarOrWithAHorizontalOne) {
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(table.verticalScrollBar()->isVisible());
+    ScrollBarWatch watch(table);
+    rows.kinds = std::string(500, 'd');
+    table.reloadData();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watch.paints > 0; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(watch.paintsWithoutVertical, 0);
+    EXPECT_EQ(watch.horizontalShown, 0);
+    EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 170 - 110);
+}
+
 TEST_F(TableViewTest, eachColumnHasAMinimumWidthOfItsOwn) {
     for (int column = 0; column < 3; ++column) {
         table.setColumnWidth(column, 20);

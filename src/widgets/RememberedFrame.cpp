@@ -1,0 +1,64 @@
+#include "widgets/RememberedFrame.h"
+
+#include "widgets/ScreenFit.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWidget>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
+
+namespace ambulet {
+
+namespace {
+
+// A drag moves a window many times a second, and each time would be written to the disk.
+constexpr std::chrono::milliseconds restBeforeSaving(500);
+
+}  // namespace
+
+void RememberedFrame::attach(QWidget& window, const std::optional<QByteArray>& stored,
+                             Store store) {
+    new RememberedFrame(window, stored, std::move(store));
+}
+
+RememberedFrame::RememberedFrame(QWidget& window, const std::optional<QByteArray>& stored,
+                                 Store store)
+    : QObject(&window), _window(window), _stored(stored), _store(std::move(store)) {
+    if (_stored) {
+        _window.restoreGeometry(*_stored);
+    }
+    _rest.setSingleShot(true);
+    _rest.setInterval(restBeforeSaving);
+    connect(&_rest, &QTimer::timeout, this, &RememberedFrame::save);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &RememberedFrame::save);
+    // Not the window alone: only its QWindow learns when it is on the screen.
+    qApp->installEventFilter(this);
+}
+
+bool RememberedFrame::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == &_window) {
+        if (type == QEvent::Close) {
+            save();
+        } else if (type == QEvent::Move || type == QEvent::Resize) {
+            _rest.start();
+        }
+    } else if (type == QEvent::Expose && !_fitted && watched == _window.windowHandle()) {
+        _fitted = true;
+        fitOnScreen(_window);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void RememberedFrame::save() {
+    const QByteArray frame = _window.saveGeometry();
+    if (_stored != frame) {
+        _stored = frame;
+        _store(frame);
+    }
+}
+
+}  // namespace ambulet

@@ -1,0 +1,90 @@
+"""The main window's start as a user sees it: the whole form, then the rows, and nothing between."""
+
+import collections
+import unittest
+
+from driver import MAIN, PICTURES, Program, ProgramTest
+from film import Film, save
+
+KDE = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
+DARK = """[Colors:Window]
+BackgroundNormal=49,54,59
+ForegroundNormal=239,240,241
+[Colors:View]
+BackgroundNormal=35,38,41
+ForegroundNormal=239,240,241
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=239,240,241
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+"""
+# The indicator of a load moves: the lower left corner of the window is left out.
+INDICATOR_WIDTH, INDICATOR_HEIGHT = 90, 30
+
+
+def without_indicator(lines):
+    kept = lines[:-INDICATOR_HEIGHT]
+    return kept + [line[4 * INDICATOR_WIDTH:] for line in lines[-INDICATOR_HEIGHT:]]
+
+
+def ground(lines):
+    """The colour that most of the pixels of the window's upper part have: the panel's."""
+    panel = b"".join(lines[30:150])
+    return collections.Counter(panel[i:i + 4] for i in range(0, len(panel), 4)).most_common(1)[0][0]
+
+
+class Start(ProgramTest):
+    def film(self, name, file, **environment):
+        """Films a start with the remembered file; how many states the window's content had."""
+        self.remember(file)
+        with Film() as film:
+            program = Program(self.configuration, **environment)
+            self.addCleanup(program.kill)
+            program.label("Loaded [0-9]+ days of data\\.")
+            program.wait_until_in_front()
+            place = program.extents(next(node for node in program.windows()
+                                         if node.get_name() == MAIN))
+        program.kill()
+        # Before the first of them the window is not there yet, or has not been painted yet.
+        states = film.states(*place)
+        last = ground(states[-1])
+        shown = [state for state in states if ground(state) == last]
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        for number, state in enumerate(states):
+            save(state, PICTURES / f"start-{name}-{number}.png")
+        self.assertEqual(shown, states[-len(shown):], "the ground changed")
+        self.assertLessEqual(len(states) - len(shown), 2, "another ground came first")
+        distinct = []
+        for state in map(without_indicator, shown):
+            if not distinct or state != distinct[-1]:
+                distinct.append(state)
+        self.assertLessEqual(len(distinct), 2, name)
+        return len(distinct)
+
+    def slow_export(self):
+        """An export that takes part of a second to read: large, and in an encoding of its own."""
+        record = b'<Record type="HKQuantityTypeIdentifierStepCount" value="9876" startDate="2025-%02d-%02d 12:00:00 +0000"/>'
+        days = b"".join(record % (month, day) for month in range(1, 13) for day in range(1, 29))
+        file = self.folder / "slow.xml"
+        file.write_bytes(b'<?xml version="1.0" encoding="ISO-8859-1"?>\n<HealthData>\n' + 400 * days
+                         + b"</HealthData>\n")
+        return file
+
+    def film_all(self, theme, **environment):
+        self.film(f"{theme}-short", self.export("100K", "short.xml"), **environment)
+        self.film(f"{theme}-long", self.export("20M", "long.xml"), **environment)
+        states = self.film(f"{theme}-slow", self.slow_export(), **environment)
+        self.assertEqual(states, 2)
+
+    def test_the_whole_form_comes_first_and_the_rows_after_it_light(self):
+        self.film_all("light")
+
+    def test_the_whole_form_comes_first_and_the_rows_after_it_dark(self):
+        (self.configuration / "kdeglobals").write_text(DARK)
+        self.film_all("dark", **KDE)
+
+
+if __name__ == "__main__":
+    unittest.main()
