@@ -1,5 +1,3 @@
-// The content of exports, and the reader that checks it.
-
 #include "Program.h"
 #include "Reading.h"
 
@@ -45,7 +43,8 @@ TEST(Export, theSizeIsAboutTheOneAskedFor) {
                                       {"300K", 307200.0},
                                       {"777777", 777777.0},
                                       {"10M", 10485760.0}}) {
-        EXPECT_NEAR(exportOf("1", size).size() / bytes, 1, 0.03) << size;
+        const double written = static_cast<double>(exportOf("1", size).size());
+        EXPECT_NEAR(written / bytes, 1, 0.03) << size;
     }
     EXPECT_LT(exportOf("1", "1K").size(), 1500U);
 }
