@@ -1,19 +1,18 @@
-// QSettings does the reading and writing, the merging with what other processes wrote, and the
-// replacing of the file at one stroke. It is not left to make the file, as it would make it
-// readable to everybody, nor to try where it would fail or wait for ever.
+// The file is read anew at every call, since other processes may write it, too. A write reads, sets
+// its own keys and replaces the file while it holds the lock.
 
 #include "platform/SettingsStore.h"
 
-#include <QDir>
+#include "platform/IniText.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
-#include <QStandardPaths>
 
-#include <fcntl.h>
+#include <array>
+#include <cstdlib>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace ambulet {
 
@@ -21,77 +20,107 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
-                        QFile::WriteOther | QFile::ExeOther;
+constexpr std::size_t largestFile = 1'000'000;
+
+std::string encoded(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
 
 bool makeFolder(const QString& path) {
     return QFileInfo(path).isDir() ||
-           (makeFolder(QFileInfo(path).path()) && QDir().mkdir(path, owner));
+           (makeFolder(QFileInfo(path).path()) && ::mkdir(encoded(path).c_str(), 0700) == 0);
 }
 
-// Whether it can be read without waiting: a FIFO or a device cannot.
-bool isFileOrNothing(const QString& path) {
-    const QFileInfo place(path);
-    return !place.exists() || place.isFile();
+// The value of a variable that is an absolute path, else nothing.
+QString folderIn(const char* variable) {
+    const QString folder = QFile::decodeName(qgetenv(variable));
+    return folder.startsWith(u'/') ? folder : QString();
 }
 
-// Sees to it that the file is there, can be written, and is its owner's alone.
-bool makePrivate(const QString& path) {
-    QFile file(path);
-    return isFileOrNothing(path) &&
-           file.open(QIODevice::ReadWrite, QFile::ReadOwner | QFile::WriteOwner) &&
-           (!(file.permissions() & others) || file.setPermissions(file.permissions() & owner));
+QString accountHome() {
+    std::array<char, 16384> buffer{};
+    passwd entry{};
+    passwd* found = nullptr;
+    ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
+    return found != nullptr ? QFile::decodeName(found->pw_dir) : QString();
 }
 
-bool isWritable(const QString& path) {
-    // QSettings takes the same lock, but for as long as it lasts.
-    return makeFolder(QFileInfo(path).path()) && makePrivate(path) &&
-           QLockFile(path + ".lock"_L1).tryLock(1000);
+QString configurationFolder() {
+    if (const QString folder = folderIn("XDG_CONFIG_HOME"); !folder.isEmpty()) {
+        return folder;
+    }
+    const QString home = folderIn("HOME");
+    return (home.isEmpty() ? accountHome() : home) + "/.config"_L1;
 }
 
 }  // namespace
 
-SettingsStore::SettingsStore(const QString& place) : _place(QFileInfo(place).absoluteFilePath()) {
-    if (isFileOrNothing(_place)) {
-        _settings.emplace(_place, QSettings::IniFormat);
-    }
-}
+SettingsStore::SettingsStore(const QString& place) : _place(QFileInfo(place).absoluteFilePath()) {}
 
 QString SettingsStore::placeFor(const Bundle& bundle) {
     const std::optional<QString> identifier = bundle.identifier();
-    return identifier ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-                            u'/' + *identifier + ".ini"_L1
-                      : u"/"_s;
+    return identifier ? configurationFolder() + u'/' + *identifier + ".ini"_L1 : u"/"_s;
 }
 
 std::optional<QVariant> SettingsStore::value(const QString& key) {
     if (const auto kept = _unstored.constFind(key); kept != _unstored.cend()) {
         return *kept;
     }
-    if (!_settings) {
-        return std::nullopt;
+    if (const auto content = WholeFile(encoded(_place)).read(largestFile)) {
+        _content = *content;
     }
-    if (isFileOrNothing(_place)) {
-        _settings->sync();
-    }
-    if (!_settings->contains(key)) {
-        return std::nullopt;
-    }
-    const QVariant value = _settings->value(key);
-    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(u',') : value;
+    return IniText(_content).value(key);
 }
 
 void SettingsStore::setValue(const QString& key, const QVariant& value) {
     _unstored.insert(key, value);
-    if (!_settings || !isWritable(_place)) {
-        return;
+    flush();
+}
+
+bool SettingsStore::flush() {
+    if (_unstored.isEmpty()) {
+        return true;
     }
+    if (!makeFolder(QFileInfo(_place).path())) {
+        return false;
+    }
+    // Without the lock another process may write in between. Then its keys are read again.
+    constexpr int mostTries = 20;
+    for (int tries = 0; tries < mostTries; ++tries) {
+        switch (tryToStore()) {
+        case WholeFile::Outcome::Replaced:
+            _unstored.clear();
+            return true;
+        case WholeFile::Outcome::Changed:
+            break;
+        case WholeFile::Outcome::Failed:
+            return false;
+        }
+    }
+    return false;
+}
+
+WholeFile::Outcome SettingsStore::tryToStore() {
+    WholeFile file(encoded(_place));
+    const WholeFile::Lock lock(file);
+    if (lock.isHeld()) {
+        file.removeLeftovers();
+    }
+    const auto content = file.read(largestFile);
+    if (!content) {
+        return WholeFile::Outcome::Failed;
+    }
+    IniText text(*content);
     for (auto kept = _unstored.cbegin(); kept != _unstored.cend(); ++kept) {
-        _settings->setValue(kept.key(), kept.value());
+        text.setValue(kept.key(), kept.value());
     }
-    _unstored.clear();
-    _settings->sync();
+    const QByteArray fresh = text.content();
+    if (static_cast<std::size_t>(fresh.size()) > largestFile) {
+        return WholeFile::Outcome::Failed;
+    }
+    const WholeFile::Outcome outcome = file.replace(fresh);
+    _content = outcome == WholeFile::Outcome::Replaced ? fresh : _content;
+    return outcome;
 }
 
 }  // namespace ambulet

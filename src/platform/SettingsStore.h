@@ -1,8 +1,9 @@
 #pragma once
 
 #include "platform/Bundle.h"
+#include "platform/WholeFile.h"
 
-#include <QSettings>
+#include <QByteArray>
 #include <QString>
 #include <QVariantMap>
 
@@ -11,31 +12,39 @@
 namespace ambulet {
 
 /// What `UserDefaults` stores, and where: on Linux in an INI file, on macOS in the preferences of a
-/// domain (that variant was never run). Texts and data come back as such. Main thread only.
+/// domain (that variant was never run). Keys are ASCII letters and digits, values a QString or a
+/// QByteArray. Main thread only.
 ///
-/// The file need not exist; it and missing folders above it are made at the first write, for their
-/// owner only. A file that others may read is closed to them before it is written to. What is not a
-/// regular file is neither read nor written.
+/// On Linux:
+/// - The file and missing folders above it are made at the first write, for their owner only.
+/// - A write replaces the file in one step. A write that fails leaves the file as it was.
+/// - What is not a regular file, or is larger than 1 MB, is neither read nor written.
+/// - Lines of the file that are not this program's are kept.
 class SettingsStore {
   public:
     explicit SettingsStore(const QString& place);
 
-    /// The place of an application's own settings. Without an identifier it is one where nothing
-    /// can be stored.
+    /// The place of an application's own settings: `<bundle identifier>.ini` in XDG_CONFIG_HOME if
+    /// that is an absolute path, else in .config in the home folder (HOME, else the account's). A
+    /// bundle without an identifier gets a place where nothing can be stored.
     static QString placeFor(const Bundle& bundle);
 
-    /// What is stored under the key now, by whatever process; none where there is nothing. A text
-    /// written into the file by hand may hold commas without quotes; blanks after them are lost.
+    /// The value that is stored now, by whatever process; none where there is none. While the file
+    /// cannot be read, the value that was read or stored last.
     std::optional<QVariant> value(const QString& key);
 
-    /// Stores a text or data, at once; if that cannot be done, keeps it for as long as the object
-    /// lives, or until a later write can store it as well. Waits at most a second for another
-    /// process that is writing.
+    /// Stores the value on the disk before it returns. A value that cannot be stored is kept in
+    /// memory and tried again by the next `setValue` and by `flush`.
     void setValue(const QString& key, const QVariant& value);
 
+    /// Tries to store what could not be stored so far. True if nothing is left.
+    bool flush();
+
   private:
+    WholeFile::Outcome tryToStore();
+
     QString _place;
-    std::optional<QSettings> _settings;  // none where there cannot be any, and on macOS
+    QByteArray _content;  // as last read or stored
     QVariantMap _unstored;
 };
 

@@ -65,4 +65,9 @@ void SettingsStore::setValue(const QString& key, const QVariant& value) {
                              kCFPreferencesAnyHost);
 }
 
+bool SettingsStore::flush() {
+    return CFPreferencesSynchronize(textFrom(_place).get(), kCFPreferencesCurrentUser,
+                                    kCFPreferencesAnyHost);
+}
+
 }  // namespace ambulet

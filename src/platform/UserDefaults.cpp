@@ -1,7 +1,9 @@
 #include "platform/UserDefaults.h"
 
+#include "text/Numbers.h"
+
+#include <QCoreApplication>
 #include <QLocale>
-#include <QRegularExpression>
 
 #include <cmath>
 
@@ -15,16 +17,15 @@ bool isData(const QVariant& value) {
     return value.typeId() == QMetaType::QByteArray;
 }
 
-// As doubleValue of text/Numbers, which a settings store should not need, but of Qt's texts.
-double leadingNumber(const QString& text) {
-    static const QRegularExpression number(uR"(^\s*([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?))"_s);
-    return number.match(text).captured(1).toDouble();
-}
-
 }  // namespace
 
 UserDefaults& UserDefaults::standard() {
-    static UserDefaults defaults(SettingsStore::placeFor(Bundle::main()));
+    // The last try to store what could not be stored belongs to the end of the application.
+    static UserDefaults& defaults = []() -> UserDefaults& {
+        static UserDefaults own(SettingsStore::placeFor(Bundle::main()));
+        qAddPostRoutine([] { own.synchronize(); });
+        return own;
+    }();
     return defaults;
 }
 
@@ -47,7 +48,7 @@ std::optional<QByteArray> UserDefaults::data(const QString& key) const {
 }
 
 double UserDefaults::doubleForKey(const QString& key) const {
-    return leadingNumber(string(key).value_or(QString()));
+    return doubleValue(string(key).value_or(QString()).toStdString());
 }
 
 std::optional<QString> UserDefaults::persistent(const QString& key) const {
@@ -64,7 +65,7 @@ void UserDefaults::setData(const QString& key, const QByteArray& value) {
 }
 
 void UserDefaults::setDouble(const QString& key, double value) {
-    // What is read back is a decimal number, so infinity is written as one that is out of range.
+    // Infinity is written as a decimal number that is out of range, as only those are read.
     const QString infinite = value < 0 ? u"-1e999"_s : u"1e999"_s;
     _store.setValue(key, std::isinf(value)
                              ? infinite

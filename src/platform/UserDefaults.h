@@ -10,22 +10,22 @@
 
 namespace ambulet {
 
-/// The user's settings of this application, a value a key, and behind them the registered defaults,
-/// which are held in memory and answer for keys that have no stored value.
+/// The user's settings of this application: stored values, and behind them the registered defaults,
+/// which are in memory only and answer for keys without a stored value.
 ///
-/// Every write is stored at once; every read sees what other processes have stored meanwhile, and
-/// keys written by them are left alone. Nothing here fails: what can be read of a damaged store is
-/// read, and what cannot be stored is kept for as long as the object lives. Main thread only.
+/// A write is stored at once, and a read sees what other processes have stored. No operation fails:
+/// a damaged store is read as far as it can be, and a value that cannot be stored is kept in memory
+/// and tried again at the next write and when the application ends. Main thread only.
 class UserDefaults {
   public:
     /// The settings in the INI file `file`; on macOS those of the preferences domain of that name.
     explicit UserDefaults(const QString& file) : _store(file) {}
 
-    /// The application's own: `<bundle identifier>.ini` in the user's configuration folder
-    /// (XDG_CONFIG_HOME, else ~/.config); on macOS the bundle identifier's preferences.
+    /// The application's own, at `SettingsStore::placeFor` its bundle; on macOS the bundle
+    /// identifier's preferences.
     static UserDefaults& standard();
 
-    /// Adds defaults to the registered ones, in place of those that have the same key.
+    /// Adds registered defaults. A default replaces an earlier one with the same key.
     void registerDefaults(const QVariantMap& defaults) { _registered.insert(defaults); }
 
     /// The text under `key`; none where there is nothing, or data.
@@ -34,13 +34,11 @@ class UserDefaults {
     /// The data under `key`; none where there is nothing, or text.
     std::optional<QByteArray> data(const QString& key) const;
 
-    /// The decimal number that the text under `key` begins with, after white space; 0 where there
-    /// is nothing or no number. Words for infinity or NaN are no numbers, a comma ends one; a
-    /// number out of range is infinite or 0.
+    /// The number that the text under `key` begins with, as `doubleValue` reads it; 0 without one.
     double doubleForKey(const QString& key) const;
 
-    /// The text stored under `key`, whatever is registered; none where nothing is stored. A stored
-    /// value of any kind counts, also an empty text; data is given as text.
+    /// The text stored under `key`; registered defaults do not count. None where nothing is stored.
+    /// An empty text is a value. Data is given as text.
     std::optional<QString> persistent(const QString& key) const;
 
     void setString(const QString& key, const QString& value);
@@ -48,6 +46,9 @@ class UserDefaults {
 
     /// `doubleForKey` gives an equal value again, but for NaN, which reads as 0.
     void setDouble(const QString& key, double value);
+
+    /// Tries again to store what could not be stored.
+    void synchronize() { _store.flush(); }
 
   private:
     std::optional<QVariant> value(const QString& key) const;

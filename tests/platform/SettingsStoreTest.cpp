@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstring>
+#include <pwd.h>
 #include <sys/inotify.h>
 #include <sys/resource.h>
 
@@ -148,7 +149,8 @@ TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
     EXPECT_EQ(store.value(u"theirs"_s), u"a longer text"_s);
     EXPECT_EQ(store.value(u"both"_s), u"changed by them"_s);
     store.setValue(u"ours"_s, u"2"_s);
-    EXPECT_EQ(contentOf(file), "[General]\nboth=changed by them\nours=2\ntheirs=a longer text\n");
+    EXPECT_EQ(contentOf(file),
+              "[General]\nours=2\nboth=\"changed by them\"\ntheirs=\"a longer text\"\n");
 }
 
 TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
@@ -324,6 +326,23 @@ TEST(SettingsStorePlace, isInTheHomeFoldersConfigurationOtherwise) {
     const ScopedVariable home("HOME", "/home/someone");
     EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
               u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
+}
+
+TEST(SettingsStorePlace, aRelativeConfigurationFolderIsIgnored) {
+    const ScopedVariable config("XDG_CONFIG_HOME", "some/where");
+    const ScopedVariable home("HOME", "/home/someone");
+    EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
+              u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
+}
+
+TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsTaken) {
+    const QString account = QString::fromLocal8Bit(::getpwuid(::getuid())->pw_dir);
+    const ScopedVariable config("XDG_CONFIG_HOME", std::nullopt);
+    for (const auto& value : {std::optional<std::string>(), std::optional<std::string>("rel")}) {
+        const ScopedVariable home("HOME", value);
+        EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
+                  account + u"/.config/org.ambulet.DailySteps.ini"_s);
+    }
 }
 
 TEST(SettingsStorePlace, withoutAnIdentifierKeepsValuesForTheRun) {

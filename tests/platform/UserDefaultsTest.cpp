@@ -16,23 +16,16 @@ namespace {
 
 class UserDefaultsTest : public testing::Test {
   protected:
-    // What a later run reads: a file of another name, as the toolkit remembers those it has read.
-    UserDefaults later() {
-        const QString copy = _folder.path(u"copy%1.ini"_s.arg(++_copies));
-        EXPECT_TRUE(QFile::copy(_file, copy));
-        return UserDefaults(copy);
-    }
+    // What a later run reads.
+    UserDefaults later() const { return UserDefaults(_file); }
 
-    UserDefaults withFile(const QByteArray& content) {
-        return UserDefaults(_folder.write(u"given%1.ini"_s.arg(++_copies), content));
+    UserDefaults withFile(const QByteArray& content) const {
+        return UserDefaults(_folder.write(u"given.ini"_s, content));
     }
 
     TestFolder _folder;
     const QString _file = _folder.path(u"settings.ini"_s);
     UserDefaults _defaults{_file};
-
-  private:
-    int _copies = 0;
 };
 
 TEST_F(UserDefaultsTest, nothingStoredAndNothingRegisteredReadsAsNothing) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+
+namespace ambulet {
+
+/// The content of a settings file: lines `key=value` in the section [General], the same text that
+/// QSettings writes. Other sections, comments and lines that make no sense are kept as they are.
+///
+/// Keys are ASCII letters and digits. A value is a QString or a QByteArray. Any thread.
+class IniText {
+  public:
+    explicit IniText(const QByteArray& content);
+
+    /// The value of the last line with the key; an invalid QVariant where the line says
+    /// "@Invalid()"; none without such a line. Quotes may be missing.
+    std::optional<QVariant> value(const QString& key) const;
+
+    /// Replaces the last line with the key, or adds one.
+    void setValue(const QString& key, const QVariant& value);
+
+    QByteArray content() const;
+
+  private:
+    qsizetype lineOf(const QString& key) const;
+
+    QList<QByteArray> _lines;
+};
+
+}  // namespace ambulet
