@@ -61,11 +61,11 @@ std::unique_ptr<QWidget> AboutWindowController::loadWindow() {
 
 void AboutWindowController::buildUI() {
     const int width = contentSize.width();
-    auto* const layout = new AutoresizingLayout(contentSize, _window);
-    const auto add = [layout](auto view, const QString& name, const QRect& frame) {
+    AutoresizingLayout& layout = _window->content();
+    const auto add = [&layout](auto view, const QString& name, const QRect& frame) {
         auto* const added = view.get();
         added->setObjectName(name);
-        layout->add(std::move(view), frame);
+        layout.add(std::move(view), frame);
         return added;
     };
     const auto addLabel = [&](const QString& name, FramedLabel made) {

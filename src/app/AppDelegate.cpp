@@ -6,6 +6,7 @@
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
+#include "widgets/AuxiliaryWindow.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -45,7 +46,7 @@ void AppDelegate::showGettingStarted() {
 }
 
 void AppDelegate::show(WindowController& controller) const {
-    _mainMenu->addKeysTo(*controller.window());
+    _mainMenu->installOn(*qobject_cast<AuxiliaryWindow*>(controller.window()));
     controller.showWindow();
 }
 

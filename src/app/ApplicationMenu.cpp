@@ -1,6 +1,7 @@
 #include "app/ApplicationMenu.h"
 
 #include "app/MenuItem.h"
+#include "app/OtherApplications.h"
 #include "app/ProgramWindows.h"
 
 #include <QApplication>
@@ -10,14 +11,17 @@ namespace ambulet {
 
 using namespace Qt::StringLiterals;
 
-ApplicationMenu::ApplicationMenu(const QString& applicationName, QWidget* parent)
-    : QMenu(menuText(applicationName), parent) {
+ApplicationMenu::ApplicationMenu(const QString& title, const QString& applicationName,
+                                 OtherApplications& others, QWidget* parent)
+    : QMenu(title, parent) {
     QAction* const about = addMenuItem(*this, u"About "_s + applicationName);
     about->setMenuRole(QAction::AboutRole);
     connect(about, &QAction::triggered, this, &ApplicationMenu::aboutChosen);
-#ifndef Q_OS_MACOS
+#ifdef Q_OS_MACOS
+    Q_UNUSED(others);
+#else
     addSeparator();
-    addHidingItems(applicationName);
+    addHidingItems(applicationName, others);
     addSeparator();
 #endif
     QAction* const quit = addMenuItem(*this, u"Quit "_s + applicationName, Qt::CTRL | Qt::Key_Q);
@@ -25,22 +29,22 @@ ApplicationMenu::ApplicationMenu(const QString& applicationName, QWidget* parent
     connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit);
 }
 
-void ApplicationMenu::addHidingItems(const QString& applicationName) {
-    addMenu(u"Services"_s)->setEnabled(false);  // services exist on macOS only
+void ApplicationMenu::addHidingItems(const QString& applicationName, OtherApplications& others) {
+    addMenu(menuText(u"Services"_s, *this))->setEnabled(false);  // services exist on macOS only
     addSeparator();
     connect(addMenuItem(*this, u"Hide "_s + applicationName, Qt::CTRL | Qt::Key_H),
             &QAction::triggered, this, &ProgramWindows::hideAll);
 
     QAction* const hideOthers =
         addMenuItem(*this, u"Hide Others"_s, Qt::CTRL | Qt::ALT | Qt::Key_H);
-    connect(hideOthers, &QAction::triggered, this, [this] { _otherApplications.hide(); });
+    connect(hideOthers, &QAction::triggered, this, [&others] { others.hide(); });
     const auto update = [hideOthers] { hideOthers->setEnabled(OtherApplications::canHide()); };
     update();
     connect(this, &QMenu::aboutToShow, hideOthers, update);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, hideOthers, update);
 
-    connect(addMenuItem(*this, u"Show All"_s), &QAction::triggered, this, [this] {
-        _otherApplications.show();
+    connect(addMenuItem(*this, u"Show All"_s), &QAction::triggered, this, [&others] {
+        others.show();
         ProgramWindows::showAll();
     });
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/OtherApplications.h"
-
 #include <QMenu>
 
 namespace ambulet {
+
+class OtherApplications;
 
 /// The application menu: About, Services, Hide, Hide Others, Show All and Quit. On macOS, Qt
 /// provides the application menu itself; only About and Quit are made here, and Qt moves them into
@@ -13,16 +13,15 @@ class ApplicationMenu final : public QMenu {
     Q_OBJECT
 
   public:
-    /// `applicationName` is the menu's title and the name in its items.
-    ApplicationMenu(const QString& applicationName, QWidget* parent);
+    /// `applicationName` is the name in the items. `others` must outlive the menu.
+    ApplicationMenu(const QString& title, const QString& applicationName, OtherApplications& others,
+                    QWidget* parent);
 
   Q_SIGNALS:
     void aboutChosen();
 
   private:
-    void addHidingItems(const QString& applicationName);
-
-    OtherApplications _otherApplications;
+    void addHidingItems(const QString& applicationName, OtherApplications& others);
 };
 
 }  // namespace ambulet

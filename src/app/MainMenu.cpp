@@ -3,45 +3,65 @@
 #include "app/ApplicationMenu.h"
 #include "app/MenuItem.h"
 #include "app/WindowMenu.h"
+#include "widgets/AuxiliaryWindow.h"
 
 #include <QMainWindow>
+#include <QShortcut>
+
+#include <algorithm>
 
 namespace ambulet {
 
 using namespace Qt::StringLiterals;
 
-MainMenu::MainMenu(const QString& applicationName) : _menuBar(new QMenuBar) {
-    auto* const application = new ApplicationMenu(applicationName, _menuBar);
-    connect(application, &ApplicationMenu::aboutChosen, this, &MainMenu::aboutChosen);
-    _menuBar->addMenu(application);
-    _menuBar->addMenu(new WindowMenu(_menuBar));
-    connect(addMenuItem(*_menuBar->addMenu(u"Help"_s), u"Getting Started…"_s), &QAction::triggered,
-            this, &MainMenu::gettingStartedChosen);
-}
-
-MainMenu::~MainMenu() {
-    if (_menuBar && _menuBar->parent() == nullptr) {
-        delete _menuBar;
-    }
-}
-
-void MainMenu::installOn(QMainWindow& window) {
+MainMenu::MainMenu(const QString& applicationName) : _applicationName(applicationName) {
 #ifdef Q_OS_MACOS
-    // A menu bar without a window serves all of them, also when the main one is closed.
-    Q_UNUSED(window);
-#else
-    window.setMenuBar(_menuBar);
+    makeMenuBar();  // one without a parent serves all windows
 #endif
 }
 
-void MainMenu::addKeysTo(QWidget& window) const {
-    for (const QMenu* const menu : _menuBar->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) {
-        for (QAction* const item : menu->actions()) {
-            if (!item->shortcut().isEmpty()) {
-                window.addAction(item);
-            }
-        }
+MainMenu::~MainMenu() {
+    for (const QPointer<QMenuBar>& bar : _menuBars) {
+        delete bar;
     }
+}
+
+QMenuBar* MainMenu::makeMenuBar() {
+    auto* const bar = new QMenuBar;
+    _menuBars.emplace_back(bar);
+    auto* const application = new ApplicationMenu(menuText(_applicationName, *bar),
+                                                  _applicationName, _otherApplications, bar);
+    connect(application, &ApplicationMenu::aboutChosen, this, &MainMenu::aboutChosen);
+    bar->addMenu(application);
+    bar->addMenu(new WindowMenu(menuText(u"Window"_s, *bar), bar));
+    QMenu* const help = bar->addMenu(menuText(u"Help"_s, *bar));
+    connect(addMenuItem(*help, u"Getting Started…"_s), &QAction::triggered, this,
+            &MainMenu::gettingStartedChosen);
+    auto* const openFirst = new QShortcut(Qt::Key_F10, bar, [bar, application] {
+        bar->setActiveAction(application->menuAction());
+        application->setActiveAction(application->actions().constFirst());
+    });
+    openFirst->setAutoRepeat(false);
+    return bar;
+}
+
+void MainMenu::installOn(QMainWindow& window) {
+    if (!isInstalledOn(window)) {
+        window.setMenuBar(makeMenuBar());
+    }
+}
+
+void MainMenu::installOn(AuxiliaryWindow& window) {
+    if (!isInstalledOn(window)) {
+        window.addMenuBar(makeMenuBar());
+    }
+}
+
+bool MainMenu::isInstalledOn(const QWidget& window) const {
+    return std::any_of(_menuBars.begin(), _menuBars.end(),
+                       [&window](const QPointer<QMenuBar>& bar) {
+                           return bar && (bar->isWindow() || bar->window() == &window);
+                       });
 }
 
 }  // namespace ambulet

@@ -1,18 +1,25 @@
 #pragma once
 
+#include "app/OtherApplications.h"
+
 #include <QMenuBar>
 #include <QObject>
 #include <QPointer>
+#include <QString>
+
+#include <vector>
 
 class QMainWindow;
 
 namespace ambulet {
 
+class AuxiliaryWindow;
+
 /// The main menu: application menu, Window and Help. The titles are formatted once.
 ///
-/// The menu bar is the main window's, or the whole program's where the platform has it so; the keys
-/// work in every window that they are added to, also when the main window is closed. Main thread
-/// only.
+/// Each window has its own menu bar with all the items, so that every item can be reached from the
+/// window in front, also when the main window is closed. On macOS one menu bar serves all windows.
+/// Main thread only.
 class MainMenu final : public QObject {
     Q_OBJECT
 
@@ -20,20 +27,23 @@ class MainMenu final : public QObject {
     explicit MainMenu(const QString& applicationName);
     ~MainMenu() override;
 
-    /// Hands the menu bar to the main window, which then owns it.
+    /// Gives a window its menu bar, unless it has it already. F10 opens the bar's first menu. The
+    /// window owns the bar; the bar is destroyed with the main menu at the latest.
     void installOn(QMainWindow& window);
-
-    /// Makes the items' keys work in a window that has no menu bar.
-    void addKeysTo(QWidget& window) const;
-
-    QMenuBar* menuBar() const { return _menuBar; }
+    void installOn(AuxiliaryWindow& window);
 
   Q_SIGNALS:
     void aboutChosen();
     void gettingStartedChosen();
 
   private:
-    QPointer<QMenuBar> _menuBar;
+    QMenuBar* makeMenuBar();
+
+    bool isInstalledOn(const QWidget& window) const;
+
+    QString _applicationName;
+    OtherApplications _otherApplications;
+    std::vector<QPointer<QMenuBar>> _menuBars;
 };
 
 }  // namespace ambulet

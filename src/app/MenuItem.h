@@ -5,14 +5,17 @@
 
 class QAction;
 class QMenu;
+class QWidget;
 
 namespace ambulet {
 
-/// `title` escaped for a menu, so that an ampersand is shown and makes no access key.
-QString menuText(QString title);
+/// `title` as the text of a new item of `menu`, a menu or a menu bar. The item shows exactly
+/// `title`; its access key is a letter that no other item of `menu` has, if there is one. On macOS,
+/// which has no access keys, there is none.
+QString menuText(const QString& title, const QWidget& menu);
 
-/// Adds an item to `menu` and returns it. `key` works in every window to which the item was added
-/// as an action. Qt does not move the item to another menu, not even on macOS.
+/// Adds an item to `menu` and returns it. `key` is its shortcut in the window that has the menu. Qt
+/// does not move the item to another menu, not even on macOS.
 QAction* addMenuItem(QMenu& menu, const QString& title, const QKeySequence& key = {});
 
 }  // namespace ambulet

@@ -14,24 +14,45 @@ namespace ambulet {
 namespace ProgramWindows {
 namespace {
 
+// Marks a window as hidden by hideAll() until it is on the screen again, however that comes about.
+//
 // Some window managers refuse to minimise a window without a minimise button. Such a window gets
-// the button for as long as it is minimised.
-class LentButton final : public QObject {
+// the button for as long as it is hidden.
+class HiddenMark final : public QObject {
   public:
-    explicit LentButton(QWidget& window) : QObject(&window) {
-        window.windowHandle()->setFlag(Qt::WindowMinimizeButtonHint);
+    explicit HiddenMark(QWidget& window)
+        : QObject(&window),
+          _lendsButton(!window.windowFlags().testFlag(Qt::WindowMinimizeButtonHint)) {
+        if (_lendsButton) {
+            window.windowHandle()->setFlag(Qt::WindowMinimizeButtonHint);
+        }
         window.installEventFilter(this);
+    }
+
+    static bool isOn(const QWidget& window) {
+        const QObjectList& children = window.children();
+        return std::any_of(children.begin(), children.end(), [](const QObject* child) {
+            const auto* const mark = dynamic_cast<const HiddenMark*>(child);
+            return mark != nullptr && !mark->_removed;
+        });
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* const window = qobject_cast<QWidget*>(watched);
         if (event->type() == QEvent::WindowStateChange && !window->isMinimized()) {
-            window->windowHandle()->setFlag(Qt::WindowMinimizeButtonHint, false);
+            if (_lendsButton) {
+                window->windowHandle()->setFlag(Qt::WindowMinimizeButtonHint, false);
+            }
             window->removeEventFilter(this);
+            _removed = true;
             deleteLater();
         }
         return false;
     }
+
+  private:
+    const bool _lendsButton;
+    bool _removed = false;
 };
 
 bool isOpen(const QWidget& widget) {
@@ -60,21 +81,20 @@ QWidget* front() {
 
 void hideAll() {
     for (QWidget* const window : open()) {
-        if (window->isMinimized()) {
-            continue;
+        if (!window->isMinimized()) {
+            new HiddenMark(*window);
+            window->showMinimized();
         }
-        if (!window->windowFlags().testFlag(Qt::WindowMinimizeButtonHint)) {
-            new LentButton(*window);
-        }
-        window->showMinimized();
     }
 }
 
 void showAll() {
     QWidget* const last = front();
     for (QWidget* const window : open()) {
-        // bringToFront() would give it the keyboard focus as soon as it is mapped.
-        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        if (HiddenMark::isOn(*window)) {
+            // bringToFront() would give it the keyboard focus as soon as it is mapped.
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        }
     }
     if (last != nullptr) {
         bringToFront(*last);

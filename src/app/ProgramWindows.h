@@ -19,7 +19,8 @@ QWidget* front();
 /// Minimises every open window, even one without a minimise button.
 void hideAll();
 
-/// Restores every minimised window. The window in front stays in front.
+/// Restores the windows that `hideAll` minimised and that have been minimised ever since. The
+/// window in front stays in front.
 void showAll();
 
 /// Raises every open window that is not minimised above other programs' windows. The window in

@@ -11,9 +11,8 @@ namespace ambulet {
 
 using namespace Qt::StringLiterals;
 
-WindowMenu::WindowMenu(QWidget* parent)
-    : QMenu(u"Window"_s, parent),
-      _minimize(addMenuItem(*this, u"Minimize"_s, Qt::CTRL | Qt::Key_M)),
+WindowMenu::WindowMenu(const QString& title, QWidget* parent)
+    : QMenu(title, parent), _minimize(addMenuItem(*this, u"Minimize"_s, Qt::CTRL | Qt::Key_M)),
       _zoom(addMenuItem(*this, u"Zoom"_s)) {
     addSeparator();
     QAction* const bringAllToFront = addMenuItem(*this, u"Bring All to Front"_s);

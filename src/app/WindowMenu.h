@@ -11,7 +11,7 @@ class WindowMenu final : public QMenu {
     Q_OBJECT
 
   public:
-    explicit WindowMenu(QWidget* parent);
+    WindowMenu(const QString& title, QWidget* parent);
 
   private:
     void minimizeFront();

@@ -54,14 +54,14 @@ void HelpWindowController::buildUI() {
     using enum AutoresizingLayout::Vertically;
     const int width = contentSize.width();
     const int height = contentSize.height();
-    auto* const layout = new AutoresizingLayout(contentSize, _window);
+    AutoresizingLayout& layout = _window->content();
 
-    const auto add = [layout](auto view, const QString& name, const QRect& frame,
+    const auto add = [&layout](auto view, const QString& name, const QRect& frame,
                               AutoresizingLayout::Horizontally horizontally,
                               AutoresizingLayout::Vertically vertically) {
         auto* const added = view.get();
         added->setObjectName(name);
-        layout->add(std::move(view), frame, horizontally, vertically);
+        layout.add(std::move(view), frame, horizontally, vertically);
         return added;
     };
     _prevButton = add(makeButton(u"← Previous"_s), u"prevButton"_s, {16, 16, 110, 28}, RightMargin,

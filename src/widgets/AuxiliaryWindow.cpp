@@ -1,8 +1,11 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include "widgets/AutoresizingLayout.h"
 #include "widgets/ScreenFit.h"
 
 #include <QAccessibleWidget>
+#include <QKeyEvent>
+#include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
 #include <QWindow>
@@ -22,7 +25,8 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 }  // namespace
 
-AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing) {
+AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing)
+    : _content(new AutoresizingLayout(content, this)) {
     QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -30,9 +34,14 @@ AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing) {
         flags |= Qt::WindowMaximizeButtonHint;
         resize(content);
     } else {
-        setFixedSize(content);
+        _content->setSizeConstraint(QLayout::SetFixedSize);
     }
     setWindowFlags(flags);
+}
+
+void AuxiliaryWindow::addMenuBar(QMenuBar* menuBar) {
+    _content->setMenuBar(menuBar);
+    resize(width(), height() + menuBar->heightForWidth(width()));
 }
 
 void AuxiliaryWindow::setMinimumFrameSize(QSize size) {
@@ -58,6 +67,14 @@ void AuxiliaryWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (!event->spontaneous()) {
         center();
+    }
+}
+
+void AuxiliaryWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel) && !event->isAutoRepeat()) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
     }
 }
 

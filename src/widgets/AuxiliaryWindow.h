@@ -5,10 +5,16 @@
 
 #include <optional>
 
+class QMenuBar;
+
 namespace ambulet {
 
+class AutoresizingLayout;
+
 /// A small window beside the main one. It has no parent and no minimise button, and opens centred.
-/// Closing it only hides it.
+/// Closing it only hides it. Escape closes it.
+///
+/// The window consists of a content of the given size and, above it, an optional menu bar.
 ///
 /// The window manager adds the frame, often only after the window is on the screen. Sizes and
 /// places that depend on the frame are corrected as soon as it is known. Where clients cannot place
@@ -19,8 +25,14 @@ class AuxiliaryWindow final : public QWidget {
   public:
     enum class Sizing { Fixed, Resizable };
 
-    /// `content` is the initial size without the frame, in points.
+    /// `content` is the content's initial size, in points.
     AuxiliaryWindow(QSize content, Sizing sizing);
+
+    /// Where the views are added.
+    AutoresizingLayout& content() { return *_content; }
+
+    /// Adds a menu bar to a window without one. The window grows by its height and owns it.
+    void addMenuBar(QMenuBar* menuBar);
 
     /// Sets the smallest size of the window including its frame, in points.
     void setMinimumFrameSize(QSize size);
@@ -32,6 +44,7 @@ class AuxiliaryWindow final : public QWidget {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -39,6 +52,7 @@ class AuxiliaryWindow final : public QWidget {
     void frameMayHaveChanged();
     void applyMinimumFrameSize();
 
+    AutoresizingLayout* _content;
     std::optional<QSize> _minimumFrameSize;
     std::optional<QMargins> _centeredWith;  // frame margins assumed by center(), to be checked
 };

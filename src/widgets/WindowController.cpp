@@ -2,6 +2,8 @@
 
 #include "widgets/BringToFront.h"
 
+#include <QShortcut>
+
 namespace ambulet {
 
 WindowController::WindowController() = default;
@@ -11,6 +13,9 @@ WindowController::~WindowController() = default;
 QWidget* WindowController::window() {
     if (!_window) {
         _window = loadWindow();
+        auto* const close =
+            new QShortcut(QKeySequence::Close, _window.get(), _window.get(), &QWidget::close);
+        close->setAutoRepeat(false);  // held down, it would close one window after the other
         windowDidLoad();
     }
     return _window.get();

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "about/AboutWindowController.h"
+#include "app/ShownText.h"
 #include "help/HelpWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
@@ -57,16 +58,9 @@ class AppDelegateTest : public testing::Test {
         throw std::logic_error("there is no main window");
     }
 
-    // The item with that text in the main window's menu bar.
-    static QAction& item(const QString& text) {
-        for (const QAction* const menu : mainWindow().menuBar()->actions()) {
-            for (QAction* const found : menu->menu()->actions()) {
-                if (found->text() == text) {
-                    return *found;
-                }
-            }
-        }
-        throw std::out_of_range(text.toStdString());
+    // The item with that text in a window's menu bar.
+    static QAction& item(const QString& text, const QWidget& window = mainWindow()) {
+        return itemShowing(text, *window.findChild<QMenuBar*>());
     }
 
     // Runs the event loop until the application quits; after 30 seconds gives up and returns 1.
@@ -117,7 +111,7 @@ TEST_F(AppDelegateTest, theMainWindowHasTheMenuBarWithTheApplicationsName) {
     delegate.applicationDidFinishLaunching();
     const QList<QAction*> menus = mainWindow().menuBar()->actions();
     ASSERT_EQ(menus.size(), 3);
-    EXPECT_EQ(menus.constFirst()->text(), u"Daily Steps"_s);
+    EXPECT_EQ(shownText(*menus.constFirst()), u"Daily Steps"_s);
 }
 
 TEST_F(AppDelegateTest, theMenusShowTheProcessNameIfTheBundleHasNoDisplayName) {
@@ -134,10 +128,52 @@ TEST_F(AppDelegateTest, theMenuTitlesDoNotFollowChangesOfTheBundle) {
     changing.change(u"Second"_s, u"2.5"_s);
     const QAction& menu = *mainWindow().menuBar()->actions().constFirst();
     Q_EMIT menu.menu()->aboutToShow();
-    EXPECT_EQ(menu.text(), u"First"_s);
+    EXPECT_EQ(shownText(menu), u"First"_s);
     for (const QString& title : {u"About First"_s, u"Hide First"_s, u"Quit First"_s}) {
         EXPECT_NO_THROW(item(title)) << title.toStdString();
     }
+    other.showAboutPanel();
+    EXPECT_NO_THROW(item(u"About First"_s, about())) << "a menu bar made after the change";
+}
+
+TEST_F(AppDelegateTest, eachWindowHasAMenuBarWithTheSameItems) {
+    delegate.applicationDidFinishLaunching();
+    delegate.showAboutPanel();
+    delegate.showAboutPanel();
+    const auto texts = [](const QWidget& window) {
+        const QList<QMenuBar*> bars = window.findChildren<QMenuBar*>();
+        EXPECT_EQ(bars.size(), 1);
+        QStringList found;
+        for (const QAction* const menu : bars.constFirst()->actions()) {
+            for (const QAction* const action : menu->menu()->actions()) {
+                found.append(menu->text() + u" > "_s + action->text());
+            }
+        }
+        return found;
+    };
+    const QStringList inMain = texts(mainWindow());
+    EXPECT_EQ(inMain.size(), 14);
+    EXPECT_EQ(texts(help()), inMain);
+    EXPECT_EQ(texts(about()), inMain);
+}
+
+TEST_F(AppDelegateTest, theItemsOfTheGuideWorkAfterTheOtherWindowsAreClosed) {
+    delegate.applicationDidFinishLaunching();
+    mainWindow().close();
+    item(u"About Daily Steps"_s, help()).trigger();
+    EXPECT_TRUE(about().isVisible());
+    help().close();
+    item(u"Getting Started…"_s, about()).trigger();
+    EXPECT_TRUE(help().isVisible());
+}
+
+TEST_F(AppDelegateTest, whatOneWindowsMenuHidesAnotherOnesShowAllBringsBack) {
+    delegate.applicationDidFinishLaunching();
+    item(u"Hide Daily Steps"_s, help()).trigger();
+    ASSERT_TRUE(mainWindow().isMinimized());
+    item(u"Show All"_s, mainWindow()).trigger();
+    EXPECT_FALSE(help().isMinimized());
+    EXPECT_FALSE(mainWindow().isMinimized());
 }
 
 TEST_F(AppDelegateTest, menuItemsOpenTheAboutAndTheGettingStartedWindow) {

@@ -1,5 +1,9 @@
 #include "app/MainMenu.h"
 
+#include "app/ShownText.h"
+#include "widgets/AuxiliaryWindow.h"
+
+#include <QApplication>
 #include <QMainWindow>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,7 +20,7 @@ namespace {
 QStringList lines(const QMenu& menu) {
     QStringList found;
     for (const QAction* const item : menu.actions()) {
-        QString line = item->isSeparator() ? u"-"_s : item->text();
+        QString line = item->isSeparator() ? u"-"_s : shownText(*item);
         if (!item->shortcut().isEmpty()) {
             line += u" | "_s + item->shortcut().toString(QKeySequence::PortableText);
         }
@@ -27,26 +31,30 @@ QStringList lines(const QMenu& menu) {
 
 class MainMenuTest : public testing::Test {
   protected:
-    QMenu& menu(int index) { return *main.menuBar()->actions().at(index)->menu(); }
+    MainMenuTest() { main.installOn(window); }
 
-    QAction& item(const QString& text) {
-        for (QAction* const bar : main.menuBar()->actions()) {
-            for (QAction* const found : bar->menu()->actions()) {
-                if (found->text() == text) {
-                    return *found;
-                }
-            }
-        }
-        throw std::out_of_range(text.toStdString());
-    }
+    QMenu& menu(int index) { return *window.menuBar()->actions().at(index)->menu(); }
+    QAction& item(const QString& text) { return itemShowing(text, *window.menuBar()); }
 
     MainMenu main{u"Daily Steps"_s};
+    QMainWindow window;
 };
+
+// The texts of all items, with the marks of their access keys.
+QStringList marked(const QWidget& menu) {
+    QStringList texts;
+    for (const QAction* const item : menu.actions()) {
+        if (!item->isSeparator()) {
+            texts.append(item->text());
+        }
+    }
+    return texts;
+}
 
 TEST_F(MainMenuTest, theMenusAreTheApplicationMenuWindowAndHelp) {
     QStringList titles;
-    for (const QAction* const action : main.menuBar()->actions()) {
-        titles.append(action->text());
+    for (const QAction* const action : window.menuBar()->actions()) {
+        titles.append(shownText(*action));
     }
     EXPECT_EQ(titles, QStringList({u"Daily Steps"_s, u"Window"_s, u"Help"_s}));
 }
@@ -79,10 +87,47 @@ TEST_F(MainMenuTest, hideOthersIsDisabledWithoutAWindowManagerThatListsWindows) 
 }
 
 TEST_F(MainMenuTest, anAmpersandInTheApplicationsNameIsShownAsItIs) {
-    const MainMenu other(u"Steps & Miles"_s);
-    EXPECT_EQ(other.menuBar()->actions().constFirst()->text(), u"Steps && Miles"_s);
-    EXPECT_EQ(lines(*other.menuBar()->actions().constFirst()->menu()).constLast(),
-              u"Quit Steps && Miles | Ctrl+Q"_s);
+    MainMenu other(u"Steps & Miles"_s);
+    QMainWindow otherWindow;
+    other.installOn(otherWindow);
+    const QAction* const first = otherWindow.menuBar()->actions().constFirst();
+    EXPECT_EQ(first->text(), u"&Steps && Miles"_s);
+    EXPECT_EQ(lines(*first->menu()).constLast(), u"Quit Steps & Miles | Ctrl+Q"_s);
+}
+
+TEST_F(MainMenuTest, everyMenuAndItemHasAnAccessKey) {
+    EXPECT_EQ(marked(*window.menuBar()),
+              QStringList({u"&Daily Steps"_s, u"&Window"_s, u"&Help"_s}));
+    EXPECT_EQ(marked(menu(0)),
+              QStringList({u"&About Daily Steps"_s, u"&Services"_s, u"&Hide Daily Steps"_s,
+                           u"Hide &Others"_s, u"Sho&w All"_s, u"&Quit Daily Steps"_s}));
+    EXPECT_EQ(marked(menu(1)), QStringList({u"&Minimize"_s, u"&Zoom"_s, u"&Bring All to Front"_s}));
+    EXPECT_EQ(marked(menu(2)), QStringList({u"&Getting Started…"_s}));
+}
+
+TEST_F(MainMenuTest, noItemActsAgainWhileItsKeyIsHeld) {
+    for (int index = 0; index < 3; ++index) {
+        for (const QAction* const action : menu(index).actions()) {
+            EXPECT_TRUE(action->isSeparator() || action->menu() || !action->autoRepeat())
+                << action->text().toStdString();
+        }
+    }
+}
+
+TEST_F(MainMenuTest, f10OpensTheFirstMenuOfEitherKindOfWindow) {
+    AuxiliaryWindow auxiliary(QSize(360, 260), AuxiliaryWindow::Sizing::Fixed);
+    main.installOn(auxiliary);
+    for (QWidget* const one : {static_cast<QWidget*>(&window), static_cast<QWidget*>(&auxiliary)}) {
+        one->show();
+        one->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(one));
+        const QMenu* const first = one->findChild<QMenuBar*>()->actions().constFirst()->menu();
+        QTest::keyClick(one, Qt::Key_F10);
+        ASSERT_TRUE(first->isVisible());
+        EXPECT_EQ(first->activeAction(), first->actions().constFirst());
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        EXPECT_FALSE(first->isVisible());
+    }
 }
 
 TEST_F(MainMenuTest, aboutAndGettingStartedEmitTheirSignals) {
@@ -95,14 +140,24 @@ TEST_F(MainMenuTest, aboutAndGettingStartedEmitTheirSignals) {
     EXPECT_EQ(gettingStarted.count(), 1);
 }
 
-TEST_F(MainMenuTest, theMainWindowOwnsTheMenuBar) {
-    const QPointer<QMenuBar> bar = main.menuBar();
+TEST_F(MainMenuTest, aWindowGetsItsMenuBarOnce) {
+    const QMenuBar* const bar = window.menuBar();
+    main.installOn(window);
+    EXPECT_EQ(window.menuBar(), bar);
+    EXPECT_EQ(window.findChildren<QMenuBar*>().size(), 1);
+}
+
+TEST_F(MainMenuTest, theMenuBarsGoWithTheirWindowsAndWithTheMenu) {
+    auto other = std::make_unique<MainMenu>(u"Other"_s);
+    AuxiliaryWindow kept(QSize(360, 260), AuxiliaryWindow::Sizing::Fixed);
+    other->installOn(kept);
     {
-        QMainWindow window;
-        main.installOn(window);
-        EXPECT_EQ(window.menuBar(), bar);
+        QMainWindow gone;
+        other->installOn(gone);
     }
-    EXPECT_TRUE(bar.isNull());
+    EXPECT_EQ(kept.findChildren<QMenuBar*>().size(), 1);
+    other.reset();
+    EXPECT_EQ(kept.findChildren<QMenuBar*>().size(), 0);
 }
 
 TEST_F(MainMenuTest, hideMinimisesAllOpenWindowsAndShowAllRestoresThem) {
@@ -121,12 +176,29 @@ TEST_F(MainMenuTest, hideMinimisesAllOpenWindowsAndShowAllRestoresThem) {
     EXPECT_FALSE(closed.isVisible());
 }
 
+TEST_F(MainMenuTest, showAllLeavesWindowsThatTheUserMinimised) {
+    QWidget byUser;
+    QWidget hidden;
+    QWidget hiddenThenByUser;
+    for (QWidget* const one : {&byUser, &hidden, &hiddenThenByUser}) {
+        one->show();
+    }
+    byUser.showMinimized();
+    item(u"Hide Daily Steps"_s).trigger();
+    hiddenThenByUser.showNormal();
+    hiddenThenByUser.showMinimized();
+    item(u"Show All"_s).trigger();
+    EXPECT_TRUE(byUser.isMinimized());
+    EXPECT_FALSE(hidden.isMinimized());
+    EXPECT_TRUE(hiddenThenByUser.isMinimized());
+}
+
 TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonGetsOneOnlyWhileItIsHidden) {
-    QWidget window;
-    window.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    window.show();
-    const auto hasButton = [&window] {
-        return window.windowHandle()->flags().testFlag(Qt::WindowMinimizeButtonHint);
+    QWidget other;
+    other.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    other.show();
+    const auto hasButton = [&other] {
+        return other.windowHandle()->flags().testFlag(Qt::WindowMinimizeButtonHint);
     };
     EXPECT_FALSE(hasButton());
     for (int time = 0; time < 2; ++time) {
@@ -135,20 +207,6 @@ TEST_F(MainMenuTest, aWindowWithoutAMinimiseButtonGetsOneOnlyWhileItIsHidden) {
         item(u"Show All"_s).trigger();
         EXPECT_FALSE(hasButton());
     }
-}
-
-TEST_F(MainMenuTest, shortcutsWorkInAnotherWindowAfterTheMainWindowIsClosed) {
-    QMainWindow window;
-    main.installOn(window);
-    window.show();
-    QWidget other;
-    main.addKeysTo(other);
-    other.show();
-    window.close();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    QTest::keyClick(&other, Qt::Key_H, Qt::ControlModifier);
-    EXPECT_TRUE(other.isMinimized());
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "app/WindowMenu.h"
 
+#include "app/ShownText.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QTest>
@@ -19,14 +21,7 @@ class WindowMenuTest : public testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    QAction& item(const QString& text) {
-        for (QAction* const found : menu.actions()) {
-            if (found->text() == text) {
-                return *found;
-            }
-        }
-        throw std::out_of_range(text.toStdString());
-    }
+    QAction& item(const QString& text) { return itemShowing(text, menu); }
 
     // The items below the four fixed ones; a checked item is marked by "* ".
     QStringList list() {
@@ -35,12 +30,12 @@ class WindowMenuTest : public testing::Test {
         for (const QAction* const action : menu.actions().mid(4)) {
             found.append(action->isSeparator()
                              ? u"-"_s
-                             : (action->isChecked() ? u"* "_s : u""_s) + action->text());
+                             : (action->isChecked() ? u"* "_s : u""_s) + shownText(*action));
         }
         return found;
     }
 
-    WindowMenu menu{nullptr};
+    WindowMenu menu{u"Window"_s, nullptr};
 };
 
 TEST_F(WindowMenuTest, theOpenWindowsAreListedBelowASeparatorAndTheFrontOneIsChecked) {
@@ -51,11 +46,27 @@ TEST_F(WindowMenuTest, theOpenWindowsAreListedBelowASeparatorAndTheFrontOneIsChe
     second.setWindowTitle(u"Beta"_s);
     show(second);
     show(first);
-    EXPECT_EQ(list(), QStringList({u"-"_s, u"* Alpha && Omega"_s, u"Beta"_s}));
+    EXPECT_EQ(list(), QStringList({u"-"_s, u"* Alpha & Omega"_s, u"Beta"_s}));
     show(second);
-    EXPECT_EQ(list(), QStringList({u"-"_s, u"Alpha && Omega"_s, u"* Beta"_s}));
+    EXPECT_EQ(list(), QStringList({u"-"_s, u"Alpha & Omega"_s, u"* Beta"_s}));
     first.close();
     EXPECT_EQ(list(), QStringList({u"-"_s, u"* Beta"_s}));
+}
+
+TEST_F(WindowMenuTest, eachListedWindowHasAnAccessKeyOfItsOwn) {
+    QWidget first;
+    first.setWindowTitle(u"Zebra"_s);
+    QWidget second;
+    second.setWindowTitle(u"Zzz"_s);
+    show(first);
+    show(second);
+    Q_EMIT menu.aboutToShow();
+    QStringList texts;
+    for (const QAction* const action : menu.actions().mid(5)) {
+        texts.append(action->text());
+    }
+    // Z is Zoom's, so the first gets its second letter and the other has none left.
+    EXPECT_EQ(texts, QStringList({u"Z&ebra"_s, u"Zzz"_s}));
 }
 
 TEST_F(WindowMenuTest, aMinimisedWindowIsListedAndChoosingItsItemRestoresIt) {

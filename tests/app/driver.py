@@ -198,19 +198,35 @@ class Program:
 
         wait_for(f"{title} in front", in_front)
 
-    def open_menu(self, title):
-        """Opens a menu of the main window; returns the accessible objects of its items."""
-        menu = self.find(Atspi.Role.MENU_ITEM, title)
-        self.click(menu)
+    def front(self):
+        """The accessible object of the window that has the focus."""
+        return wait_for("a window in front", lambda: next(
+            node for node in self.windows() if has_state(node, Atspi.StateType.ACTIVE)))
+
+    def menu(self, title):
+        """The accessible object of a menu in the menu bar of the window in front."""
+        return wait_for(f"the menu {title}", lambda: next(
+            node for node in walk(self.front())
+            if node.get_role() == Atspi.Role.MENU_ITEM and node.get_name() == title))
+
+    @staticmethod
+    def shown_items(menu):
+        """Waits until a menu is open; returns the accessible objects of its items."""
 
         def shown():
             items = [node for node in walk(menu) if node != menu]
             return items if any(has_state(node, Atspi.StateType.SHOWING) for node in items) else None
 
-        return wait_for(f"the menu {title}", shown)
+        return wait_for("the items of the menu", shown)
+
+    def open_menu(self, title):
+        """Opens a menu of the window in front by a click; returns its items."""
+        menu = self.menu(title)
+        self.click(menu)
+        return self.shown_items(menu)
 
     def choose(self, menu, item):
-        """Chooses an item of a menu of the main window."""
+        """Chooses an item of a menu of the window in front."""
         self.click(next(node for node in self.open_menu(menu) if node.get_name() == item))
 
     def end(self):

@@ -179,15 +179,89 @@ class Menus(ProgramTest):
         wait_for("the other below", lambda: stacking() == [other, windows[GUIDE], windows[MAIN]])
         self.assertTrue(is_minimized(windows[ABOUT]))
 
+    def close_all_but(self, program, windows, title):
+        for other in windows.keys() - {title}:
+            program.activate(other)
+            key("alt+F4")
+            wait_for("it to close", lambda: windows[other] not in windows_named(other))
+        program.activate(title)
+
+    def test_every_item_can_be_reached_from_each_window_when_it_is_the_only_one(self):
+        always = {"Daily Steps": ["About Daily Steps", "Services", "Hide Daily Steps", "Hide Others",
+                                  "Show All", "Quit Daily Steps"],
+                  "Window": ["Minimize", "Zoom", "Bring All to Front"],
+                  "Help": ["Getting Started…"]}
+        for title in (MAIN, GUIDE, ABOUT):
+            with self.subTest(title):
+                program, windows = self.start_with_all_windows()
+                self.close_all_but(program, windows, title)
+                for menu, items in always.items():
+                    shown = [node.get_name() for node in program.open_menu(menu)
+                             if node.get_role() in (Atspi.Role.MENU_ITEM,
+                                                    Atspi.Role.CHECK_MENU_ITEM)]
+                    listed = [title] if menu == "Window" else []
+                    self.assertEqual(shown, items + listed)
+                    self.picture(f"only-{title.split()[0]}-{menu.split()[0]}.png")
+                    key("Escape", "Escape")
+                program.choose("Help", "Getting Started…")
+                program.wait_until_in_front(GUIDE)
+                program.choose("Daily Steps", "About Daily Steps")
+                program.wait_until_in_front(ABOUT)
+                program.choose("Daily Steps", "Quit Daily Steps")
+                self.assertEqual(program.end(), 0)
+
+    def test_access_keys_open_the_menus_and_choose_items_in_each_window(self):
+        program, windows = self.start_with_all_windows()
+        for title in windows:
+            for keys, menu in (("alt+d", "Daily Steps"), ("alt+w", "Window"), ("alt+h", "Help"),
+                               ("F10", "Daily Steps")):
+                with self.subTest(title, keys=keys):
+                    program.activate(title)
+                    key(keys)
+                    program.shown_items(program.menu(menu))
+                    key("Escape", "Escape")
+            program.activate(title)
+            key("alt+d", "a")
+            program.wait_until_in_front(ABOUT)
+            program.activate(title)
+            key("alt+h", "g")
+            program.wait_until_in_front(GUIDE)
+
+    def test_ctrl_w_closes_the_front_window_and_escape_only_the_guide_and_about(self):
+        program, windows = self.start_with_all_windows()
+        key("Escape")
+        wait_for("About to close", lambda: not windows_named(ABOUT))
+        program.activate(GUIDE)
+        key("Escape")
+        wait_for("the guide to close", lambda: not windows_named(GUIDE))
+        program.wait_until_in_front()
+        key("Escape", "alt+d", "a")
+        program.wait_until_in_front(ABOUT)
+        key("ctrl+w")
+        wait_for("About to close", lambda: not windows_named(ABOUT))
+        program.wait_until_in_front()
+        self.assertIsNone(program.process.poll())
+        key("ctrl+w")
+        self.assertEqual(program.end(), 0)
+
+    def test_show_all_leaves_the_windows_that_the_user_minimised(self):
+        program, windows = self.start_with_all_windows()
+        program.activate(MAIN)
+        key("ctrl+m")
+        wait_for("the main window minimised", lambda: is_minimized(windows[MAIN]))
+        program.activate(ABOUT)
+        key("ctrl+h")
+        self.wait_for_minimized(windows.values())
+        self.restore(program, ABOUT, windows[ABOUT])
+        program.choose("Daily Steps", "Show All")
+        wait_for("the guide back", lambda: not is_minimized(windows[GUIDE]))
+        self.assertTrue(is_minimized(windows[MAIN]))
+
     def test_quit_ends_the_program_whichever_window_is_the_only_one_left(self):
         for title in (MAIN, GUIDE, ABOUT):
             with self.subTest(title):
                 program, windows = self.start_with_all_windows()
-                for other in windows.keys() - {title}:
-                    program.activate(other)
-                    key("alt+F4")
-                    wait_for("it to close", lambda: windows[other] not in windows_named(other))
-                program.activate(title)
+                self.close_all_but(program, windows, title)
                 key("ctrl+q")
                 self.assertEqual(program.end(), 0)
 

@@ -2,7 +2,7 @@
 
 import unittest
 
-from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, wait_for,
+from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, wait_for, walk,
                     window_property, windows_named, xdotool)
 
 MWM_MINIMIZE_DECORATION = 0x20
@@ -122,8 +122,11 @@ class Shell(ProgramTest):
         self.assertFalse(self.decorations(program, ABOUT) &
                          (MWM_MINIMIZE_DECORATION | MWM_MAXIMIZE_DECORATION))
         hints = window_property(window, "WM_NORMAL_HINTS")
-        self.assertIn("minimum size: 360 by 260", hints)
-        self.assertIn("maximum size: 360 by 260", hints)
+        bar = next(node for node in walk(program.front())
+                   if node.get_role() == Atspi.Role.MENU_BAR)
+        height = 260 + program.extents(bar)[3]
+        self.assertIn(f"minimum size: 360 by {height}\n", hints)
+        self.assertIn(f"maximum size: 360 by {height}\n", hints)
 
         xdotool("windowmove", "--sync", window, 10, 700)
         program.activate(MAIN)

@@ -1,6 +1,9 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include "widgets/AutoresizingLayout.h"
+
 #include <QAccessible>
+#include <QMenuBar>
 #include <QScreen>
 #include <QTest>
 #include <QWindow>
@@ -105,6 +108,38 @@ TEST(AuxiliaryWindow, aResizableWindowCanBeMaximisedButNotMinimised) {
     EXPECT_TRUE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
     EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
     EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST(AuxiliaryWindow, escapeClosesTheWindowUnlessItIsOnlyHeld) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::simulateEvent(&window, true, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+    EXPECT_TRUE(window.isVisible());
+    QTest::keyClick(&window, Qt::Key_A);
+    EXPECT_TRUE(window.isVisible());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST(AuxiliaryWindow, aMenuBarIsAboveTheContentWhichKeepsItsSize) {
+    for (const Sizing sizing : {Sizing::Fixed, Sizing::Resizable}) {
+        AuxiliaryWindow window(QSize(360, 260), sizing);
+        auto view = std::make_unique<QWidget>();
+        const QWidget* const added = view.get();
+        window.content().add(std::move(view), QRect(0, 0, 360, 260));
+        auto* const bar = new QMenuBar;
+        bar->addMenu(QStringLiteral("Menu"));
+        window.addMenuBar(bar);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        const int height = bar->height();
+        EXPECT_GT(height, 0);
+        EXPECT_EQ(bar->geometry(), QRect(0, 0, 360, height));
+        EXPECT_EQ(window.size(), QSize(360, 260 + height));
+        EXPECT_EQ(added->geometry(), QRect(0, height, 360, 260));
+        expectCentered(window);
+    }
 }
 
 TEST(AuxiliaryWindow, assistiveProgramsSeeAWindow) {

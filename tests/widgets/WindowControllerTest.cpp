@@ -41,6 +41,17 @@ TEST(WindowController, aClosedWindowIsHiddenAndCanBeShownAgain) {
     EXPECT_EQ(controller.loads, 1);
 }
 
+TEST(WindowController, ctrlWClosesTheWindowUnlessItIsOnlyHeld) {
+    TestController controller;
+    controller.showWindow();
+    QWidget* const window = controller.window();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    QTest::simulateEvent(window, true, Qt::Key_W, Qt::ControlModifier, QString(), true);
+    EXPECT_TRUE(window->isVisible());
+    QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST(WindowController, showingRestoresAMinimisedWindow) {
     TestController controller;
     controller.showWindow();
