@@ -19,7 +19,7 @@ function(ambulet_install program)
   install(FILES ${from}/${id}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${configured}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES ${configured}/ambulet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/ambulet)
 
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
   foreach(size 16 22 24 32 48 64 128 256 512)

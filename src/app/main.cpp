@@ -14,9 +14,12 @@ int main(int argc, char** argv) {
     int status = 0;
     {
         const QApplication application(argc, argv);
+        QApplication::setDesktopFileName(Bundle::main().identifier().value_or(QString()));
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
         QTimer::singleShot(0, &delegate, [&delegate] {
+#ifndef Q_OS_MACOS  // where it would replace the bundle's in the Dock
             QApplication::setWindowIcon(applicationIcon(Bundle::main()));
+#endif
             delegate.applicationDidFinishLaunching();
         });
         status = QApplication::exec();

@@ -17,6 +17,7 @@ from gi.repository import Atspi  # noqa: E402
 
 BIN = pathlib.Path(os.environ["AMBULET_BIN"])
 PICTURES = pathlib.Path(os.environ["AMBULET_PICTURES"])
+PROGRAM = pathlib.Path(os.environ.get("AMBULET_PROGRAM", BIN / "ambulet"))
 MAIN = "Daily Steps — Ambulet"  # the titles of the windows
 GUIDE = "Getting Started with Daily Steps"
 ABOUT = "About Daily Steps"
@@ -107,7 +108,7 @@ class Program:
     def __init__(self, configuration, *arguments, **environment):
         self.scale = int(environment.get("QT_SCALE_FACTOR", 1))
         self.process = subprocess.Popen(
-            [BIN / "ambulet", *arguments],
+            [PROGRAM, *arguments],
             env={**os.environ, "LC_ALL": "en_US.UTF-8", "XDG_CONFIG_HOME": str(configuration),
                  **environment})
 
