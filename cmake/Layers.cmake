@@ -5,9 +5,16 @@
 #   - its own headers and those of the layers that LINKS names, none beyond them,
 #   - the standard library's and the operating system's headers,
 #   - those of other libraries that HEADERS names by how their paths start; Qt stands for all of Qt's.
+# MAC names the sources that only macOS has, OTHER those that all other systems have in their place.
 # ambulet_write_arrows() writes this down, and tests/tree checks the sources against it.
 function(ambulet_layer name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;HEADERS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;MAC;OTHER;LINKS;HEADERS" ${ARGN})
+  set(mac_sources ${ARG_SOURCES} ${ARG_MAC})
+  if(APPLE)
+    list(APPEND ARG_SOURCES ${ARG_MAC})
+  else()
+    list(APPEND ARG_SOURCES ${ARG_OTHER})
+  endif()
   if(ARG_SOURCES)
     add_library(layer_${name} STATIC ${ARG_SOURCES})
     target_include_directories(layer_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
@@ -24,7 +31,8 @@ function(ambulet_layer name)
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
   list(FILTER ARG_LINKS INCLUDE REGEX "^layer_")
   set_target_properties(layer_${name} PROPERTIES
-    AMBULET_FOLDER ${folder} AMBULET_LAYERS "${ARG_LINKS}" AMBULET_HEADERS "${ARG_HEADERS}")
+    AMBULET_FOLDER ${folder} AMBULET_LAYERS "${ARG_LINKS}" AMBULET_HEADERS "${ARG_HEADERS}"
+    AMBULET_MAC_SOURCES "${mac_sources}")
   set_property(GLOBAL APPEND PROPERTY AMBULET_LAYERS layer_${name})
 endfunction()
 
@@ -47,4 +55,18 @@ function(ambulet_write_arrows file)
     string(APPEND table "${folder}\t${folders}\t${headers}\n")
   endforeach()
   file(CONFIGURE OUTPUT ${file} CONTENT "${table}" @ONLY)
+endfunction()
+
+# Writes the paths of the sources that macOS compiles, one a line.
+function(ambulet_write_mac_sources file)
+  get_property(layers GLOBAL PROPERTY AMBULET_LAYERS)
+  set(paths "")
+  foreach(layer IN LISTS layers)
+    get_target_property(folder ${layer} AMBULET_FOLDER)
+    get_target_property(sources ${layer} AMBULET_MAC_SOURCES)
+    foreach(source IN LISTS sources)
+      string(APPEND paths "src/${folder}/${source}\n")
+    endforeach()
+  endforeach()
+  file(CONFIGURE OUTPUT ${file} CONTENT "${paths}" @ONLY)
 endfunction()

@@ -121,7 +121,7 @@ class Running(ProgramTest):
         program.label("Loaded [0-9]+ days of data\\.")
         self.picture("installed.png")
         program.wait_until_in_front()
-        program.click(program.label("Miles: .*"))
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
         program.find(Atspi.Role.TEXT)
         key("Escape")
         program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))

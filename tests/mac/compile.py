@@ -1,0 +1,56 @@
+"""compile.py BUILD CXX: compiles what macOS compiles of src, with a clang of this system, libc++ and
+the headers in stubs in the place of the Mac's own. Nothing is linked or run. What this cannot show
+is whether those headers say what the Mac's do, and whether the program then works."""
+
+import concurrent.futures
+import json
+import os
+import pathlib
+import shlex
+import subprocess
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+BUILD = pathlib.Path(sys.argv[1])
+CXX = sys.argv[2]
+
+
+def includes():
+    """The folders of headers for each folder of src, as the build on this system has them."""
+    found = {}
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        folder = pathlib.Path(entry["file"]).parent
+        words = shlex.split(entry["command"])
+        flags = [word for word in words if word.startswith(("-I", "-D"))]
+        system = [word for i, word in enumerate(words) if "-isystem" in words[max(i - 1, 0):i + 1]]
+        found.setdefault(folder, flags + system)
+    return found
+
+
+def compile_source(source, flags):
+    command = [CXX, "-stdlib=libc++", "-std=c++20", "-fsyntax-only", "-fPIC",
+               "-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Wconversion", "-Werror",
+               "-Wno-unknown-warning-option", f"-isystem{HERE / 'stubs'}",
+               "-include", "mac.h", *flags, str(source)]
+    done = subprocess.run(command, cwd=BUILD, capture_output=True, text=True, check=False)
+    return source, done.returncode, done.stderr
+
+
+def main():
+    flags = includes()
+    sources = [ROOT / line for line in (BUILD / "tests/mac/sources.txt").read_text().split("\n")
+               if line]
+    failed = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        jobs = [pool.submit(compile_source, source, flags[source.parent]) for source in sources]
+        for job in jobs:
+            source, status, diagnostics = job.result()
+            if status != 0:
+                failed += 1
+                print(f"{source.relative_to(ROOT)} does not compile:\n{diagnostics}")
+    print(f"{len(sources) - failed} of {len(sources)} sources compile")
+    sys.exit(failed != 0 or not sources)
+
+
+main()
