@@ -18,6 +18,15 @@ int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
     return XML_STATUS_OK;
 }
 
+// Newer expats have the first two and deprecate the others.
+#ifdef EXPAT_HAS_64_BIT_POSITIONS
+constexpr auto currentByteIndex = XML_GetCurrentByteIndex64;
+constexpr auto currentByteCount = XML_GetCurrentByteCount64;
+#else
+constexpr auto currentByteIndex = XML_GetCurrentByteIndex;
+constexpr auto currentByteCount = XML_GetCurrentByteCount;
+#endif
+
 // Expat's own defaults. Entities may expand to a hundred times the document, but for the first
 // eight mebibytes of it.
 constexpr float mostAmplification = 100;
@@ -85,18 +94,18 @@ std::optional<XMLError> ExpatParser::errorOf(XML_Status status) const {
     if (status != XML_STATUS_ERROR) {
         return std::nullopt;
     }
-    const auto index = XML_GetCurrentByteIndex(get());
+    const auto index = currentByteIndex(get());
     return XMLError{index < 0 ? _given : static_cast<std::uint64_t>(index),
                     errorReason(XML_GetErrorCode(get()))};
 }
 
 std::uint64_t ExpatParser::position() const {
-    const auto index = XML_GetCurrentByteIndex(get());
+    const auto index = currentByteIndex(get());
     return index < 0 ? 0 : static_cast<std::uint64_t>(index);
 }
 
 std::uint64_t ExpatParser::positionAfter() const {
-    return position() + static_cast<std::uint64_t>(XML_GetCurrentByteCount(get()));
+    return position() + static_cast<std::uint64_t>(currentByteCount(get()));
 }
 
 bool ExpatParser::isSuspended() const {
