@@ -160,8 +160,8 @@ void readDaysFast(benchmark::State& state) {
     const InputFile file = exportFile();
     const auto size = static_cast<std::int64_t>(readPlainly(file));
     for (auto unused : state) {
-        StepSums sums;
-        if (ExportReader({.threads = 1}).read(file, sums)) {
+        HealthXMLParser parser;
+        if (parser.parse(file, {.threads = 1})) {
             state.SkipWithError("the export is not well-formed");
         }
     }

@@ -64,14 +64,10 @@ void printDay(const DailySteps& day) {
 
 std::vector<DailySteps> readDays(const InputFile& file, const Arguments& arguments,
                                  std::optional<XMLError>& error) {
-    if (arguments.throughExpat) {
-        HealthXMLParser parser;
-        error = ExpatReader().read(file, parser);
-        return parser.days();
-    }
-    StepSums sums;
-    error = ExportReader({.threads = arguments.threads}).read(file, sums);
-    return sums.days();
+    HealthXMLParser parser;
+    error = arguments.throughExpat ? ExpatReader().read(file, parser)
+                                   : parser.parse(file, {.threads = arguments.threads});
+    return parser.days();
 }
 
 }  // namespace

@@ -1,15 +1,11 @@
 #include "import/ExportReader.h"
 
 #include "import/expat/ExpatDocument.h"
-#include "import/fast/FastBlocks.h"
-#include "import/fast/FastChunks.h"
-#include "import/fast/FastScanner.h"
-#include "import/steps/StepRecord.h"
+#include "import/fast/FileScan.h"
 #include "import/xml/InputFile.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -17,55 +13,35 @@
 #include <thread>
 #include <utility>
 
-namespace ambulet {
+// The fast reader never sees the end of the root element, so expat always has the last word. It is
+// given the prolog, a start tag for each open element, and the rest of the file.
+//
+// What expat keeps counts for its limit of memory, and so for where it stops. Of the part that it
+// has not read it would have kept something, too; but no more than `mostKept`. Where that could make
+// a difference, expat reads the whole file. In bytes, at most:
+//
+//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, of 200 bytes,
+//              and some 150 for each
+//      60,000  the names of 100 open elements, twice
+//     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it has had for the
+//              values of a tag; a search for the worst tags came to 30,000
+//   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and one
+//              kibibyte
 
-// Here the two roads meet. The fast one never sees the end of the root element, so it is always
-// expat that has the last word: it is given the prolog, a start tag for each open element, and the
-// rest of the file.
+namespace ambulet {
 
 namespace {
 
-class Listener : public XMLReaderDelegate {
-  public:
-    explicit Listener(StepSums& sums) : _sums(sums) {}
-
-    void didStartElement(std::string_view name, const XMLAttributes& attributes) override {
-        StepRecord::add(_sums, name, attributes);
-    }
-
-  private:
-    StepSums& _sums;
-};
-
-FastPlace takeFastRoad(const InputFile& file, FastPlace start, ExportReader::Options options,
-                       StepSums& sums) {
-    if (options.threads > 1) {
-        return FastChunks(file, options.chunkSize, options.blockSize)
-            .read(std::move(start), options.threads, sums);
-    }
-    FastScanner scanner;
-    if (scanner.startIn(start.open)) {
-        start.position =
-            FastBlocks(file, options.blockSize)
-                .read(scanner, start.position, std::numeric_limits<std::uint64_t>::max());
-        start.open = scanner.open();
-        sums.add(scanner.sums().takeAll());
-    }
-    return start;
-}
+constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
+constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
 /// Start tags of the elements within the root.
-std::string startTags(const FastScanner::Names& open) {
+std::string startTags(const TagScanner::ElementNames& open) {
     std::string tags;
     for (std::size_t level = 1; level < open.size(); ++level) {
         tags += '<' + open[level] + '>';
     }
     return tags;
-}
-
-std::optional<XMLError> readByExpat(const InputFile& file, std::size_t blockSize, StepSums& sums) {
-    Listener listener(sums);
-    return ExpatReader(blockSize).read(file, listener);
 }
 
 }  // namespace
@@ -74,34 +50,39 @@ unsigned ExportReader::usualThreads() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
-std::optional<XMLError> ExportReader::read(const InputFile& file, StepSums& sums) const {
-    StepSums ownSums;
-    Listener listener(ownSums);
-    ExpatDocument document(file, listener, _options.blockSize);
-    const std::optional<PlainProlog> prolog = document.readPlainProlog();
-    if (!prolog) {
-        const std::optional<XMLError> error = document.read();
-        sums.add(ownSums.takeAll());
-        return error;
+std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDelegate& delegate,
+                                           StepSums& sums) const {
+    StepSums::ByDate earlier = sums.takeAll();
+    std::optional<XMLError> error;
+    bool isUncertain = false;
+    {
+        ExpatDocument document(file, delegate, _options.blockSize);
+        if (const std::optional<PlainProlog> prolog = document.readPlainProlog()) {
+            error = readFast(document, *prolog, file, sums);
+            isUncertain = error && error->reason == XMLErrorReason::outOfMemory;
+        } else {
+            error = document.read();
+        }
     }
-    const FastPlace place =
-        takeFastRoad(file, {prolog->end, {prolog->rootName}}, _options, ownSums);
+    if (isUncertain) {
+        sums.takeAll();
+        error = ExpatReader(_options.blockSize).read(file, delegate);
+    }
+    sums.add(std::move(earlier));
+    return error;
+}
+
+/// Reads on from the prolog. Where expat runs out of memory, it might not have if it had read the
+/// whole file.
+std::optional<XMLError> ExportReader::readFast(ExpatDocument& document, const PlainProlog& prolog,
+                                               const InputFile& file, StepSums& sums) const {
+    const FileScan scan{_options.threads, _options.blockSize, _options.chunkSize, mostLongTagBytes};
+    const ScanPlace place = scan.scan(file, {prolog.end, {prolog.rootName}}, sums);
 #ifdef __GLIBC__
-    // Otherwise what the fast road has freed stays with the program, and expat's part comes on top.
+    // Or what the fast reader has freed stays with the program, and expat's memory comes on top.
     malloc_trim(0);
 #endif
-
-    // Expat would have kept something of what the fast road has read, but no more than this: two
-    // megabytes for the values of its largest tags, half of one for its open elements and its
-    // names. Where that could make a difference to what the limits allow, expat reads it all.
-    constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
-    std::optional<XMLError> error =
-        document.readFrom(place.position, startTags(place.open), mostKept);
-    if (error && error->reason == XMLErrorReason::outOfMemory) {
-        return readByExpat(file, _options.blockSize, sums);
-    }
-    sums.add(ownSums.takeAll());
-    return error;
+    return document.readFrom(place.offset, startTags(place.open), mostKept);
 }
 
 }  // namespace ambulet

@@ -9,18 +9,20 @@
 
 namespace ambulet {
 
+class ExpatDocument;
 class InputFile;
+struct PlainProlog;
 
 /// Adds up the step records of an export, many times faster than ExpatReader does, and with the
 /// same result for every file: the same days, and the same first error.
 ///
-/// Expat is the referee. It reads the prolog; it reads the whole of a document that is not plain
-/// (see ExpatDocument); and wherever the fast road meets something that it has not verified to be
-/// well-formed, expat goes on from the last place before that, to the end.
+/// Expat decides what is well-formed. It reads the prolog. Where that is plain, the fast reader
+/// goes on as far as it can verify every byte, and hands over to expat, which reads the rest. Where
+/// it is not, expat reads the whole file.
 class ExportReader {
   public:
     struct Options {
-        /// At once, of which the calling one is one. With one the file is read in order.
+        /// At once, the calling one among them. With one the file is read in order.
         unsigned threads = 1;
 
         /// Bytes that are read at once in order; and that a thread reads at once. Neither makes a
@@ -34,11 +36,17 @@ class ExportReader {
 
     explicit ExportReader(Options options) : _options(options) {}
 
-    /// Adds the step records of `file` to `sums`. Nothing where the document is well-formed, else
-    /// the first error; the records before it have been added.
-    std::optional<XMLError> read(const InputFile& file, StepSums& sums) const;
+    /// Adds the step records of `file` to `sums`: by itself those that the fast reader finds, and
+    /// by `delegate` the others. `delegate` is told start tags, and adds the step records among
+    /// them to `sums`. Nothing where the document is well-formed, else the first error; the records
+    /// before it have been added.
+    std::optional<XMLError> read(const InputFile& file, XMLReaderDelegate& delegate,
+                                 StepSums& sums) const;
 
   private:
+    std::optional<XMLError> readFast(ExpatDocument& document, const PlainProlog& prolog,
+                                     const InputFile& file, StepSums& sums) const;
+
     Options _options;
 };
 

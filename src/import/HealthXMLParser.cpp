@@ -1,6 +1,5 @@
 #include "import/HealthXMLParser.h"
 
-#include "import/ExportReader.h"
 #include "import/steps/StepRecord.h"
 #include "import/xml/InputFile.h"
 
@@ -11,10 +10,15 @@ namespace ambulet {
 std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& path) {
     std::error_code ignored;
     if (const auto file = InputFile::open(path, ignored)) {
-        // Whether it was well-formed is not looked at: what was read stands.
-        ExportReader({.threads = ExportReader::usualThreads()}).read(*file, _sums);
+        // What was read before an error stands, so the error is of no interest.
+        parse(*file, {.threads = ExportReader::usualThreads()});
     }
     return days();
+}
+
+std::optional<XMLError> HealthXMLParser::parse(const InputFile& file,
+                                               ExportReader::Options options) {
+    return ExportReader(options).read(file, *this, _sums);
 }
 
 void HealthXMLParser::didStartElement(std::string_view name, const XMLAttributes& attributes) {

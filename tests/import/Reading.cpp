@@ -99,9 +99,9 @@ Reading readFast(const std::filesystem::path& path, ExportReader::Options option
     std::error_code error;
     const auto file = InputFile::open(path, error);
     EXPECT_TRUE(file) << error.message();
-    StepSums sums;
-    const auto stop = ExportReader(options).read(file.value(), sums);
-    return {asText(sums.days()), stop};
+    HealthXMLParser parser;
+    const auto stop = parser.parse(file.value(), options);
+    return {asText(parser.days()), stop};
 }
 
 Reading readByAll(const std::filesystem::path& path, std::string& differences,

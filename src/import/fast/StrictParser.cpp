@@ -1,6 +1,6 @@
-#include "import/fast/FastGrammar.h"
+#include "import/fast/StrictParser.h"
 
-#include "import/fast/FastBytes.h"
+#include "import/fast/ByteScan.h"
 
 #include <algorithm>
 #include <charconv>
@@ -65,8 +65,6 @@ struct Reference {
     std::uint32_t code = 0;
 };
 
-constexpr std::size_t longestReference = 10;  // &#1114111;
-
 /// The reference to a character that begins with the "&" at `at`. Size 0 where it is none.
 Reference reference(const char* at) {
     static constexpr struct {
@@ -74,27 +72,24 @@ Reference reference(const char* at) {
         std::uint32_t code;
     } predefined[] = {
         {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''}};
-    const void* const found = std::memchr(at, ';', ::strnlen(at, longestReference));
-    if (found == nullptr) {
-        return {};
-    }
-    const std::string_view text(at,
-                                static_cast<std::size_t>(static_cast<const char*>(found) - at + 1));
     for (const auto& each : predefined) {
-        if (text == each.text) {
-            return {text.size(), each.code};
+        if (std::equal(each.text.begin(), each.text.end(), at)) {
+            return {each.text.size(), each.code};
         }
     }
-    if (at[1] != '#') {
+    constexpr std::size_t longest = 10;  // &#1114111;
+    const char* const limit = at + ::strnlen(at, longest);
+    const char* const end = std::find(at, limit, ';');
+    if (end == limit || at[1] != '#') {
         return {};
     }
     const bool isHexadecimal = at[2] == 'x';
-    const char* const end = text.data() + text.size() - 1;
     std::uint32_t code = 0;
     const auto read =
-        std::from_chars(text.data() + (isHexadecimal ? 3 : 2), end, code, isHexadecimal ? 16 : 10);
+        std::from_chars(at + (isHexadecimal ? 3 : 2), end, code, isHexadecimal ? 16 : 10);
     const bool isWhole = read.ec == std::errc() && read.ptr == end;
-    return isWhole && isCharacter(code) ? Reference{text.size(), code} : Reference{};
+    return isWhole && isCharacter(code) ? Reference{static_cast<std::size_t>(end - at) + 1, code}
+                                        : Reference{};
 }
 
 void appendUtf8(std::string& text, std::uint32_t code) {
@@ -117,10 +112,10 @@ void appendUtf8(std::string& text, std::uint32_t code) {
     }
 }
 
-/// Reads on from a place; every step says whether what it found is accepted.
+/// Reads on from a place. Each step returns whether what it found is accepted.
 class Walk {
   public:
-    Walk(FastVocabulary& names, const char* at, const char* stop)
+    Walk(Names& names, const char* at, const char* stop)
         : _names(names), _begin(at), _at(at), _stop(stop) {}
 
     bool afterValue() {
@@ -136,13 +131,14 @@ class Walk {
     }
 
     bool content() {
+        // The end of a piece, so that comments and elements without attributes do not add up.
         constexpr std::ptrdiff_t much = 4096;
         for (;;) {
             if (!text()) {
                 return false;
             }
             if (_at >= _stop || _at - _begin > much || _markup.isFull()) {
-                _markup.end = FastMarkup::End::content;
+                _markup.end = Markup::End::content;
                 return true;
             }
             if (isNameStart(_at[1])) {
@@ -158,7 +154,7 @@ class Walk {
         }
     }
 
-    FastMarkup result() {
+    Markup result() {
         _markup.size = static_cast<std::size_t>(_at - _begin);
         return _markup;
     }
@@ -192,7 +188,7 @@ class Walk {
         return std::string_view(begin, static_cast<std::size_t>(_at - begin));
     }
 
-    std::optional<FastNames::Id> nameId(FastNames& names) {
+    std::optional<NameTable::Id> nameId(NameTable& names) {
         const auto found = name();
         return found ? names.id(*found) : std::nullopt;
     }
@@ -207,7 +203,7 @@ class Walk {
             return false;
         }
         skipBlanks();
-        _markup.end = FastMarkup::End::attribute;
+        _markup.end = Markup::End::value;
         _markup.attribute = *id;
         _markup.quote = *_at;
         return skip("\"") || skip("'");
@@ -260,21 +256,25 @@ class Walk {
         return target && !isReserved && (skip("?>") || (skipBlanks() && skipPast("?>")));
     }
 
+    /// Over all characters up to `end`, and over it.
     bool skipPast(std::string_view end) {
-        while (!skip(end)) {
+        for (;;) {
+            _at = ByteScan::findSpecial(_at, end[0]);
+            if (skip(end)) {
+                return true;
+            }
             const std::size_t size = characterSize(_at);
             if (size == 0) {
                 return false;
             }
             _at += size;
         }
-        return true;
     }
 
     /// Text up to a "<".
     bool text() {
         skipBlanks();
-        while (*_at != '<') {
+        for (; *_at != '<'; _at = ByteScan::findSpecial(_at, ']')) {
             _markup.isTagsOnly = false;
             const bool isSectionEnd = _at[0] == ']' && _at[1] == ']' && _at[2] == '>';
             const std::size_t size =
@@ -287,43 +287,43 @@ class Walk {
         return true;
     }
 
-    FastVocabulary& _names;
+    Names& _names;
     const char* _begin;
     const char* _at;
     const char* _stop;
-    FastMarkup _markup;
+    Markup _markup;
 };
 
 }  // namespace
 
-std::optional<FastMarkup> FastGrammar::afterValue(FastVocabulary& names, const char* at,
-                                                  const char* stop) {
+std::optional<Markup> StrictParser::afterValue(Names& names, const char* at, const char* stop) {
     Walk walk(names, at, stop);
     return walk.afterValue() ? std::optional(walk.result()) : std::nullopt;
 }
 
-std::optional<FastMarkup> FastGrammar::inContent(FastVocabulary& names, const char* at,
-                                                 const char* stop) {
+std::optional<Markup> StrictParser::inContent(Names& names, const char* at, const char* stop) {
     Walk walk(names, at, stop);
     return walk.content() ? std::optional(walk.result()) : std::nullopt;
 }
 
-const char* FastGrammar::valueEnd(const char* at, char quote) {
-    for (at += FastBytes::plainLength(at, quote); *at != quote;
-         at += FastBytes::plainLength(at, quote)) {
-        const std::size_t size =
-            *at == '<' ? 0 : (*at == '&' ? reference(at).size : characterSize(at));
-        if (size == 0) {
-            return nullptr;
-        }
-        at += size;
+const char* StrictParser::valueEnd(const char* at, char quote) {
+    for (;;) {
+        at = ByteScan::findSpecial(at, quote);
+        // Letters beyond ASCII come in a row.
+        do {
+            const bool isEnd = *at == quote || *at == '<';
+            const std::size_t size =
+                isEnd ? 0 : (*at == '&' ? reference(at).size : characterSize(at));
+            if (size == 0) {
+                return at;
+            }
+            at += size;
+        } while (static_cast<unsigned char>(*at) >= 0x80);
     }
-    return at;
 }
 
-std::string FastGrammar::decoded(std::string_view value) {
-    // The walk below looks for the end of references, so it must not run into other bytes.
-    const std::string text(value);
+std::string StrictParser::decoded(std::string_view value) {
+    const std::string text(value);  // a null character ends it
     std::string result;
     for (const char* at = text.c_str(); *at != '\0';) {
         if (*at == '&') {

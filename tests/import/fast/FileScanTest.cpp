@@ -1,6 +1,7 @@
-#include "import/fast/FastChunks.h"
+#include "import/fast/FileScan.h"
 
 #include "import/Reading.h"
+#include "import/xml/InputFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +17,7 @@ constexpr std::string_view root = "<HealthData>\n";
 
 struct Result {
     std::size_t read = 0;  // bytes of the content
-    FastScanner::Names open;
+    TagScanner::ElementNames open;
     Days days;
 };
 
@@ -30,10 +31,9 @@ Result readInChunks(std::string_view content) {
     std::error_code error;
     const auto file = InputFile::open(folder.write("export.xml", bytes), error);
     StepSums sums;
-    const FastPlace place =
-        FastChunks(file.value(), chunkSize, blockSize).read({root.size(), {"HealthData"}}, 3, sums);
-    return {static_cast<std::size_t>(place.position) - root.size(), place.open,
-            asText(sums.days())};
+    const FileScan scan{.threads = 3, .blockSize = blockSize, .chunkSize = chunkSize};
+    const ScanPlace place = scan.scan(file.value(), {root.size(), {"HealthData"}}, sums);
+    return {static_cast<std::size_t>(place.offset) - root.size(), place.open, asText(sums.days())};
 }
 
 std::string steps(int count) {
@@ -48,37 +48,37 @@ Days onNinth(int count) {
     return {{"2024-03-09", count}};
 }
 
-const FastScanner::Names nothingElse{"HealthData"};
+const TagScanner::ElementNames nothingElse{"HealthData"};
 
-TEST(FastChunks, theRecordsOfAllChunksAreAdded) {
+TEST(FileScan, theRecordsOfAllChunksAreAdded) {
     const Result result = readInChunks(steps(200));
     EXPECT_EQ(result.days, onNinth(200));
     EXPECT_EQ(result.read, steps(200).size());
     EXPECT_EQ(result.open, nothingElse);
 }
 
-TEST(FastChunks, theRootIsNotLeft) {
+TEST(FileScan, theRootIsNotLeft) {
     const Result result = readInChunks(steps(200) + "</HealthData>\n");
     EXPECT_EQ(result.days, onNinth(199)) << "what comes after the last one is not read";
     EXPECT_EQ(result.read, steps(199).size());
 }
 
-TEST(FastChunks, elementsMayGoOnFromChunkToChunk) {
+TEST(FileScan, elementsMayGoOnFromChunkToChunk) {
     const Result result =
         readInChunks("<a>\n<b>\n" + steps(100) + "</b>\n" + steps(100) + "<c>\n" + steps(50));
     EXPECT_EQ(result.days, onNinth(250));
-    EXPECT_EQ(result.open, (FastScanner::Names{"HealthData", "a", "c"}));
+    EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a", "c"}));
 }
 
-TEST(FastChunks, aTagThatClosesWhatAnotherChunkDidNotOpenEndsTheRoad) {
+TEST(FileScan, aTagThatClosesWhatAnotherChunkDidNotOpenEndsTheScan) {
     const std::string before = "<a>\n" + steps(100);
     const Result result = readInChunks(before + "<a b=\"\">\n</b>\n" + steps(100) + "</b>\n");
     EXPECT_EQ(result.read, before.size());
     EXPECT_EQ(result.days, onNinth(100));
-    EXPECT_EQ(result.open, (FastScanner::Names{"HealthData", "a"}));
+    EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
 }
 
-TEST(FastChunks, whatLooksLikeRecordsInACommentIsNotCounted) {
+TEST(FileScan, whatLooksLikeRecordsInACommentIsNotCounted) {
     for (const auto& [begin, end] : {std::pair("<!--\n", "-->\n"), {"<![CDATA[\n", "]]>\n"}}) {
         const std::string content = steps(100) + begin + steps(100) + end + steps(100);
         const Result result = readInChunks(content);
@@ -87,7 +87,7 @@ TEST(FastChunks, whatLooksLikeRecordsInACommentIsNotCounted) {
     }
 }
 
-TEST(FastChunks, aDocumentOfWrongGuessesIsReadInOrder) {
+TEST(FileScan, aDocumentInWhichChunksDoNotFitIsReadInOrder) {
     std::string content;
     for (int times = 0; times < 100; ++times) {
         content += steps(1) + "<!--\n" + steps(8) + "-->\n";
@@ -97,7 +97,7 @@ TEST(FastChunks, aDocumentOfWrongGuessesIsReadInOrder) {
     EXPECT_EQ(result.read, content.size());
 }
 
-TEST(FastChunks, aTagMayBeLongerThanAChunk) {
+TEST(FileScan, aTagMayBeLongerThanAChunk) {
     const std::string content =
         steps(10) + "<a b=\"" + std::string(3000, 'c') + "\"/>\n" + steps(100);
     const Result result = readInChunks(content);
@@ -105,14 +105,14 @@ TEST(FastChunks, aTagMayBeLongerThanAChunk) {
     EXPECT_EQ(result.read, content.size());
 }
 
-TEST(FastChunks, theRoadEndsBeforeWhatIsRefused) {
+TEST(FileScan, theScanEndsBeforeWhatIsRefused) {
     const std::string before = steps(100) + "<a/>\n";
     const Result result = readInChunks(before + "<b c=\"&d;\"/>\n" + steps(100));
     EXPECT_EQ(result.days, onNinth(100));
     EXPECT_EQ(result.read, before.size());
 }
 
-TEST(FastChunks, thereMayBeNothing) {
+TEST(FileScan, thereMayBeNothing) {
     const Result result = readInChunks("");
     EXPECT_EQ(result.days, Days());
     EXPECT_EQ(result.read, 0U);

@@ -1,6 +1,4 @@
-#include "import/fast/FastGrammar.h"
-
-#include "import/fast/FastBytes.h"
+#include "import/fast/StrictParser.h"
 
 #include <gtest/gtest.h>
 
@@ -15,31 +13,31 @@ constexpr bool accepted = true;
 constexpr bool refused = false;
 
 std::string padded(std::string_view text) {
-    return std::string(text) + std::string(FastBytes::padding, '\0');
+    return std::string(text) + std::string(ByteScan::width, '\0');
 }
 
 /// Whether all of `text` is accepted as content, up to a tag with attributes or to its end.
 bool isContent(std::string_view text) {
-    FastVocabulary names;
+    Names names;
     const std::string bytes = padded(std::string(text) + "<a b='");
     const char* const begin = bytes.data();
-    const auto markup = FastGrammar::inContent(names, begin, begin + text.size() + 6);
-    return markup && markup->end == FastMarkup::End::attribute && markup->size == text.size() + 6;
+    const auto markup = StrictParser::inContent(names, begin, begin + text.size() + 6);
+    return markup && markup->end == Markup::End::value && markup->size == text.size() + 6;
 }
 
 /// Whether `text` is accepted after a value's closing quote, up to and with the next opening one.
 bool isAfterValue(std::string_view text) {
-    FastVocabulary names;
+    Names names;
     const std::string bytes = padded('"' + std::string(text));
     const char* const begin = bytes.data();
-    const auto markup = FastGrammar::afterValue(names, begin, begin + text.size() + 1);
-    return markup && markup->end == FastMarkup::End::attribute && markup->size == text.size() + 1;
+    const auto markup = StrictParser::afterValue(names, begin, begin + text.size() + 1);
+    return markup && markup->end == Markup::End::value && markup->size == text.size() + 1;
 }
 
 /// Whether `text` is accepted as a value in double quotes.
 bool isValue(std::string_view text) {
     const std::string bytes = padded(std::string(text) + '"');
-    return FastGrammar::valueEnd(bytes.data(), '"') == bytes.data() + text.size();
+    return StrictParser::valueEnd(bytes.data(), '"') == bytes.data() + text.size();
 }
 
 struct Case {
@@ -47,7 +45,7 @@ struct Case {
     bool isAccepted;
 };
 
-TEST(FastGrammar, contentIsTextReferencesTagsCommentsInstructionsAndSections) {
+TEST(StrictParser, contentIsTextReferencesTagsCommentsInstructionsAndSections) {
     for (const auto& [text, isAccepted] : {
              Case{"", accepted},
              {"a > b \xC3\xA4\n", accepted},
@@ -79,7 +77,7 @@ TEST(FastGrammar, contentIsTextReferencesTagsCommentsInstructionsAndSections) {
     }
 }
 
-TEST(FastGrammar, attributesAreApartAndHaveQuotes) {
+TEST(StrictParser, attributesAreApartAndHaveQuotes) {
     for (const auto& [text, isAccepted] : {
              Case{" b=\"", accepted},
              {"\n\tb = '", accepted},
@@ -99,7 +97,7 @@ TEST(FastGrammar, attributesAreApartAndHaveQuotes) {
     }
 }
 
-TEST(FastGrammar, aValueHasNoTagsAndOnlyReferencesToCharacters) {
+TEST(StrictParser, aValueHasNoTagsAndOnlyReferencesToCharacters) {
     for (const auto& [text, isAccepted] : {
              Case{"", accepted},
              {"a>b'c\n\t", accepted},
@@ -119,7 +117,7 @@ TEST(FastGrammar, aValueHasNoTagsAndOnlyReferencesToCharacters) {
     }
 }
 
-TEST(FastGrammar, charactersAreThoseOfXMLInShortestUTF8) {
+TEST(StrictParser, charactersAreThoseOfXMLInShortestUTF8) {
     for (const auto& [text, isAccepted] : {
              Case{"\x7F", accepted},
              {"\xC2\x80", accepted},
@@ -143,19 +141,19 @@ TEST(FastGrammar, charactersAreThoseOfXMLInShortestUTF8) {
     }
 }
 
-TEST(FastGrammar, aValueIsReportedWithReferencesResolvedAndWhiteSpaceNormalised) {
-    EXPECT_EQ(FastGrammar::decoded("a&lt;&#228;&#x1F45F;&#10;b"), "a<\xC3\xA4\xF0\x9F\x91\x9F\nb");
-    EXPECT_EQ(FastGrammar::decoded("a\tb\nc\r\nd\re"), "a b c d e");
+TEST(StrictParser, aValueIsReportedWithReferencesResolvedAndWhiteSpaceNormalised) {
+    EXPECT_EQ(StrictParser::decoded("a&lt;&#228;&#x1F45F;&#10;b"), "a<\xC3\xA4\xF0\x9F\x91\x9F\nb");
+    EXPECT_EQ(StrictParser::decoded("a\tb\nc\r\nd\re"), "a b c d e");
 }
 
-TEST(FastGrammar, markupSaysWhatItClosesAndOpens) {
-    FastVocabulary names;
+TEST(StrictParser, markupSaysWhatItClosesAndOpens) {
+    Names names;
     const std::string bytes = padded("\">\n</a>\n</b><c><d/></c>\n<e>\n<f g=\"");
-    const auto markup = FastGrammar::afterValue(names, bytes.data(), bytes.data() + bytes.size());
+    const auto markup = StrictParser::afterValue(names, bytes.data(), bytes.data() + bytes.size());
     ASSERT_TRUE(markup);
     const auto namesOf = [&](auto ids) {
         std::string text;
-        for (const FastNames::Id id : ids) {
+        for (const NameTable::Id id : ids) {
             text += names.elements.name(id);
         }
         return text;

@@ -1,11 +1,11 @@
-#include "import/fast/FastScanner.h"
+#include "import/fast/TagScanner.h"
 
 #include "import/Reading.h"
-#include "import/fast/FastBytes.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <random>
 #include <string>
 #include <string_view>
@@ -22,16 +22,18 @@ std::string record(std::string_view source, std::string_view value, std::string_
            std::string(value) + '"' + std::string(end) + '\n';
 }
 
+constexpr std::uint64_t noLimit = ~std::uint64_t{0};
+
 /// One that does not count: nothing comes after it.
 const std::string last = record("Phone", "1000");
 
-class FastScannerTest : public testing::Test {
+class TagScannerTest : public testing::Test {
   protected:
-    FastScannerTest() { scanner.startIn({"HealthData"}); }
+    TagScannerTest() { scanner.startIn({"HealthData"}, noLimit); }
 
     /// How far the scanner comes in `text`, which goes on in the content of what is open.
     std::size_t scan(std::string_view text, std::size_t stop = std::string_view::npos) {
-        const std::string bytes = std::string(text) + std::string(FastBytes::padding, '\0');
+        const std::string bytes = std::string(text) + std::string(TagScanner::padding, '\0');
         const char* const begin = bytes.data();
         return static_cast<std::size_t>(scanner.scan(begin, begin + std::min(stop, text.size())) -
                                         begin);
@@ -55,7 +57,7 @@ class FastScannerTest : public testing::Test {
         return asText(sums.days());
     }
 
-    FastScanner scanner;
+    TagScanner scanner;
 };
 
 std::string repeated(std::string_view text, int times) {
@@ -66,23 +68,23 @@ std::string repeated(std::string_view text, int times) {
     return result;
 }
 
-using Names = FastScanner::Names;
+using Names = TagScanner::ElementNames;
 
-TEST_F(FastScannerTest, addsTheRecordsUpToTheLastMarkup) {
+TEST_F(TagScannerTest, addsTheRecordsUpToTheLastMarkup) {
     const std::string records = record("Phone", "2") + record("Phone", "3");
     EXPECT_EQ(scan(records + "<Rec", records.size()), records.size());
     EXPECT_EQ(days(), ninth);
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(FastScannerTest, aRecordCountsOnlyOnceWhatFollowsIsRead) {
+TEST_F(TagScannerTest, aRecordCountsOnlyOnceWhatFollowsIsRead) {
     const std::string one = record("Phone", "5");
     EXPECT_EQ(scan(one + record("Phone", "7")), one.size() + 1)
         << "what follows the second is not known";
     EXPECT_EQ(days(), ninth);
 }
 
-TEST_F(FastScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
+TEST_F(TagScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
     const std::string one = record("Phone", "5");
     const std::string text = repeated(one, 20);
     for (const std::size_t stop : {one.size() + 1, 7 * one.size() + 1}) {
@@ -91,7 +93,7 @@ TEST_F(FastScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
     }
 }
 
-TEST_F(FastScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
+TEST_F(TagScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
     std::string text;
     for (int number = 0; number < 50; ++number) {
         text += record(number % 3 == 0 ? "Watch" : "Phone", "1");
@@ -104,7 +106,7 @@ TEST_F(FastScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 50}}));
 }
 
-TEST_F(FastScannerTest, knownBytesInAnElementOfAnotherNameAreNoStepRecord) {
+TEST_F(TagScannerTest, knownBytesInAnElementOfAnotherNameAreNoStepRecord) {
     const std::string known = repeated(record("Phone", "1"), 20);
     std::string other = record("Phone", "1");
     other.replace(other.find("Record"), 6, "Recort");
@@ -114,7 +116,7 @@ TEST_F(FastScannerTest, knownBytesInAnElementOfAnotherNameAreNoStepRecord) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 21}}));
 }
 
-TEST_F(FastScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo) {
+TEST_F(TagScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo) {
     const std::string known = repeated(record("Phone", "1"), 20);
     std::string twice = record("Phone", "1");
     twice.insert(twice.find(" type"), " unit=\"count\"");
@@ -122,7 +124,7 @@ TEST_F(FastScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo)
     EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
 }
 
-TEST_F(FastScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
+TEST_F(TagScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
     const std::string entry = "  <MetadataEntry key=\"a\" value=\"1\"/>\n </Record>\n";
     const std::string known = repeated(record("Phone", "1", ">") + entry, 20);
     std::string other = record("Phone", "1", ">");
@@ -133,22 +135,22 @@ TEST_F(FastScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
     EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
 }
 
-TEST_F(FastScannerTest, theRootIsNotLeft) {
+TEST_F(TagScannerTest, theRootIsNotLeft) {
     EXPECT_EQ(scan(last + "</HealthData>"), 1U);
     EXPECT_EQ(scan("<a/></HealthData>"), 0U);
     EXPECT_EQ(days(), Days());
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(FastScannerTest, fromAnywhereItSaysWhatItClosedAndLeftOpen) {
-    scanner.startAnywhere();
+TEST_F(TagScannerTest, fromAnywhereItSaysWhatItClosedAndLeftOpen) {
+    scanner.startAnywhere(noLimit);
     const std::string text = "<a b=\"c\"/></x>\n</y><d><e f=\"g\">";
     EXPECT_EQ(scan(text + "<h/>", text.size()), text.size());
     EXPECT_EQ(scanner.closed(), (Names{"x", "y"}));
     EXPECT_EQ(scanner.open(), (Names{"d", "e"}));
 }
 
-TEST_F(FastScannerTest, manyValuesOfAnAttributeDoNoHarm) {
+TEST_F(TagScannerTest, manyValuesOfAnAttributeDoNoHarm) {
     std::string text;
     for (int number = 0; number < 5000; ++number) {
         text += record("Phone " + std::to_string(number), "1");
@@ -157,7 +159,7 @@ TEST_F(FastScannerTest, manyValuesOfAnAttributeDoNoHarm) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 5000}}));
 }
 
-TEST_F(FastScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
+TEST_F(TagScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
     const std::vector<std::string> sources = {"Phone", "Watch 1", "Watch 2", "a pair of pods"};
     std::mt19937 chance(1);
     std::string text;
@@ -176,7 +178,7 @@ TEST_F(FastScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", steps}}));
 }
 
-TEST_F(FastScannerTest, attributesInNoOrderAreAddedUp) {
+TEST_F(TagScannerTest, attributesInNoOrderAreAddedUp) {
     std::mt19937 chance(1);
     std::vector<std::string> attributes = {"type=\"HKQuantityTypeIdentifierStepCount\"",
                                            "sourceName=\"Phone\"",
@@ -198,9 +200,9 @@ TEST_F(FastScannerTest, attributesInNoOrderAreAddedUp) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 120000}}));
 }
 
-TEST_F(FastScannerTest, moreAttributeNamesThanItKeepsAreRefused) {
+TEST_F(TagScannerTest, moreAttributeNamesThanItKeepsAreRefused) {
     std::string text;
-    for (std::size_t number = 0; number <= FastNames::most; ++number) {
+    for (std::size_t number = 0; number <= NameTable::capacity; ++number) {
         text += "<a b" + std::to_string(number) + "=\"\"/>";
     }
     const std::size_t reached = scan(text);

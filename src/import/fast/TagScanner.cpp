@@ -1,0 +1,334 @@
+#include "import/fast/TagScanner.h"
+
+#include "import/fast/StrictParser.h"
+#include "import/steps/StepRecord.h"
+
+#include <algorithm>
+#include <utility>
+
+// The markup between two values comes from a small set: `" unit="`, `"/>`, line break and
+// ` <Record type="` are two pieces of it. Each is verified once, by the strict parser, and kept
+// with its effect. A piece predicts what follows it:
+//
+// - a value that is like the last one, and the piece that followed that: one comparison goes past
+//   both. Equal bytes are verified; where they differ, both have printable characters there.
+// - where the size of the values varies, the piece alone: a mask finds the value's end.
+//
+// What is not predicted is looked up in the cache; what is not there is verified.
+//
+// Nothing of a tag counts before the piece after its last value is accepted. So whatever is
+// refused, the state is that of the boundary before the tag, and nothing has to be undone.
+
+namespace ambulet {
+
+namespace {
+
+/// Elements that may be open. Exports have five.
+constexpr std::size_t deepest = 100;
+
+/// A miss of a predicted value costs about as much as eight hits gain. After a dozen misses with
+/// few hits between them, sizes of values are taken to vary.
+constexpr int missWeight = 8;
+constexpr int mostMisses = 12 * missWeight;
+
+/// Predictions are tried anew after so many blocks, some 16 MiB: a dozen misses of a hundred pieces
+/// take less than a hundredth of the time for those.
+constexpr unsigned blocksBetweenRetries = 64;
+
+}  // namespace
+
+void Prediction::learn(std::string_view value, char quote, Piece& piece) {
+    _next = &piece;
+    _valueSize = value.size();
+    _isPlainValue = true;
+    _blocks.clear();
+    const std::size_t size = value.size() + piece.markup.size;
+    if (size > longest) {
+        return;
+    }
+    _blocks.resize((size + ByteScan::width - 1) / ByteScan::width);
+    bool isInReference = false;
+    for (std::size_t index = 0; index < size; ++index) {
+        const bool isValue = index < value.size();
+        const char byte = isValue ? value[index] : piece.bytes[index - value.size()];
+        const bool isPrintable = ' ' <= byte && byte <= '~' && byte != quote;
+        isInReference = isValue && (isInReference || byte == '&');
+        const bool isFixed = !isValue || !isPrintable || isInReference;
+        isInReference = isInReference && byte != ';';
+        _isPlainValue = _isPlainValue && (!isValue || !isFixed);
+
+        const std::size_t bit = index % ByteScan::width;
+        Block& block = _blocks[index / ByteScan::width];
+        block.bytes[bit] = byte;
+        block.compared |= ByteScan::Mask{1} << bit;
+        block.fixed |= ByteScan::Mask{isFixed} << bit;
+    }
+}
+
+TagScanner::TagScanner()
+    : _recordElement(_names.elements.id(StepRecord::element).value()),
+      _typeAttribute(_names.attributes.id(StepRecord::typeAttribute).value()),
+      _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
+      _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()),
+      _readTags(&TagScanner::readTagsWithBaseline) {
+#if defined(__SSE2__)
+    if (__builtin_cpu_supports("avx2")) {
+        _readTags = &TagScanner::readTagsWithAvx2;
+    }
+#endif
+}
+
+bool TagScanner::startIn(const ElementNames& open, std::uint64_t mostLongTagBytes) {
+    startAnywhere(mostLongTagBytes);
+    _startedAnywhere = false;
+    for (const std::string& name : open) {
+        const auto id = _names.elements.id(name);
+        if (!id) {
+            return false;
+        }
+        _open.push_back(*id);
+    }
+    return true;
+}
+
+void TagScanner::startAnywhere(std::uint64_t mostLongTagBytes) {
+    _startedAnywhere = true;
+    _mostLongTagBytes = mostLongTagBytes;
+    _closedBefore.clear();
+    _open.clear();
+    _longTagBytes = 0;
+}
+
+TagScanner::ElementNames TagScanner::namesOf(const std::vector<NameTable::Id>& ids) const {
+    ElementNames names;
+    for (const NameTable::Id id : ids) {
+        names.push_back(_names.elements.name(id));
+    }
+    return names;
+}
+
+const char* TagScanner::scan(const char* begin, const char* stop) {
+    if (_cache.isFull()) {
+        _cache.clear();
+        _uncached.forgetSuccessors();
+    }
+    if (++_scanCount % blocksBetweenRetries == 0) {
+        _cache.retryPredictions();
+    }
+    _boundary = begin;
+    while (_boundary < stop) {
+        const auto markup = StrictParser::inContent(_names, _boundary, stop);
+        if (!markup || markup->size == 0 || !changeDepth(*markup)) {
+            break;
+        }
+        const char* const end = _boundary + markup->size;
+        if (markup->end == Markup::End::content) {
+            _boundary = end;
+            continue;
+        }
+        _boundary += markup->tagOffset;
+        _uncached.set(*markup);
+        _element = markup->element;
+        _attributes = _uncached.attributes;
+        if (!(this->*_readTags)(&_uncached, end, stop)) {
+            break;
+        }
+    }
+    return _boundary;
+}
+
+/// Reads from value to value, the first one at `at`, which `piece` precedes. True where it comes to
+/// content, which becomes the boundary; false where something is refused, or the boundary is at
+/// `stop` or behind it.
+template <class Vectors>
+[[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
+                                                        const char* stop) {
+    for (;;) {
+        const NameTable::Id attribute = piece->markup.attribute;
+        Value value{at};
+        Piece* next = nullptr;
+        if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) {
+            value.size = prediction->valueSize();
+            value.isPlain = prediction->isPlainValue();
+            next = &prediction->next();
+            piece->misses -= piece->misses > 0 ? 1 : 0;
+        } else {
+            next = readValue<Vectors>(*piece, stop, value);
+            if (next == nullptr) {
+                return false;
+            }
+        }
+        _values[attribute] = value;
+        at = value.begin + value.size;
+        if (!next->markup.endsTag) {
+            if (!_attributes.add(next->attributes)) {
+                return false;
+            }
+        } else {
+            if (at + next->markup.size > stop) {
+                next = parse(at, stop);  // it may end at `stop`
+            }
+            if (next == nullptr || !endTag(*next, at)) {
+                return false;
+            }
+            if (_boundary >= stop || next->markup.end == Markup::End::content) {
+                return true;
+            }
+        }
+        at += next->markup.size;
+        piece = next;
+    }
+}
+
+[[gnu::flatten]] bool TagScanner::readTagsWithBaseline(Piece* piece, const char* at,
+                                                       const char* stop) {
+    return readTags<ByteScan::Baseline>(piece, at, stop);
+}
+
+#if defined(__SSE2__)
+[[gnu::target("avx2,bmi"), gnu::flatten]] bool
+TagScanner::readTagsWithAvx2(Piece* piece, const char* at, const char* stop) {
+    return readTags<ByteScan::Avx2>(piece, at, stop);
+}
+#endif
+
+/// Reads the value after `piece` to its end. Returns the piece that follows; null where one of them
+/// is refused.
+template <class Vectors>
+[[gnu::always_inline]] inline Piece* TagScanner::readValue(Piece& piece, const char* stop,
+                                                           Value& value) {
+    const char quote = piece.markup.quote;
+    const char* end = value.begin;
+    ByteScan::Mask special = Vectors::special(end, quote);
+    while (special == 0) {
+        end += ByteScan::width;
+        special = Vectors::special(end, quote);
+    }
+    end += std::countr_zero(special);
+    value.isPlain = *end == quote;
+    if (!value.isPlain) {
+        end = StrictParser::valueEnd(end, quote);
+        if (*end != quote) {
+            return nullptr;
+        }
+    }
+    value.size = static_cast<std::size_t>(end - value.begin);
+
+    Piece* next = piece.successorAt<Vectors>(end);
+    if (next == nullptr) {
+        next = _cache.find<Vectors>(_element, end);
+        if (next == nullptr) {
+            next = parse(end, stop);
+            if (next == nullptr || next == &_uncached) {
+                return next;
+            }
+        }
+        piece.successors = {next, piece.successors[0]};
+    }
+    if (piece.misses <= mostMisses) {
+        piece.misses += missWeight;
+        std::ranges::rotate(piece.predictions, piece.predictions.end() - 1);
+        if (piece.misses <= mostMisses) {
+            piece.predictions[0].learn({value.begin, value.size}, quote, *next);
+        } else {
+            std::ranges::for_each(piece.predictions, &Prediction::clear);
+        }
+    }
+    return next;
+}
+
+/// The piece at `at`, after a value, verified and kept. Null where it is refused.
+[[gnu::noinline]] Piece* TagScanner::parse(const char* at, const char* stop) {
+    const auto markup = StrictParser::afterValue(_names, at, stop);
+    if (!markup) {
+        return nullptr;
+    }
+    Piece* piece = at + markup->size <= stop ? _cache.add(_element, *markup, at) : nullptr;
+    if (piece == nullptr) {
+        piece = &_uncached;
+        if (piece->markup.quote != markup->quote) {
+            piece->forgetSuccessors();
+        }
+        piece->set(*markup);
+    }
+    return piece;
+}
+
+/// Ends the tag at the boundary where `piece`, at `at`, ends it; and begins the next one where it
+/// does that. False, and nothing done, where that is not well-formed here.
+inline bool TagScanner::endTag(const Piece& piece, const char* at) {
+    const Markup& markup = piece.markup;
+    const auto tagSize = static_cast<std::uint64_t>(at - _boundary);
+    const std::uint64_t longTagBytes = _longTagBytes + (tagSize > longTag ? tagSize : 0);
+    if (longTagBytes > _mostLongTagBytes || (!piece.keepsDepth && !changeDepth(markup))) {
+        return false;
+    }
+    _longTagBytes = longTagBytes;
+    if (_element == _recordElement) {
+        addIfStepRecord();
+    }
+    if (markup.beginsTag) {
+        _boundary = at + markup.tagOffset;
+        _element = markup.element;
+        _attributes = piece.attributes;
+    } else {
+        _boundary = at + markup.size;
+    }
+    return true;
+}
+
+/// False, and nothing done, where the markup closes another element than the one that is open, or
+/// there are too many open.
+[[gnu::noinline]] bool TagScanner::changeDepth(const Markup& markup) {
+    const auto closed = markup.closed();
+    const bool opensElement = markup.endsTag && !markup.isEmptyElement;
+    const std::size_t depth = _open.size() + (opensElement ? 1 : 0);
+    if (depth + markup.opened().size() > deepest || _closedBefore.size() > deepest ||
+        (closed.size() >= depth && !closed.empty() && !_startedAnywhere)) {
+        return false;
+    }
+    for (std::size_t index = 0; index < std::min(closed.size(), depth); ++index) {
+        const std::size_t level = depth - 1 - index;
+        if (closed[index] != (level == _open.size() ? _element : _open[level])) {
+            return false;
+        }
+    }
+    if (opensElement) {
+        _open.push_back(_element);
+    }
+    for (const NameTable::Id id : closed) {
+        if (_open.empty()) {
+            _closedBefore.push_back(id);
+        } else {
+            _open.pop_back();
+        }
+    }
+    _open.insert(_open.end(), markup.opened().begin(), markup.opened().end());
+    return true;
+}
+
+[[gnu::noinline]] void TagScanner::addIfStepRecord() {
+    NameSet attributes = _attributes;
+    if (attributes.add(NameSet(_typeAttribute)) || !isStepType(_values[_typeAttribute]) ||
+        attributes.add(NameSet(_startDateAttribute)) || attributes.add(NameSet(_valueAttribute))) {
+        return;
+    }
+    const Value& startDate = _values[_startDateAttribute];
+    const Value& value = _values[_valueAttribute];
+    if (startDate.isPlain && value.isPlain) {
+        _sums.add({startDate.begin, startDate.size}, {value.begin, value.size});
+    } else {
+        _sums.add(text(startDate), text(value));
+    }
+}
+
+inline bool TagScanner::isStepType(const Value& value) const {
+    return value.isPlain ? std::string_view(value.begin, value.size) == StepRecord::type
+                         : text(value) == StepRecord::type;
+}
+
+std::string TagScanner::text(const Value& value) const {
+    return StrictParser::decoded({value.begin, value.size});
+}
+
+}  // namespace ambulet

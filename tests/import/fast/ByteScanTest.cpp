@@ -1,0 +1,101 @@
+#include "import/fast/ByteScan.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ambulet {
+
+namespace {
+
+using namespace ByteScan;
+
+bool isPlain(char byte, char quote) {
+    const auto code = static_cast<unsigned char>(byte);
+    return 0x20 <= code && code <= 0x7F && byte != quote && byte != '<' && byte != '&';
+}
+
+template <class Vectors>
+void expectSpecialBytes() {
+    for (const char quote : {'"', '\''}) {
+        for (int value = 0; value < 256; ++value) {
+            const char byte = static_cast<char>(value);
+            for (std::size_t place = 0; place < width; ++place) {
+                std::string text(width, 'a');
+                text[place] = byte;
+                const Mask expected = isPlain(byte, quote) ? 0 : Mask{1} << place;
+                EXPECT_EQ(Vectors::special(text.data(), quote), expected) << value << " " << place;
+            }
+        }
+    }
+}
+
+template <class Vectors>
+void expectDifferingAndEqualBytes() {
+    const std::string one(width, 'a');
+    EXPECT_EQ(Vectors::differing(one.data(), std::string(one).data()), 0U);
+    EXPECT_EQ(Vectors::equal(one.data(), 'a'), ~Mask{0});
+    EXPECT_EQ(Vectors::equal(one.data(), 'b'), 0U);
+    for (std::size_t place = 0; place < width; ++place) {
+        for (const char byte : {'b', '\0', '\xFF'}) {
+            std::string other = one;
+            other[place] = byte;
+            EXPECT_EQ(Vectors::differing(one.data(), other.data()), Mask{1} << place);
+            EXPECT_EQ(Vectors::equal(other.data(), byte), Mask{1} << place);
+        }
+    }
+}
+
+TEST(ByteScan, specialBytesAreAllButPrintableASCIIAndTheQuoteTheAmpersandAndTheLessThan) {
+    expectSpecialBytes<Baseline>();
+}
+
+TEST(ByteScan, differingAndEqualBytesAreMasked) {
+    expectDifferingAndEqualBytes<Baseline>();
+}
+
+#if defined(__SSE2__)
+TEST(ByteScan, avx2GivesTheSameMasks) {
+    if (__builtin_cpu_supports("avx2")) {
+        expectSpecialBytes<Avx2>();
+        expectDifferingAndEqualBytes<Avx2>();
+    }
+}
+#endif
+
+TEST(ByteScan, theMaskOfTheFirstBytesHasSoManyBits) {
+    EXPECT_EQ(firstBytes(0), 0U);
+    EXPECT_EQ(firstBytes(5), 0b11111U);
+    EXPECT_EQ(firstBytes(31), 0x7FFFFFFFU);
+    EXPECT_EQ(firstBytes(32), 0xFFFFFFFFU);
+    EXPECT_EQ(firstBytes(200), 0xFFFFFFFFU);
+}
+
+TEST(ByteScan, theFirstSpecialByteIsFoundWhereverItIs) {
+    for (std::size_t place = 0; place < 70; ++place) {
+        for (const char special : {'"', '<', '&', '\n', '\x80', '\0'}) {
+            std::string text(100, 'a');
+            text[place] = special;
+            text += std::string(width, '\0');
+            EXPECT_EQ(findSpecial(text.data(), '"') - text.data(),
+                      static_cast<std::ptrdiff_t>(place));
+        }
+    }
+}
+
+TEST(ByteScan, theHashDependsOnEachByteTheSizeAndTheSalt) {
+    const std::string text(20, 'a');
+    const std::uint64_t usual = hash(text.data(), text.size(), 1);
+    EXPECT_EQ(hash(std::string(text).data(), text.size(), 1), usual);
+    EXPECT_NE(hash(text.data(), text.size(), 2), usual);
+    EXPECT_NE(hash(text.data(), text.size() - 1, 1), usual);
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        std::string other = text;
+        other[place] = 'b';
+        EXPECT_NE(hash(other.data(), other.size(), 1), usual) << place;
+    }
+}
+
+}  // namespace
+
+}  // namespace ambulet

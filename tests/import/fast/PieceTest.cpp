@@ -1,0 +1,158 @@
+#include "import/fast/Piece.h"
+
+#include "import/fast/StrictParser.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ambulet {
+
+namespace {
+
+using Vectors = ByteScan::Baseline;
+
+constexpr NameTable::Id element = 3;
+
+class PieceTest : public testing::Test {
+  protected:
+    static std::string padded(std::string_view text) {
+        return std::string(text) + std::string(Prediction::longest + ByteScan::width, '\0');
+    }
+
+    /// The piece `text`, kept; null where it is not taken.
+    Piece* add(std::string_view text, NameTable::Id in = element) {
+        const std::string bytes = padded(std::string(text) + '<');
+        const auto markup =
+            StrictParser::afterValue(names, bytes.data(), bytes.data() + text.size());
+        EXPECT_TRUE(markup) << text;
+        return cache.add(in, markup.value(), bytes.data());
+    }
+
+    Piece* find(std::string_view text, NameTable::Id in = element) const {
+        return cache.find<Vectors>(in, padded(text).data());
+    }
+
+    Names names;
+    PieceCache cache;
+};
+
+/// Whether after a double quote `text` is taken for verified, if `value` and the piece `" b="` were
+/// verified.
+class PredictionTest : public PieceTest {
+  protected:
+    bool holds(std::string_view value, std::string_view text) {
+        Piece* const piece = add("\" b=\"", next++);
+        prediction.learn(value, '"', *piece);
+        EXPECT_TRUE(prediction.holds<Vectors>(padded(std::string(value) + "\" b=\"").data(), '"'));
+        return prediction.holds<Vectors>(padded(text).data(), '"');
+    }
+
+    Prediction prediction;
+    NameTable::Id next = 0;
+};
+
+TEST_F(PredictionTest, holdsForAnotherValueOfTheSameSizeInPrintableCharacters) {
+    EXPECT_TRUE(holds("2024-03-09", "2023-12-31\" b=\""));
+    EXPECT_TRUE(holds("abc", "'>;\" b=\""));
+    EXPECT_FALSE(holds("abc", "ab\" b=\""));
+    EXPECT_FALSE(holds("abc", "abcd\" b=\""));
+    EXPECT_TRUE(holds("", "\" b=\""));
+    const std::string longOne(100, 'a');
+    EXPECT_TRUE(holds(longOne, std::string(100, 'b') + "\" b=\""));
+    EXPECT_FALSE(holds(longOne, std::string(99, 'b') + "<\" b=\""));
+}
+
+TEST_F(PredictionTest, failsWhereAnotherPieceFollows) {
+    EXPECT_FALSE(holds("abc", "abc\" c=\""));
+    EXPECT_FALSE(holds("abc", "abc\"  b=\""));
+    EXPECT_FALSE(holds("abc", "abc\" b='"));
+}
+
+TEST_F(PredictionTest, failsWhereACharacterNeedsALook) {
+    for (const char byte : {'"', '<', '&', '\n', '\t', '\x01', '\x80', '\xFF', '\0'}) {
+        EXPECT_FALSE(holds("abc", std::string("a") + byte + "c\" b=\"")) << int{byte};
+    }
+}
+
+TEST_F(PredictionTest, aReferenceAndALetterBeyondASCIIMustBeTheSame) {
+    EXPECT_TRUE(holds("a&lt;c", "b&lt;d\" b=\""));
+    EXPECT_FALSE(holds("a&lt;c", "a&gt;c\" b=\"")) << "it is to be looked at";
+    EXPECT_FALSE(holds("a&lt;c", "a&lt,c\" b=\""));
+    EXPECT_FALSE(holds("a&lt;c", "axlt;c\" b=\""));
+    EXPECT_TRUE(holds("a\u00EBc", "b\u00EBd\" b=\""));
+    EXPECT_FALSE(holds("a\u00EBc", "a\u00EAc\" b=\""));
+    EXPECT_FALSE(holds("a\u00EBc", "abcd\" b=\""));
+    EXPECT_FALSE(holds("a\nc", "abc\" b=\""));
+}
+
+TEST_F(PredictionTest, saysWhetherTheValueStandsForItself) {
+    holds("abc", "");
+    EXPECT_TRUE(prediction.isPlainValue());
+    EXPECT_EQ(prediction.valueSize(), 3U);
+    for (const char* value : {"a&lt;", "\u00EB", "a\nb"}) {
+        holds(value, "");
+        EXPECT_FALSE(prediction.isPlainValue()) << value;
+    }
+}
+
+TEST_F(PredictionTest, veryLongValuesAreNotPredicted) {
+    Piece* const piece = add("\" b=\"");
+    const std::string value(Prediction::longest, 'a');
+    prediction.learn(value, '"', *piece);
+    EXPECT_FALSE(prediction.holds<Vectors>(padded(value + "\" b=\"").data(), '"'));
+}
+
+TEST_F(PieceTest, aPieceIsFoundByItsBytesAndItsElement) {
+    Piece* const blank = add("\" b=\"");
+    Piece* const end = add("\"/>\n <a b=\"");
+    ASSERT_TRUE(blank && end);
+    EXPECT_EQ(find("\" b=\"and so on"), blank);
+    EXPECT_EQ(find("\"/>\n <a b=\"and so on"), end);
+    EXPECT_EQ(find("\"/>\n <a c=\""), nullptr);
+    EXPECT_EQ(find("\" b='"), nullptr);
+    EXPECT_EQ(find("\" b=\"", element + 1), nullptr);
+}
+
+TEST_F(PieceTest, aPieceWithTextOrACommentIsNotKept) {
+    EXPECT_EQ(add("\">text<a b=\""), nullptr);
+    EXPECT_EQ(add("\"/><!-- --><a b=\""), nullptr);
+    EXPECT_EQ(add("\"/>\n"), nullptr) << "nothing says where it ends";
+    EXPECT_EQ(add('"' + std::string(Piece::longest, ' ') + "b=\""), nullptr);
+}
+
+TEST_F(PieceTest, theCacheIsBounded) {
+    int kept = 0;
+    for (std::size_t blanks = 1; blanks < 200; ++blanks) {
+        for (NameTable::Id in = 0; in < 100; ++in) {
+            kept += add('"' + std::string(blanks, ' ') + "b=\"", in) != nullptr ? 1 : 0;
+        }
+    }
+    EXPECT_TRUE(cache.isFull());
+    EXPECT_GT(kept, 100);
+    EXPECT_LT(kept, 10'000);
+    cache.clear();
+    EXPECT_FALSE(cache.isFull());
+    EXPECT_EQ(find("\" b=\"", 0), nullptr);
+    EXPECT_NE(add("\" b=\""), nullptr);
+}
+
+TEST_F(PieceTest, theLatestOfTwoPredictionsIsTriedFirst) {
+    Piece* const piece = add("\" a=\"");
+    Piece* const follower = add("\" b=\"");
+    piece->predictions[0].learn("Phone", '"', *follower);
+    piece->predictions[1].learn("Watch 1", '"', *follower);
+    const std::string watch = padded("Watch 2\" b=\"");
+    const Prediction* const found = piece->predictionAt<Vectors>(watch.data());
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(found->valueSize(), 7U);
+    EXPECT_EQ(found, &piece->predictions[0]);
+    EXPECT_EQ(&found->next(), follower);
+    EXPECT_EQ(piece->predictionAt<Vectors>(padded("Pods\" b=\"").data()), nullptr);
+}
+
+}  // namespace
+
+}  // namespace ambulet
