@@ -3,7 +3,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #if defined(__SSE2__)
 #include <immintrin.h>
@@ -175,22 +174,6 @@ inline const char* findSpecial(const char* at, char quote) {
             return at + std::countr_zero(mask);
         }
     }
-}
-
-/// A number for the bytes, the same for equal bytes under the same `salt`. Whoever does not know
-/// the salt cannot choose bytes that have the same number.
-inline std::uint64_t hash(const char* at, std::size_t size, std::uint64_t salt) {
-    const auto mixed = [](std::uint64_t number) {
-        const std::uint64_t product = number * 0x9E3779B97F4A7C15ULL;  // 2^64 / golden ratio
-        return product ^ product >> 32U;
-    };
-    std::uint64_t number = salt ^ size;
-    for (; size > 0; at += 8, size -= size < 8 ? size : 8) {
-        std::uint64_t bytes = 0;
-        std::memcpy(&bytes, at, size < 8 ? size : 8);
-        number = mixed(number ^ bytes) + salt;
-    }
-    return number;
 }
 
 }  // namespace ByteScan

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "import/fast/ByteScan.h"
-
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,33 +24,21 @@ class NameTable {
 
     /// None where the table is full, or the name is too long.
     std::optional<Id> id(std::string_view name) {
-        if (name.size() > longest) {
-            return std::nullopt;
-        }
-        std::size_t slot = ByteScan::hash(name.data(), name.size(), _salt) % slotCount;
-        while (_slots[slot] != 0) {
-            const Id id = static_cast<Id>(_slots[slot] - 1);
-            if (_names[id] == name) {
-                return id;
+        const auto known = std::ranges::find(_names, name);
+        const auto id = static_cast<Id>(known - _names.begin());
+        if (known == _names.end()) {
+            if (_names.size() == capacity || name.size() > longest) {
+                return std::nullopt;
             }
-            slot = (slot + 1) % slotCount;
+            _names.emplace_back(name);
         }
-        if (_names.size() == capacity) {
-            return std::nullopt;
-        }
-        _names.emplace_back(name);
-        _slots[slot] = static_cast<std::uint8_t>(_names.size());
-        return static_cast<Id>(_names.size() - 1);
+        return id;
     }
 
     const std::string& name(Id id) const { return _names[id]; }
 
   private:
-    static constexpr std::size_t slotCount = 4 * capacity;
-
-    std::uint64_t _salt = std::random_device()();
-    std::array<std::uint8_t, slotCount> _slots{};  // 1 + the name's number; open addressing
-    std::vector<std::string> _names;
+    std::vector<std::string> _names;  // so few, and looked for so seldom, that a list will do
 };
 
 /// A set of interned names.

@@ -24,7 +24,7 @@ class TagScanner {
     static constexpr std::size_t padding = Prediction::longest + 2 * ByteScan::width;
 
     /// A tag that is longer, in bytes, is a long one.
-    static constexpr std::size_t longTag = 2047;
+    static constexpr std::size_t longTag = 8191;
 
     TagScanner();
 
