@@ -73,7 +73,7 @@ void AboutWindowController::buildUI() {
     };
 
     add(std::make_unique<ImageView>(), u"icon"_s, {(width - 64) / 2, 180, 64, 64})
-        ->setImage(applicationIcon());
+        ->setImage(applicationIcon(), _bundle.displayName() + u" icon"_s);
     addLabel(u"name"_s, centeredLabel(_bundle.displayName(), systemFont(16, QFont::Bold),
                                       LabelColor::Label, 146, 22, width));
     addLabel(

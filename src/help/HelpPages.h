@@ -6,8 +6,8 @@
 
 namespace ambulet {
 
-/// The guide's pages, one array element each: the picture's resource name and file type, and its
-/// caption.
+/// The guide's pages, one array element each: the picture's resource name and file type, what the
+/// picture shows, and the caption.
 inline constexpr int helpPageCount = 5;
 
 inline constexpr std::array<QStringView, helpPageCount> helpImageNames = {
@@ -16,6 +16,17 @@ inline constexpr std::array<QStringView, helpPageCount> helpImageNames = {
 
 inline constexpr std::array<QStringView, helpPageCount> helpImageTypes = {
     u"jpg", u"jpg", u"jpg", u"jpg", u"png",
+};
+
+inline constexpr std::array<QStringView, helpPageCount> helpImageDescriptions = {
+    u"The Summary tab of the Health app. An arrow points at the name in the upper right.",
+    u"The end of the profile in the Health app. An arrow points at \"Export All Health Data\".",
+    u"A question in the Health app: \"Export Health data?\" An arrow points at \"Export\".",
+    u"The phone sends export.zip to the computer, where it is unpacked to export.xml. An arrow "
+    u"points "
+    u"at the \"Choose…\" button in the application's window.",
+    u"The application's window. The Shift key has selected a range of days, the Ctrl key another "
+    u"day.",
 };
 
 inline constexpr std::array<QStringView, helpPageCount> helpCaptions = {

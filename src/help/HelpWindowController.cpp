@@ -57,8 +57,8 @@ void HelpWindowController::buildUI() {
     AutoresizingLayout& layout = _window->content();
 
     const auto add = [&layout](auto view, const QString& name, const QRect& frame,
-                              AutoresizingLayout::Horizontally horizontally,
-                              AutoresizingLayout::Vertically vertically) {
+                               AutoresizingLayout::Horizontally horizontally,
+                               AutoresizingLayout::Vertically vertically) {
         auto* const added = view.get();
         added->setObjectName(name);
         layout.add(std::move(view), frame, horizontally, vertically);
@@ -89,7 +89,7 @@ void HelpWindowController::updateForPage(qsizetype page) {
     _currentPage = page;
     const auto row = static_cast<std::size_t>(page);
     const std::optional<QString> path = imagePath(page);
-    _imageView->setImage(path ? QImage(*path) : QImage());
+    _imageView->setImage(path ? QImage(*path) : QImage(), helpImageDescriptions.at(row).toString());
     _captionField->setText(helpCaptions.at(row).toString());
     _pageIndicator->setText(u"%1 of %2"_s.arg(page + 1).arg(helpPageCount));
     _prevButton->setVisible(page != 0);

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 namespace ambulet {
 
@@ -17,14 +18,40 @@ void AutoresizingLayout::add(std::unique_ptr<QWidget> view, const QRect& frame,
                              Horizontally horizontally, Vertically vertically) {
     QWidget* const added = view.release();
     addChildWidget(added);
-    _places.push_back({std::make_unique<QWidgetItem>(added), frame, horizontally, vertically});
+    _places.push_back({std::make_unique<QWidgetItem>(added), frame, horizontally, vertically,
+                       added->font().pixelSize()});
+    scaleFont(_places.back());
     invalidate();
+}
+
+void AutoresizingLayout::setScale(double scale) {
+    _scale = scale;
+    for (const Place& place : _places) {
+        scaleFont(place);
+    }
+    invalidate();
+}
+
+int AutoresizingLayout::scaled(int length) const {
+    return static_cast<int>(std::lround(length * _scale));
+}
+
+QSize AutoresizingLayout::scaled(QSize size) const {
+    return {scaled(size.width()), scaled(size.height())};
+}
+
+void AutoresizingLayout::scaleFont(const Place& place) const {
+    if (place.fontPixels > 0) {
+        QFont font = place.item->widget()->font();
+        font.setPixelSize(scaled(place.fontPixels));
+        place.item->widget()->setFont(font);
+    }
 }
 
 void AutoresizingLayout::addItem(QLayoutItem* item) {
     // Qt's interface has no frame: the item gets its size hint, at the lower left corner.
     _places.push_back({std::unique_ptr<QLayoutItem>(item), QRect(QPoint(0, 0), item->sizeHint()),
-                       Horizontally::RightMargin, Vertically::TopMargin});
+                       Horizontally::RightMargin, Vertically::TopMargin, -1});
     invalidate();
 }
 
@@ -60,8 +87,9 @@ void AutoresizingLayout::setGeometry(const QRect& content) {
 }
 
 QRect AutoresizingLayout::frameWithin(const Place& place, const QRect& content) const {
-    const QSize growth = content.size() - _initial;
-    QRect frame = place.frame;
+    const QSize growth = content.size() - scaled(_initial);
+    QRect frame(QPoint(scaled(place.frame.x()), scaled(place.frame.y())),
+                scaled(place.frame.size()));
     if (place.horizontally == Horizontally::Width) {
         frame.setWidth(std::max(0, frame.width() + growth.width()));
     } else if (place.horizontally == Horizontally::LeftMargin) {

@@ -28,6 +28,10 @@ class AutoresizingLayout final : public QLayout {
     AutoresizingLayout(QSize initial, QWidget* parent);
     ~AutoresizingLayout() override;
 
+    /// Multiplies by `scale` the initial size, all frames, and the font sizes that the views had
+    /// when they were added. Font sizes in points are not changed. The scale is 1 at first.
+    void setScale(double scale);
+
     /// Adds a view, which becomes a child of the layout's parent.
     void add(std::unique_ptr<QWidget> view, const QRect& frame,
              Horizontally horizontally = Horizontally::RightMargin,
@@ -37,7 +41,7 @@ class AutoresizingLayout final : public QLayout {
     int count() const override;
     QLayoutItem* itemAt(int index) const override;
     QLayoutItem* takeAt(int index) override;
-    QSize sizeHint() const override { return _initial; }
+    QSize sizeHint() const override { return scaled(_initial); }
     QSize minimumSize() const override { return {0, 0}; }
     void setGeometry(const QRect& content) override;
 
@@ -47,11 +51,16 @@ class AutoresizingLayout final : public QLayout {
         QRect frame;
         Horizontally horizontally;
         Vertically vertically;
+        int fontPixels = -1;  // at scale 1; -1 if the view has no such font
     };
 
+    int scaled(int length) const;
+    QSize scaled(QSize size) const;
+    void scaleFont(const Place& place) const;
     QRect frameWithin(const Place& place, const QRect& content) const;
 
     QSize _initial;
+    double _scale = 1;
     std::vector<Place> _places;
 };
 

@@ -4,6 +4,8 @@
 #include "widgets/ScreenFit.h"
 
 #include <QAccessibleWidget>
+#include <QApplication>
+#include <QFontInfo>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
@@ -23,10 +25,19 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
                : nullptr;
 }
 
+// The views' frames and fonts are designed for a system font of 13 pixels.
+constexpr int designPixels = 13;
+constexpr int largestUsualPixels = 16;  // 12 points at 96 dots per inch
+
+double scaleForUserFont() {
+    const int pixels = QFontInfo(QApplication::font()).pixelSize();
+    return pixels <= largestUsualPixels ? 1 : static_cast<double>(pixels) / designPixels;
+}
+
 }  // namespace
 
 AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing)
-    : _content(new AutoresizingLayout(content, this)) {
+    : _sizing(sizing), _content(new AutoresizingLayout(content, this)) {
     QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -37,11 +48,22 @@ AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing)
         _content->setSizeConstraint(QLayout::SetFixedSize);
     }
     setWindowFlags(flags);
+    followUserFont();
 }
 
 void AuxiliaryWindow::addMenuBar(QMenuBar* menuBar) {
     _content->setMenuBar(menuBar);
     resize(width(), height() + menuBar->heightForWidth(width()));
+}
+
+void AuxiliaryWindow::followUserFont() {
+    const QSize before = _content->sizeHint();
+    _scale = scaleForUserFont();
+    _content->setScale(_scale);
+    if (_sizing == Sizing::Resizable) {
+        resize(size() + _content->sizeHint() - before);
+    }
+    applyMinimumFrameSize();
 }
 
 void AuxiliaryWindow::setMinimumFrameSize(QSize size) {
@@ -82,6 +104,8 @@ bool AuxiliaryWindow::event(QEvent* event) {
     const bool handled = QWidget::event(event);
     if (event->type() == QEvent::WinIdChange && windowHandle() != nullptr) {
         windowHandle()->installEventFilter(this);
+    } else if (event->type() == QEvent::ApplicationFontChange) {
+        followUserFont();
     }
     return handled;
 }
@@ -103,7 +127,9 @@ void AuxiliaryWindow::frameMayHaveChanged() {
 
 void AuxiliaryWindow::applyMinimumFrameSize() {
     if (_minimumFrameSize) {
-        setMinimumSize(_minimumFrameSize->shrunkBy(frameMargins(*this)));
+        const QSize scaled = *_minimumFrameSize * _scale;
+        setMinimumSize(
+            scaled.boundedTo(screen()->availableGeometry().size()).shrunkBy(frameMargins(*this)));
     }
 }
 

@@ -14,7 +14,9 @@ class AutoresizingLayout;
 /// A small window beside the main one. It has no parent and no minimise button, and opens centred.
 /// Closing it only hides it. Escape closes it.
 ///
-/// The window consists of a content of the given size and, above it, an optional menu bar.
+/// The window consists of a content of the given size and, above it, an optional menu bar. The
+/// content and the minimum size grow with the user's font: by one factor for frames and fonts,
+/// which is 1 at the usual font sizes.
 ///
 /// The window manager adds the frame, often only after the window is on the screen. Sizes and
 /// places that depend on the frame are corrected as soon as it is known. Where clients cannot place
@@ -25,7 +27,7 @@ class AuxiliaryWindow final : public QWidget {
   public:
     enum class Sizing { Fixed, Resizable };
 
-    /// `content` is the content's initial size, in points.
+    /// `content` is the content's initial size at factor 1, in points.
     AuxiliaryWindow(QSize content, Sizing sizing);
 
     /// Where the views are added.
@@ -34,7 +36,7 @@ class AuxiliaryWindow final : public QWidget {
     /// Adds a menu bar to a window without one. The window grows by its height and owns it.
     void addMenuBar(QMenuBar* menuBar);
 
-    /// Sets the smallest size of the window including its frame, in points.
+    /// Sets the smallest size of the window including its frame at factor 1, in points.
     void setMinimumFrameSize(QSize size);
 
     /// Centres the window on its screen horizontally, and vertically with a quarter of the free
@@ -49,10 +51,13 @@ class AuxiliaryWindow final : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void followUserFont();
     void frameMayHaveChanged();
     void applyMinimumFrameSize();
 
+    const Sizing _sizing;
     AutoresizingLayout* _content;
+    double _scale = 1;
     std::optional<QSize> _minimumFrameSize;
     std::optional<QMargins> _centeredWith;  // frame margins assumed by center(), to be checked
 };

@@ -3,11 +3,27 @@
 
 #include "widgets/ImageView.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace ambulet {
 
-void ImageView::setImage(const QImage& image) {
+namespace {
+
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
+    return className == QLatin1String(ImageView::staticMetaObject.className())
+               ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Graphic)
+               : nullptr;
+}
+
+}  // namespace
+
+ImageView::ImageView() {
+    QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
+}
+
+void ImageView::setImage(const QImage& image, const QString& description) {
+    setAccessibleName(image.isNull() ? QString() : description);
     _image = image;
     _scaled = QPixmap();
     update();

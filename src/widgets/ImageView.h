@@ -6,15 +6,17 @@
 
 namespace ambulet {
 
-/// Shows an image centred and scaled to the view, up or down, in proportion. Main thread only.
+/// Shows a picture: an image centred and scaled to the view, up or down, in proportion. Main thread
+/// only.
 class ImageView final : public QWidget {
     Q_OBJECT
 
   public:
-    using QWidget::QWidget;
+    ImageView();
 
-    /// A null image empties the view.
-    void setImage(const QImage& image);
+    /// Shows `image`; a null image empties the view. `description` says what it shows, for
+    /// assistive programs.
+    void setImage(const QImage& image, const QString& description);
     const QImage& image() const { return _image; }
 
   protected:

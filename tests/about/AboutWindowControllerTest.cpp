@@ -216,7 +216,29 @@ TEST_F(AboutWindowControllerTest, theIconIsTheApplicationIcon) {
     AboutWindowController other(Bundle::main());
     EXPECT_EQ(other.window()->findChild<ImageView*>(u"icon"_s)->image().pixelColor(32, 32),
               QColor(Qt::red));
+    EXPECT_EQ(other.window()->findChild<ImageView*>(u"icon"_s)->accessibleName(),
+              u"Daily Steps icon"_s);
     QApplication::setWindowIcon(QIcon());
+}
+
+TEST_F(AboutWindowControllerTest, textsGrowWithTheUsersFontAndStillFitTheirRows) {
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPixelSize(26);
+    QApplication::setFont(large);
+    AboutWindowController other(Bundle::main());
+    other.showWindow();
+    EXPECT_EQ(other.window()->size(), QSize(720, 520));
+    const std::pair<const char*, int> cases[] = {
+        {"name", 32}, {"version", 22}, {"credit", 22}, {"link", 22}, {"copyright", 20}};
+    for (const auto& [name, pixels] : cases) {
+        const QWidget& row = *other.window()->findChild<QWidget*>(QString::fromLatin1(name));
+        EXPECT_EQ(row.font().pixelSize(), pixels) << name;
+        EXPECT_LE(row.sizeHint().height(), row.height()) << name;
+        EXPECT_LE(row.sizeHint().width(), row.width()) << name;
+    }
+    EXPECT_TRUE(other.window()->findChild<LinkButton*>(u"link"_s)->font().underline());
+    QApplication::setFont(before);
 }
 
 TEST_F(AboutWindowControllerTest, theIconViewIsEmptyIfTheApplicationHasNoIcon) {

@@ -6,11 +6,15 @@
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
 
 namespace ambulet {
 
@@ -194,6 +198,76 @@ TEST_F(HelpWindowControllerTest, everyPageHasAPictureForDenseScreens) {
         EXPECT_GE(image().width(), 1376) << page;
         EXPECT_GE(image().height(), 1168) << page;
     }
+}
+
+struct Spot {
+    int x;  // in points of the image view, from its upper left
+    int y;
+    QColor color;
+};
+
+// What tells the pages' pictures apart: points of what each one shows.
+const QColor coral(0xD9, 0x4A, 0x2F);
+const QColor deep(0x17, 0x50, 0x5A);
+const QColor skin(0xF0, 0xC4, 0x9B);
+const QColor soft(0xB5, 0xD0, 0xCA);
+const QColor paper(0xF7, 0xF6, 0xF1);
+const std::vector<Spot> spotsOfPages[] = {
+    // The ring about the name, the face in it.
+    {{486, 104, coral}, {486, 180, coral}, {438, 138, skin}},
+    // The ring about "Export All Health Data", its left and its right end.
+    {{344, 398, coral}, {344, 474, coral}, {144, 436, coral}, {544, 436, coral}},
+    // The ring about "Export", the button in it.
+    {{344, 306, coral}, {344, 386, coral}, {200, 346, deep}},
+    // The ring about "Choose…", the cards of export.zip and export.xml.
+    {{400, 286, coral}, {314, 316, coral}, {350, 60, soft}, {560, 60, soft}, {320, 100, paper}},
+};
+
+bool shows(const QImage& picture, const std::vector<Spot>& spots) {
+    const double scale = picture.width() / 688.0;
+    return std::all_of(spots.begin(), spots.end(), [&](const Spot& spot) {
+        const QColor found =
+            picture.pixelColor(static_cast<int>(spot.x * scale), static_cast<int>(spot.y * scale));
+        constexpr int tolerance = 12;  // what the compression changes
+        return std::abs(found.red() - spot.color.red()) <= tolerance &&
+               std::abs(found.green() - spot.color.green()) <= tolerance &&
+               std::abs(found.blue() - spot.color.blue()) <= tolerance;
+    });
+}
+
+TEST_F(HelpWindowControllerTest, everyPageShowsItsOwnPicture) {
+    for (int page = 0; page < helpPageCount; ++page) {
+        controller.updateForPage(page);
+        for (int other = 0; other < static_cast<int>(std::size(spotsOfPages)); ++other) {
+            EXPECT_EQ(shows(image(), spotsOfPages[other]), page == other) << page << " " << other;
+        }
+    }
+}
+
+TEST_F(HelpWindowControllerTest, assistiveProgramsAreToldWhatEachPictureShows) {
+    const QString words[] = {u"name in the upper right"_s, u"Export All Health Data"_s,
+                             u"points at \"Export\""_s, u"Choose…"_s, u"range of days"_s};
+    for (int page = 0; page < helpPageCount; ++page) {
+        controller.updateForPage(page);
+        EXPECT_TRUE(view<ImageView>("imageView").accessibleName().contains(words[page])) << page;
+    }
+}
+
+TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontAsTheWindowDoes) {
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPixelSize(26);
+    QApplication::setFont(large);
+    HelpWindowController other(Bundle::main());
+    const auto sizeOf = [&other](const char* name) {
+        return other.window()->findChild<QWidget*>(QString::fromLatin1(name))->font().pixelSize();
+    };
+    EXPECT_EQ(sizeOf("captionField"), 26);
+    EXPECT_EQ(sizeOf("pageIndicator"), 22);
+    EXPECT_EQ(sizeOf("prevButton"), 26);
+    EXPECT_EQ(other.window()->size(), QSize(1440, 1480));
+    QApplication::setFont(before);
+    EXPECT_TRUE(QTest::qWaitFor([&sizeOf] { return sizeOf("captionField") == 13; }));
 }
 
 class HelpPictureTest : public HelpWindowControllerTest {

@@ -77,6 +77,36 @@ TEST_F(AutoresizingLayoutTest, theSizeHintIsTheInitialSizeAndTheMinimumIsZero) {
     EXPECT_EQ(layout->totalMinimumSize(), QSize(0, 0));
 }
 
+TEST_F(AutoresizingLayoutTest, theScaleMultipliesFramesAndPixelSizesOfFonts) {
+    QFont pixels;
+    pixels.setPixelSize(11);
+    QFont points;
+    points.setPointSize(10);
+    const auto add = [this](const QFont& font) {
+        auto view = std::make_unique<QWidget>();
+        view->setFont(font);
+        QWidget* const added = view.get();
+        layout->add(std::move(view), QRect(10, 20, 30, 40), Horizontally::Width,
+                    Vertically::TopMargin);
+        return added;
+    };
+    const QWidget* const before = add(pixels);
+    layout->setScale(1.5);
+    const QWidget* const after = add(pixels);
+    const QWidget* const inPoints = add(points);
+    EXPECT_EQ(layout->sizeHint(), QSize(150, 300));
+    resize(170, 300);
+    for (const QWidget* const view : {before, after}) {
+        EXPECT_EQ(view->geometry(), QRect(15, 300 - 30 - 60, 45 + 20, 60));
+        EXPECT_EQ(view->font().pixelSize(), 17);  // 16.5
+    }
+    EXPECT_EQ(inPoints->font().pointSize(), 10);
+    layout->setScale(1);
+    resize(100, 200);
+    EXPECT_EQ(before->geometry(), QRect(10, 140, 30, 40));
+    EXPECT_EQ(before->font().pixelSize(), 11);
+}
+
 TEST_F(AutoresizingLayoutTest, aDestroyedViewLeavesTheLayout) {
     const QWidget* const view = addView(Horizontally::Width, Vertically::Height);
     EXPECT_EQ(layout->count(), 1);

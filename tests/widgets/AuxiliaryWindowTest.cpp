@@ -3,6 +3,7 @@
 #include "widgets/AutoresizingLayout.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTest>
@@ -140,6 +141,72 @@ TEST(AuxiliaryWindow, aMenuBarIsAboveTheContentWhichKeepsItsSize) {
         EXPECT_EQ(added->geometry(), QRect(0, height, 360, 260));
         expectCentered(window);
     }
+}
+
+// Sets the application's font for as long as it lives.
+class ScopedFontSize {
+  public:
+    explicit ScopedFontSize(int pixels) {
+        QFont font = _before;
+        font.setPixelSize(pixels);
+        QApplication::setFont(font);
+    }
+    ~ScopedFontSize() { QApplication::setFont(_before); }
+    ScopedFontSize(const ScopedFontSize&) = delete;
+    ScopedFontSize& operator=(const ScopedFontSize&) = delete;
+
+  private:
+    const QFont _before = QApplication::font();
+};
+
+TEST(AuxiliaryWindow, usualFontSizesLeaveTheSizeAlone) {
+    for (const int pixels : {8, 12, 16}) {
+        const ScopedFontSize font(pixels);
+        for (const Sizing sizing : {Sizing::Fixed, Sizing::Resizable}) {
+            AuxiliaryWindow window(QSize(360, 260), sizing);
+            window.show();
+            EXPECT_EQ(window.size(), QSize(360, 260)) << pixels;
+        }
+    }
+}
+
+TEST(AuxiliaryWindow, aLargeFontEnlargesTheContentAndTheMinimumSize) {
+    const ScopedFontSize font(26);  // twice the 13 pixels that everything is designed for
+    AuxiliaryWindow fixed(QSize(180, 130), Sizing::Fixed);
+    fixed.show();
+    EXPECT_EQ(fixed.size(), QSize(360, 260));
+    AuxiliaryWindow resizable(QSize(180, 130), Sizing::Resizable);
+    resizable.setMinimumFrameSize(QSize(100, 90));
+    resizable.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&resizable));
+    EXPECT_EQ(resizable.size(), QSize(360, 260));
+    resizable.resize(1, 1);
+    EXPECT_EQ(resizable.frameGeometry().size(), QSize(200, 180));
+}
+
+TEST(AuxiliaryWindow, theMinimumSizeIsNeverLargerThanTheScreen) {
+    const ScopedFontSize font(52);
+    AuxiliaryWindow window(QSize(180, 130), Sizing::Resizable);
+    window.setMinimumFrameSize(QSize(available().width() / 2, 90));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.resize(1, 1);
+    EXPECT_EQ(window.frameGeometry().width(), available().width());
+}
+
+TEST(AuxiliaryWindow, theSizeFollowsAFontThatChangesWhileTheWindowIsOpen) {
+    AuxiliaryWindow fixed(QSize(180, 130), Sizing::Fixed);
+    AuxiliaryWindow resizable(QSize(180, 130), Sizing::Resizable);
+    fixed.show();
+    resizable.show();
+    resizable.resize(200, 140);
+    {
+        const ScopedFontSize font(26);
+        EXPECT_TRUE(QTest::qWaitFor([&fixed] { return fixed.size() == QSize(360, 260); }));
+        EXPECT_EQ(resizable.size(), QSize(200 + 180, 140 + 130));
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&fixed] { return fixed.size() == QSize(180, 130); }));
+    EXPECT_EQ(resizable.size(), QSize(200, 140));
 }
 
 TEST(AuxiliaryWindow, assistiveProgramsSeeAWindow) {

@@ -1,5 +1,6 @@
 #include "widgets/ImageView.h"
 
+#include <QAccessible>
 #include <gtest/gtest.h>
 
 namespace ambulet {
@@ -10,7 +11,7 @@ namespace {
 QImage shown(const QImage& image, double ratio = 1) {
     ImageView view;
     view.resize(200, 100);
-    view.setImage(image);
+    view.setImage(image, QStringLiteral("A picture"));
     QImage screen(QSize(200, 100) * ratio, QImage::Format_ARGB32);
     screen.setDevicePixelRatio(ratio);
     screen.fill(Qt::white);
@@ -70,21 +71,32 @@ TEST(ImageView, anImageOfTheViewsSizeIsShownPixelByPixel) {
 TEST(ImageView, aNullImageEmptiesTheView) {
     ImageView view;
     view.resize(200, 100);
-    view.setImage(filled(10, 10, Qt::black));
-    view.setImage(QImage());
+    view.setImage(filled(10, 10, Qt::black), QStringLiteral("A picture"));
+    view.setImage(QImage(), QStringLiteral("No picture"));
     EXPECT_TRUE(view.image().isNull());
     QImage screen = filled(200, 100, Qt::white);
     view.render(&screen, QPoint(), QRegion(), QWidget::RenderFlags());
     EXPECT_TRUE(painted(screen).isEmpty());
 }
 
+TEST(ImageView, assistiveProgramsSeeAGraphicWithTheDescriptionAsItsName) {
+    ImageView view;
+    view.setImage(filled(10, 10, Qt::black), QStringLiteral("A picture"));
+    const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_EQ(accessible->role(), QAccessible::Graphic);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("A picture"));
+    view.setImage(QImage(), QStringLiteral("A picture"));
+    EXPECT_EQ(accessible->text(QAccessible::Name), QString());
+}
+
 TEST(ImageView, anotherImageOfTheSameSizeReplacesTheFirst) {
     ImageView view;
     view.resize(200, 100);
     QImage screen = filled(200, 100, Qt::white);
-    view.setImage(filled(200, 100, Qt::black));
+    view.setImage(filled(200, 100, Qt::black), QString());
     view.render(&screen);
-    view.setImage(filled(200, 100, Qt::red));
+    view.setImage(filled(200, 100, Qt::red), QString());
     view.render(&screen);
     EXPECT_EQ(screen.pixelColor(100, 50), QColor(Qt::red));
 }
