@@ -1,5 +1,6 @@
 #include "widgets/ScreenFit.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -7,6 +8,27 @@
 #include <algorithm>
 
 namespace ambulet {
+
+namespace {
+
+constexpr int reachableWidth = 50;
+constexpr int leastHeight = 10;  // of the title bar, if the window draws it itself
+
+// Whether there is a part of the title bar by which the user can move the window.
+bool canBeReached(const QWidget& window) {
+    const QMargins margins = frameMargins(window);
+    const QRect frame = window.geometry().marginsAdded(margins);
+    const QRect titleBar(frame.topLeft(),
+                         QSize(frame.width(), std::max(margins.top(), leastHeight)));
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(), [&titleBar](const QScreen* screen) {
+        const QRect seen = screen->availableGeometry() & titleBar;
+        return seen.height() == titleBar.height() &&
+               seen.width() >= std::min(reachableWidth, titleBar.width());
+    });
+}
+
+}  // namespace
 
 QMargins frameMargins(const QWidget& window) {
     return window.windowHandle() != nullptr ? window.windowHandle()->frameMargins() : QMargins();
@@ -34,7 +56,7 @@ bool shrinkToScreen(QWidget& window) {
 }
 
 void fitOnScreen(QWidget& window) {
-    if (!shrinkToScreen(window)) {
+    if (!shrinkToScreen(window) && canBeReached(window)) {
         return;
     }
     const QRect available = window.screen()->availableGeometry();

@@ -17,8 +17,10 @@ void moveFrame(QWidget& window, QPoint place);
 /// of its screen. Returns whether the size changed.
 bool shrinkToScreen(QWidget& window);
 
-/// Like `shrinkToScreen`, and moves a window that was too large so that its frame, or at least its
-/// title bar, is in that area. A window that is not too large stays where it is.
+/// Like `shrinkToScreen`, and moves a window that was too large, or that the user could not reach,
+/// so that its frame, or at least its title bar, is in that area. A window can be reached if 50
+/// points or more of the width of its title bar, in its whole height, lie in the available area of
+/// a screen. Any other window stays where it is.
 void fitOnScreen(QWidget& window);
 
 }  // namespace ambulet

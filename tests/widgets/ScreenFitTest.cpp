@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace ambulet {
 
 namespace {
@@ -26,11 +28,36 @@ TEST_F(ScreenFitTest, aWindowThatIsNotTooLargeIsNotMoved) {
     show({100, 120, 300, 200});
     fitOnScreen(window);
     EXPECT_EQ(window.geometry(), QRect(100, 120, 300, 200));
-    const QPoint beside(screen.right() - 10, screen.bottom() - 10);
-    window.move(beside);
-    fitOnScreen(window);
-    EXPECT_EQ(window.pos(), beside);
-    EXPECT_EQ(window.size(), QSize(300, 200));
+}
+
+TEST_F(ScreenFitTest, aWindowStaysAsLongAsItsTitleBarCanBeReached) {
+    show({100, 120, 300, 200});
+    const QSize frame = window.frameGeometry().size();
+    const int bar = std::max(frameMargins(window).top(), 10);
+    const int right = screen.left() + screen.width();
+    const int bottom = screen.top() + screen.height();
+    struct {
+        QPoint place;  // of the frame
+        bool stays;
+    } const cases[] = {
+        {{right - 50, bottom - bar}, true},
+        {{right - 49, 100}, false},
+        {{100, bottom - bar + 1}, false},
+        {{screen.left() - frame.width() + 50, 100}, true},
+        {{screen.left() - frame.width() + 49, 100}, false},
+        {{100, screen.top()}, true},
+        {{100, screen.top() - 1}, false},
+        {{100, screen.top() - 3000}, false},
+        {{-100000, 100000}, false},
+    };
+    for (const auto& one : cases) {
+        moveFrame(window, one.place);
+        fitOnScreen(window);
+        EXPECT_EQ(window.frameGeometry().topLeft() == one.place, one.stays)
+            << one.place.x() << " " << one.place.y();
+        EXPECT_TRUE(one.stays || screen.contains(window.frameGeometry()));
+        EXPECT_EQ(window.size(), QSize(300, 200));
+    }
 }
 
 TEST_F(ScreenFitTest, aWindowTooLargeIsMadeToFitIncludingItsFrame) {
