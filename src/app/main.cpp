@@ -1,5 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/ApplicationIcon.h"
+#include "app/ApplicationName.h"
+#include "app/TerminationSignals.h"
 #include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 
@@ -13,8 +15,10 @@ using namespace ambulet;
 int main(int argc, char** argv) {
     int status = 0;
     {
+        nameAccessibleApplication();
         const QApplication application(argc, argv);
         QApplication::setDesktopFileName(Bundle::main().identifier().value_or(QString()));
+        quitOnTerminationSignals();
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
         QTimer::singleShot(0, &delegate, [&delegate] {
 #ifndef Q_OS_MACOS  // where it would replace the bundle's in the Dock

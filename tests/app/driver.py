@@ -1,6 +1,7 @@
 """Drives the real program: sends keys and clicks through the X server, reads its state from the
 accessibility bus. Run it under with-desktop."""
 
+import ctypes
 import os
 import pathlib
 import re
@@ -67,13 +68,37 @@ def has_state(node, state):
     return node.get_state_set().contains(state)
 
 
-def windows_named(title):
-    """The visible X windows with the title."""
-    shown = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "."],
-                           capture_output=True, text=True, check=False).stdout.split()
-    return [window for window in shown if title == subprocess.run(
+def windows_named(title, *, visible=True):
+    """The X windows with the title: the visible ones or, if not `visible`, all."""
+    found = subprocess.run(["xdotool", "search", *(["--onlyvisible"] if visible else []), "--name",
+                            "."], capture_output=True, text=True, check=False).stdout.split()
+    return [window for window in found if title == subprocess.run(
         ["xdotool", "getwindowname", window], capture_output=True, text=True,
         check=False).stdout.rstrip("\n")]
+
+
+class ClientMessage(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("sent", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong),
+                ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 12)]
+
+
+def close(window):
+    """Asks an X window to close, as the button in its title bar does."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.restype = ctypes.c_ulong
+    x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+    x11.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long,
+                               ctypes.c_void_p]
+    x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+    display = x11.XOpenDisplay(None)
+    message = ClientMessage(type=33, window=int(window), format=32,
+                            message_type=x11.XInternAtom(display, b"WM_PROTOCOLS", 0))
+    message.data[0] = x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
+    x11.XSendEvent(display, int(window), 0, 0, ctypes.byref(message))
+    x11.XCloseDisplay(display)
 
 
 def window_property(window, name):

@@ -1,5 +1,6 @@
 """Start, Getting Started window, About window and end of the program, under a window manager."""
 
+import os
 import unittest
 
 from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, wait_for, walk,
@@ -107,8 +108,51 @@ class Shell(ProgramTest):
         self.assertFalse(program.is_open(GUIDE))
 
     def test_the_guide_opens_if_the_path_is_only_given_on_the_command_line(self):
-        program = self.start("-xmlFilePath", "/a/file.xml")
+        file = self.folder / "export.xml"
+        file.write_text("<HealthData/>")
+        program = self.start("-xmlFilePath", str(file))
         program.wait_until_in_front(GUIDE)
+        program.label("No file selected\\.")
+        path = program.find(Atspi.Role.TEXT, "Export file")
+        self.assertEqual(Atspi.Text.get_text(path, 0, -1), "")
+
+    def test_assistive_programs_know_the_application_and_its_pictures_by_name(self):
+        program = self.start()
+        program.wait_until_in_front(GUIDE)
+        self.assertEqual(program.accessible.get_name(), "Daily Steps")
+        program.find(Atspi.Role.IMAGE, "The Summary tab .*")
+        key("Return")
+        program.find(Atspi.Role.IMAGE, "The end of the profile .*")
+        key("alt+d", "a")
+        program.wait_until_in_front(ABOUT)
+        program.find(Atspi.Role.IMAGE, "Daily Steps icon")
+
+    def test_a_click_on_the_link_opens_the_website_and_leaves_about_open(self):
+        self.remember("")
+        opened = self.folder / "opened"
+        browser = self.folder / "xdg-open"
+        browser.write_text(f'#!/bin/sh\necho "$@" > {opened}.new && mv {opened}.new {opened}\n')
+        browser.chmod(0o755)
+        program = self.start(PATH=f"{self.folder}:{os.environ['PATH']}")
+        program.wait_until_in_front()
+        key("alt+d", "a")
+        program.wait_until_in_front(ABOUT)
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "ambulet\\.example"))
+        wait_for("the website", opened.exists)
+        self.assertEqual(opened.read_text(), "https://ambulet.example\n")
+        self.assertTrue(program.is_open(ABOUT))
+
+    def test_about_and_the_guide_grow_with_a_large_font(self):
+        (self.configuration / "kdeglobals").write_text(
+            DARK_COLORS + '[General]\nfont=DejaVu Sans,20,-1,5,50,0,0,0,0,0\n')
+        program = self.start(**DARK)
+        program.wait_until_in_front(GUIDE)
+        self.picture("guide-large-font.png")
+        key("alt+d", "a")
+        program.wait_until_in_front(ABOUT)
+        self.picture("about-large-font.png")
+        name = program.extents(program.find(Atspi.Role.LABEL, "Daily Steps"))
+        self.assertGreater(name[3], 22 * 1.9)
 
     def test_choosing_about_twice_shows_one_window_centred(self):
         self.remember("")
