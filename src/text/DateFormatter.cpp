@@ -1,7 +1,6 @@
 #include "text/DateFormatter.h"
 
 #include "text/IcuStatus.h"
-#include "text/LocalTime.h"
 #include "text/Locale.h"
 
 #include <unicode/smpdtfmt.h>
@@ -12,7 +11,7 @@
 namespace ambulet {
 
 DateFormatter::DateFormatter(std::unique_ptr<icu::DateFormat> format) : _format(std::move(format)) {
-    // ICU is given local time as if it were UTC: its own time zone data may be years old.
+    // ICU is given local time as if it were UTC, since its own time zone data may be years old.
     _format->setTimeZone(*icu::TimeZone::getGMT());
 }
 
@@ -37,7 +36,7 @@ DateFormatter DateFormatter::withPattern(std::string_view pattern) {
 
 std::string DateFormatter::string(std::chrono::sys_seconds instant) const {
     const std::chrono::sys_time<std::chrono::milliseconds> wallClock =
-        instant + offsetFromUtc(instant);
+        instant + _offsets.at(instant);
     icu::UnicodeString text;
     _format->format(static_cast<UDate>(wallClock.time_since_epoch().count()), text);
     std::string utf8;

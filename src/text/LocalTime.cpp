@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-// All of it is made of one question to the system: how far is local time ahead of UTC at an
-// instant? It relies on a zone not changing its offset twice within two days. The closest two
+// Everything is derived from one fact that the system knows: how far local time is ahead of UTC at
+// an instant. It is assumed that no zone changes its offset twice within two days. The closest two
 // changes in the time zone database are four days apart (Freetown, September 1939).
 
 using namespace std::chrono;
@@ -30,6 +30,10 @@ sys_seconds change(sys_seconds before, sys_seconds after) {
 }
 
 }  // namespace
+
+void readTimeZone() {
+    ::tzset();
+}
 
 seconds offsetFromUtc(sys_seconds instant) {
     const std::time_t time = instant.time_since_epoch().count();

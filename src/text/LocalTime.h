@@ -5,10 +5,13 @@
 
 namespace ambulet {
 
-/// The Gregorian calendar of the user's time zone, by the system's time zone data and the zone that
-/// the process was started with (or that the last `tzset` took up). Any thread.
+/// The Gregorian calendar in local time, by the system's time zone data. Local time is that of the
+/// time zone at the process's start or, if later, at the last `readTimeZone`. Any thread.
 ///
 /// Instants are of the years -32766 to 32766.
+
+/// Reads anew which time zone the system is set to.
+void readTimeZone();
 
 /// Seconds that local time is ahead of UTC at `instant`.
 std::chrono::seconds offsetFromUtc(std::chrono::sys_seconds instant);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/DayOffsets.h"
+
 #include <unicode/uversion.h>
 
 #include <chrono>
@@ -11,11 +13,10 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Tells in which month of the user's calendar an instant lies, in local time by the system's time
-/// zone data. The calendar is the one of the locale for dates at the time the reader is made: the
-/// same one in which DateFormatter writes.
+/// Tells in which month of the user's calendar an instant lies, in local time. The calendar is the
+/// one that a DateFormatter made at the same time writes in.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU lacks its own data.
+/// One thread at a time. Making one throws std::runtime_error if ICU's own data are missing.
 class MonthReader {
   public:
     /// Two are equal for the same month of the same year, and for no others.
@@ -28,13 +29,15 @@ class MonthReader {
         friend bool operator==(const Month&, const Month&) = default;
     };
 
-    MonthReader();
+    /// `offsets`: what local time is.
+    explicit MonthReader(DayOffsets offsets = {});
     ~MonthReader();
 
     Month month(std::chrono::sys_seconds instant);
 
   private:
     std::unique_ptr<icu::Calendar> _calendar;
+    DayOffsets _offsets;
 };
 
 }  // namespace ambulet
