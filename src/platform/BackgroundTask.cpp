@@ -1,7 +1,6 @@
-// A work's thread is detached: to wait for it, in whatever destructor, would be to wait for a load.
-// So it may outlive both the receiver of its completion and the application object, and may post
-// only while neither can be destroyed. That is what the gate is for: who posts holds it, and who is
-// destroyed closes it first.
+// The thread of a work is detached, since no destructor may wait for a load. It may outlive the
+// receiver and the application object, and must not post to either while it is being destroyed. The
+// gate's mutex sees to that: whoever posts holds it, and destruction takes it first.
 
 #include "platform/BackgroundTask.h"
 
@@ -22,7 +21,7 @@ struct Gate {
     bool applicationClosing = true;
 };
 
-// Never destroyed: works may still end while the process does.
+// Never destroyed, as a work may end while the process does.
 Gate& gate() {
     static auto* const theGate = new Gate;
     return *theGate;
@@ -74,13 +73,13 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
             try {
                 work();
             } catch (...) {
-                // Meant: the result stays what it was, and that is what the completion gets.
+                // Deliberate: the completion gets the result as it was made.
             }
             work = nullptr;
             post(address, std::move(completion));
         }).detach();
     } catch (const std::system_error&) {
-        // There was no thread to be had: as if the work had thrown at once.
+        // No thread could be started. The same as a work that throws.
         post(address, std::move(completion));
     }
 }

@@ -6,10 +6,10 @@
 
 namespace ambulet {
 
-/// The right to read a file that lies outside the application's sandbox. It is asked for when the
-/// object is made and, if it was granted, given back exactly once: when the last copy is destroyed,
-/// on whatever thread that is. A right that was refused is not given back, and not reported: the
-/// file is tried all the same. Without a sandbox, as on Linux, there is nothing to ask for.
+/// The right to read a file outside the application's sandbox. The constructor asks for it. If it
+/// was granted, the destructor of the last copy gives it back, on any thread. A refusal is not
+/// reported; the caller tries to read the file in any case. Without a sandbox, as on Linux, the
+/// class does nothing.
 class FileAccess {
   public:
     explicit FileAccess(const FileURL& file);

@@ -56,7 +56,7 @@ TEST(BackgroundTask, theCompletionComesFromTheEventLoopNotFromTheCall) {
     EXPECT_TRUE(returnedBefore);
 }
 
-TEST(BackgroundTask, worksRunBesideEachOtherAndCompleteInTheOrderInWhichTheyEnd) {
+TEST(BackgroundTask, worksRunAtTheSameTimeAndCompleteInTheOrderInWhichTheyEnd) {
     QObject receiver;
     QEventLoop loop;
     std::latch secondCompleted(1);
@@ -80,7 +80,7 @@ TEST(BackgroundTask, worksRunBesideEachOtherAndCompleteInTheOrderInWhichTheyEnd)
     EXPECT_EQ(completed, (std::vector{2, 1}));
 }
 
-TEST(BackgroundTask, manyWorksAtOnceEachHaveAThread) {
+TEST(BackgroundTask, eachOfManyWorksHasItsOwnThread) {
     constexpr int works = 50;
     QObject receiver;
     QEventLoop loop;
@@ -147,7 +147,7 @@ TEST(BackgroundTask, theWorkIsDestroyedBeforeTheCompletionIsPosted) {
     EXPECT_EQ(destroyed, (std::vector<std::string>{"work", "completion"}));
 }
 
-TEST(BackgroundTask, aWorkThatThrowsCompletesWithAFreshResult) {
+TEST(BackgroundTask, aWorkThatThrowsCompletesWithADefaultResult) {
     QObject receiver;
     QEventLoop loop;
     std::vector<int> lengths;
@@ -209,7 +209,7 @@ bool passesWithoutThreads(const std::function<void()>& body) {
     });
 }
 
-TEST(BackgroundTask, withoutAThreadTheCompletionComesWithAFreshResult) {
+TEST(BackgroundTask, withoutAThreadTheCompletionGetsADefaultResult) {
     EXPECT_TRUE(passesWithoutThreads([] {
         QObject receiver;
         std::string text = "untouched";
@@ -227,7 +227,7 @@ TEST(BackgroundTask, withoutAThreadTheCompletionComesWithAFreshResult) {
     }));
 }
 
-TEST(BackgroundTask, nothingOfACompletedOneIsLeftInTheReceiver) {
+TEST(BackgroundTask, aCompletedCallLeavesNoConnectionBehind) {
     struct Receiver : QObject {
         using QObject::receivers;
     } receiver;

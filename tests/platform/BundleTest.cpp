@@ -15,7 +15,7 @@ QByteArray propertyList(const QByteArray& entries) {
            "</dict></plist>\n";
 }
 
-TEST(Bundle, theApplicationsOwnNamesItAndItsVersion) {
+TEST(Bundle, theApplicationsOwnBundleHasItsNameAndVersion) {
     const Bundle& bundle = Bundle::main();
     EXPECT_EQ(bundle.displayName(), u"Daily Steps"_s);
     EXPECT_EQ(bundle.identifier(), u"org.ambulet.DailySteps"_s);
@@ -26,7 +26,7 @@ TEST(Bundle, theApplicationsOwnNamesItAndItsVersion) {
     EXPECT_EQ(bundle.information(u"CFBundleDocumentTypes"_s), std::nullopt);
 }
 
-TEST(Bundle, theApplicationsOwnResourcesAreThoseCompiledIn) {
+TEST(Bundle, theApplicationsOwnResourcesAreCompiledIn) {
     EXPECT_EQ(Bundle::main().resourcePath(u"Info"_s, u"plist"_s), u":/Info.plist"_s);
     EXPECT_EQ(Bundle::main().resourcePath(u"Info"_s, u"plist"_s, u"Help"_s), std::nullopt);
 }
@@ -39,7 +39,7 @@ class BundleTest : public testing::Test {
     TestFolder _folder;
 };
 
-TEST_F(BundleTest, anEntryThatIsThereIsGivenAsItStands) {
+TEST_F(BundleTest, aTextEntryIsReturnedUnchanged) {
     const Bundle bundle = bundleOf(propertyList(
         "<key>A</key><string>Schritte &amp; &#x41;\xe2\x80\xa6</string><key>B</key><string/>"));
     EXPECT_EQ(bundle.information(u"A"_s), u"Schritte & A…"_s);
@@ -47,7 +47,7 @@ TEST_F(BundleTest, anEntryThatIsThereIsGivenAsItStands) {
     EXPECT_EQ(bundle.information(u"C"_s), std::nullopt);
 }
 
-TEST_F(BundleTest, anEntryThatIsNoTextIsNone) {
+TEST_F(BundleTest, anEntryThatIsNoTextIsNotReturned) {
     const Bundle bundle =
         bundleOf(propertyList("<key>A</key><true/><key>B</key><array><string>in B</string></array>"
                               "<key>C</key><dict><key>D</key><string>in "
@@ -59,7 +59,7 @@ TEST_F(BundleTest, anEntryThatIsNoTextIsNone) {
     EXPECT_EQ(bundle.information(u"E"_s), u"e"_s);
 }
 
-TEST_F(BundleTest, withoutADisplayNameTheProcesssNameIsTheApplications) {
+TEST_F(BundleTest, withoutADisplayNameTheApplicationHasTheProcesssName) {
     const Bundle bundle = bundleOf(propertyList("<key>CFBundleName</key><string>No</string>"));
     EXPECT_EQ(bundle.displayName(), u"test_platform"_s);
 }
@@ -69,7 +69,7 @@ TEST_F(BundleTest, anEmptyDisplayNameIsAName) {
     EXPECT_EQ(bundle.displayName(), u""_s);
 }
 
-TEST_F(BundleTest, theDisplayNameIsLookedUpAfresh) {
+TEST_F(BundleTest, theDisplayNameIsReadAtEveryCall) {
     const Bundle bundle =
         bundleOf(propertyList("<key>CFBundleDisplayName</key><string>One</string>"));
     EXPECT_EQ(bundle.displayName(), u"One"_s);
@@ -94,7 +94,7 @@ TEST_F(BundleTest, aPropertyListThatIsDamagedOrMissingHasNoEntries) {
     EXPECT_EQ(Bundle(_folder.path(), {}).identifier(), std::nullopt);
 }
 
-TEST_F(BundleTest, aResourceIsFoundOnlyInTheFolderThatIsNamed) {
+TEST_F(BundleTest, aResourceIsFoundOnlyInTheGivenFolder) {
     _folder.write(u"Help/step_1.jpg"_s);
     _folder.write(u"top.jpg"_s);
     _folder.makeFolder(u"folder.jpg"_s);
