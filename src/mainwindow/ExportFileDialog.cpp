@@ -1,62 +1,129 @@
 #include "mainwindow/ExportFileDialog.h"
 
-#include <QAbstractItemView>
-#include <QCompleter>
+#include <QApplication>
 #include <QFileInfo>
+#include <QFileSystemModel>
+#include <QFontMetrics>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QScreen>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QStyle>
+#include <QTreeView>
+#include <QUrl>
 #include <QWindow>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <system_error>
+#include <thread>
+
+#ifdef Q_OS_LINUX
+#include <malloc.h>
+#endif
 
 namespace ambulet {
 
 namespace {
 
-QLineEdit* nameField(const QFileDialog& dialog) {
-    return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+using namespace std::chrono_literals;
+
+// QFileDialog reads a history when it is made and writes it when it is destroyed.
+void keepFromQtsHistory() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 }
 
-/// Takes the completion away from the name field of a closed dialog, and gives it back when the
-/// next one opens: a folder read late would open its list over the main window.
-class ClosedCompletion {
-  public:
-    explicit ClosedCompletion(QFileDialog& dialog) : _name(nameField(dialog)) {
-        if (_name != nullptr) {
-            _completer = dialog.findChild<QCompleter*>();
-            _name->setCompleter(_completer);
-        }
+// It may lie on a mount that hangs, so a thread of its own asks.
+bool isFolderThatAnswers(const QString& path) {
+    auto answer = std::make_shared<std::promise<bool>>();
+    std::future<bool> future = answer->get_future();
+    try {
+        std::thread([path, answer] { answer->set_value(QFileInfo(path).isDir()); }).detach();
+    } catch (const std::system_error&) {
+        return false;
     }
-    ~ClosedCompletion() {
-        if (_name != nullptr && _completer != nullptr) {
-            _completer->popup()->hide();
-            _name->setCompleter(nullptr);
-        }
-    }
-    ClosedCompletion(const ClosedCompletion&) = delete;
-    ClosedCompletion& operator=(const ClosedCompletion&) = delete;
-
-  private:
-    QLineEdit* _name;
-    QCompleter* _completer = nullptr;
-};
+    return future.wait_for(300ms) == std::future_status::ready && future.get();
+}
 
 bool isNamedAsXML(const QString& path) {
     return path.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
+QList<QUrl> usualFolders() {
+    QList<QUrl> urls;
+    for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
+                             QStandardPaths::DesktopLocation, QStandardPaths::HomeLocation}) {
+        const QUrl url = QUrl::fromLocalFile(QStandardPaths::writableLocation(place));
+        if (!urls.contains(url)) {
+            urls.append(url);
+        }
+    }
+    return urls;
+}
+
 }  // namespace
 
-ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front) {
+PlainIcons::PlainIcons()
+    : _folder(QApplication::style()->standardIcon(QStyle::SP_DirIcon)),
+      _file(QApplication::style()->standardIcon(QStyle::SP_FileIcon)) {}
+
+QIcon PlainIcons::icon(const QFileInfo& info) const {
+    return info.isDir() ? _folder : _file;
+}
+
+QIcon PlainIcons::icon(IconType type) const {
+    return type == File ? _file : _folder;
+}
+
+QString PlainIcons::type(const QFileInfo& info) const {
+    if (info.isDir()) {
+        return QStringLiteral("Folder");
+    }
+    return isNamedAsXML(info.fileName()) ? QStringLiteral("XML") : QStringLiteral("File");
+}
+
+ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
+    : QFileDialog((keepFromQtsHistory(), nullptr)) {
     setWindowTitle(QStringLiteral("Select a HealthKit XML export file"));
+    setOptions(ReadOnly | DontUseCustomDirectoryIcons);
     setFileMode(ExistingFile);
-    setNameFilter(QStringLiteral("XML files (*.xml)"));
     setLabelText(Accept, QStringLiteral("Open"));
     setWindowModality(Qt::ApplicationModal);
+    setIconProvider(&icons);
+    // Native dialogs match names by case.
+    setNameFilter(QStringLiteral("XML files (*.xml *.XML)"));
+    arrangeWidgets();
     setDirectory(folder);
     winId();
     windowHandle()->setTransientParent(front);
 }
 
+// Qt's own dialog; the platform's has no such widgets.
+void ExportFileDialog::arrangeWidgets() {
+    if (auto* const model = findChild<QFileSystemModel*>()) {
+        model->setOption(QFileSystemModel::DontWatchForChanges);
+    }
+    auto* const list = findChild<QTreeView*>(QStringLiteral("treeView"));
+    if (list == nullptr) {
+        return;
+    }
+    setSidebarUrls(usualFolders());
+    const int letter = QFontMetrics(list->font()).averageCharWidth();
+    const int letters[] = {44, 12, 10, 27};  // name, size, type, date
+    int width = 0;
+    for (int column = 0; column < 4; ++column) {
+        list->header()->resizeSection(column, letters[column] * letter);
+        width += letters[column] * letter;
+    }
+    const int sideAndMargins = 30 * letter;
+    const QSize available = screen()->availableSize();
+    resize(QSize(width + sideAndMargins, 40 * QFontMetrics(list->font()).height() * 3 / 4)
+               .boundedTo(available * 9 / 10));
+}
+
 std::optional<QString> ExportFileDialog::ask() {
-    const ClosedCompletion completion(*this);
     while (exec() == Accepted) {
         std::optional<QString> path = chosen();
         if (!path || isNamedAsXML(*path)) {
@@ -69,7 +136,7 @@ std::optional<QString> ExportFileDialog::ask() {
 
 // The name filter only leaves other files out of the list; a name can be typed all the same.
 void ExportFileDialog::accept() {
-    QLineEdit* const name = nameField(*this);
+    auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     const std::optional<QString> path = chosen();
     if (name != nullptr && path && QFileInfo::exists(*path) && !QFileInfo(*path).isDir() &&
         !isNamedAsXML(*path)) {
@@ -82,6 +149,24 @@ void ExportFileDialog::accept() {
 std::optional<QString> ExportFileDialog::chosen() const {
     const QStringList files = selectedFiles();
     return files.isEmpty() ? std::nullopt : std::optional(files.constFirst());
+}
+
+QString startFolder(const std::optional<QString>& path) {
+    if (path && !path->isEmpty()) {
+        if (const QString folder = QFileInfo(*path).path(); isFolderThatAnswers(folder)) {
+            return folder;
+        }
+    }
+    const QString downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    return isFolderThatAnswers(downloads) ? downloads : QDir::homePath();
+}
+
+std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front) {
+    const std::optional<QString> chosen = ExportFileDialog(startFolder(path), front).ask();
+#ifdef Q_OS_LINUX
+    malloc_trim(0);  // a folder of a million files takes half a gigabyte
+#endif
+    return chosen;
 }
 
 }  // namespace ambulet

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractFileIconProvider>
 #include <QFileDialog>
 
 #include <optional>
@@ -8,13 +9,32 @@ class QWindow;
 
 namespace ambulet {
 
-/// Asks for one XML file; nothing else can be chosen in it. Main thread only.
-///
-/// Never to be destroyed, since its destructor writes the toolkit's own history file, and the
-/// program writes nothing but its settings. So it has no parent either.
-class ExportFileDialog : public QFileDialog {
+/// Icons and types told from the name alone. Qt's own provider opens files without a known suffix.
+class PlainIcons : public QAbstractFileIconProvider {
   public:
-    /// `folder`: where it opens at first. `front`: the window that it stays in front of.
+    PlainIcons();
+
+    QIcon icon(const QFileInfo& info) const override;
+    QIcon icon(IconType type) const override;
+    QString type(const QFileInfo& info) const override;
+
+  private:
+    QIcon _folder;
+    QIcon _file;
+};
+
+/// A base class, so that the icons outlive the dialog's thread, which QFileDialog's destructor ends.
+struct PlainIconsHolder {
+    PlainIcons icons;
+};
+
+/// Asks for one XML file; nothing else can be chosen. Made for one showing. Main thread only.
+///
+/// It opens no file, changes none, and writes none: Qt's own history file is neither read nor
+/// written. It has no Q_OBJECT: Qt shows the platform's dialog for QFileDialog's own class only.
+class ExportFileDialog : private PlainIconsHolder, public QFileDialog {
+  public:
+    /// `folder`: where it opens. `front`: the window that it stays in front of.
     ExportFileDialog(const QString& folder, QWindow* front);
 
     /// Returns once the user has chosen, with the file's path, or has cancelled, with none.
@@ -24,7 +44,16 @@ class ExportFileDialog : public QFileDialog {
     void accept() override;
 
   private:
+    void arrangeWidgets();
     std::optional<QString> chosen() const;
 };
+
+/// The folder to open the dialog in: that of the file at `path`; where it is gone or does not
+/// answer within 300 milliseconds, the Downloads folder, else the home folder.
+QString startFolder(const std::optional<QString>& path);
+
+/// Shows the dialog, which opens in `startFolder(path)`. Returns what `ask` does, and gives the
+/// dialog's memory back to the system.
+std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front);
 
 }  // namespace ambulet

@@ -3,75 +3,78 @@
 #include "import/HealthXMLParser.h"
 #include "mainwindow/ExportFileDialog.h"
 #include "mainwindow/MainWindowController.h"
-#include "mainwindow/SettingsKeys.h"
 #include "platform/BackgroundTask.h"
 #include "platform/FileAccess.h"
-#include "platform/FileBookmark.h"
-#include "platform/UserDefaults.h"
-
-#include <QDir>
-#include <QFileInfo>
+#include "text/LocalTime.h"
 
 #include <utility>
 
 namespace ambulet {
 
-std::optional<FileURL> MainWindowController::resolvedFileURL() {
-    if (const auto data = _defaults.data(SettingsKeys::xmlFileBookmark)) {
-        if (const auto resolved = FileBookmark::resolve(*data)) {
-            if (resolved->stale) {
-                if (const auto fresh = FileBookmark::make(resolved->file)) {
-                    _defaults.setData(SettingsKeys::xmlFileBookmark, *fresh);
-                }
-            }
-            return resolved->file;
-        }
+namespace {
+
+// In the time zone in which the days were summed.
+DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
+    std::vector<std::chrono::sys_seconds> instants;
+    instants.reserve(days.size());
+    for (const DailySteps& day : days) {
+        instants.push_back(*day.date());
     }
-    // The path stays what it was, also after the bookmark has led to the file's new place.
-    return _filePath ? std::optional(FileURL{*_filePath}) : std::nullopt;
+    return DayOffsets(instants);
+}
+
+}  // namespace
+
+FoundFile MainWindowController::resolvedFileURL(const RememberedFile& remembered) {
+    return findFile(remembered);
 }
 
 void MainWindowController::loadData() {
-    const std::optional<FileURL> file = resolvedFileURL();
-    if (!file) {
-        if (_statusLabel) {
-            _statusLabel->setText(QStringLiteral("No file selected."));
-        }
+    const RememberedFile remembered = _exportFile.remembered();
+    if (remembered.isNone()) {
+        showStatus(QStringLiteral("No file selected."));
         return;
     }
     startProgress();
-    if (_statusLabel) {
-        _statusLabel->setText(QStringLiteral("Parsing XML…"));
-    }
+    showStatus(QStringLiteral("Parsing XML…"));
     runInBackground(
-        [file = *file, access = FileAccess(*file)] {
-            HealthXMLParser parser;
-            return parser.parseURL(QFile::encodeName(file.path).toStdString());
+        [remembered] {
+            readTimeZone();
+            Load load{true, resolvedFileURL(remembered), {}, {}};
+            if (load.found.file) {
+                const FileAccess access(*load.found.file);
+                load.days = HealthXMLParser().parseURL(load.found.file->path);
+                load.offsets = offsetsOf(load.days);
+            }
+            return load;
         },
-        this, [this](std::vector<DailySteps> days) { didLoad(std::move(days)); });
+        this, [this, remembered](Load load) { didLoad(remembered, std::move(load)); });
 }
 
-void MainWindowController::didLoad(std::vector<DailySteps> days) {
-    _allSteps = std::move(days);
+void MainWindowController::didLoad(const RememberedFile& remembered, Load load) {
+    _exportFile.refresh(remembered, load.found);
     stopProgress();
-    if (_statusLabel) {
-        _statusLabel->setText(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
+    if (!load.wasRun) {
+        showStatus(QStringLiteral("The file could not be read."));
+        return;
     }
+    if (!load.found.file) {
+        showStatus(QStringLiteral("No file selected."));
+        return;
+    }
+    _displayFormatter.setOffsets(load.offsets);
+    _allSteps = std::move(load.days);
+    showStatus(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
     rebuildDisplayRows();
     updateStatsForSteps(_allSteps);
 }
 
 void MainWindowController::chooseFileAction() {
-    const std::optional<QString> path = askForFile();
+    const std::optional<QString> path = askForExportFile(filePath(), window()->windowHandle());
     if (!path) {
         return;
     }
-    _filePath = path;
-    _defaults.setString(SettingsKeys::xmlFilePath, *path);
-    // Where no bookmark can be made the earlier one stays, and the next load follows it.
-    if (const auto bookmark = FileBookmark::make({*path})) {
-        _defaults.setData(SettingsKeys::xmlFileBookmark, *bookmark);
-    }
+    _exportFile.choose(*path);
     if (_filePathField) {
         _filePathField->setText(*path);
     }
@@ -84,12 +87,10 @@ void MainWindowController::chooseFileAction() {
     loadData();
 }
 
-std::optional<QString> MainWindowController::askForFile() {
-    if (_fileDialog == nullptr) {
-        _fileDialog = new ExportFileDialog(
-            _filePath ? QFileInfo(*_filePath).path() : QDir::homePath(), window()->windowHandle());
+void MainWindowController::showStatus(const QString& text) {
+    if (_statusLabel) {
+        _statusLabel->setText(text);
     }
-    return _fileDialog->ask();
 }
 
 void MainWindowController::startProgress() {

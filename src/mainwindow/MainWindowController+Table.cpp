@@ -21,8 +21,9 @@ MainWindowController::buildDisplayRows(std::span<const DailySteps> days) const {
     if (days.empty()) {
         return rows;
     }
-    const DateFormatter titleFormatter = DateFormatter::withPattern("MMMM yyyy");
-    MonthReader calendar;
+    DateFormatter titleFormatter = DateFormatter::withPattern("MMMM yyyy");
+    titleFormatter.setOffsets(_displayFormatter.offsets());
+    MonthReader calendar(_displayFormatter.offsets());
     const double stride = strideFeet();
     const auto closeGroup = [&](std::span<const DailySteps> group) {
         rows.emplace_back(makeSummary(group, stride, titleFormatter));

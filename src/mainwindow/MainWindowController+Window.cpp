@@ -51,7 +51,7 @@ std::unique_ptr<QWidget> MainWindowController::loadWindow() {
 void MainWindowController::windowDidLoad() {
     window()->setWindowTitle(_bundle.displayName() + QStringLiteral(" — Ambulet"));
     if (_filePathField) {
-        _filePathField->setText(_filePath.value_or(QString()));
+        _filePathField->setText(filePath().value_or(QString()));
     }
     setupTableColumns();
     makeStrideEditor();

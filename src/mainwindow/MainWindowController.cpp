@@ -20,8 +20,7 @@ UserDefaults& withDefaultsRegistered(UserDefaults& defaults) {
 }  // namespace
 
 MainWindowController::MainWindowController(UserDefaults& defaults, const Bundle& bundle)
-    : _defaults(withDefaultsRegistered(defaults)), _bundle(bundle),
-      _filePath(defaults.persistent(SettingsKeys::xmlFilePath)),
+    : _defaults(withDefaultsRegistered(defaults)), _bundle(bundle), _exportFile(defaults),
       _displayFormatter(DateFormatter::mediumDate()), _stepsFormatter(0, 0), _milesFormatter(2, 2) {
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "mainwindow/ExportFile.h"
 #include "model/DailySteps.h"
 #include "model/DisplayRow.h"
-#include "platform/FileURL.h"
 #include "text/DateFormatter.h"
 #include "text/NumberFormatter.h"
 #include "widgets/ClickableLabel.h"
@@ -28,7 +28,6 @@
 namespace ambulet {
 
 class Bundle;
-class ExportFileDialog;
 class UserDefaults;
 
 /// The one main window and everything that it shows: the loaded days, their rows, the remembered
@@ -48,20 +47,21 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the file: MainWindowController+Loading.cpp
 
-    /// The file to load: the one that the stored bookmark leads to, and where it leads nowhere the
-    /// one at the remembered path; none where nothing is remembered. A stale bookmark is stored
-    /// anew.
-    std::optional<FileURL> resolvedFileURL();
+    /// The file to load: the one that the bookmark leads to, else the one at the path; with it a
+    /// fresh bookmark where the old one is stale. Asks the file system, which may hang, so it runs
+    /// on the load's thread.
+    static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts reading the remembered file on a thread of its own and returns at once. Each call is
-    /// a load of its own, which runs to its end; the one that ends last decides what is shown.
+    /// Starts finding and reading the remembered file on a thread of its own and returns at once.
+    /// Each call is a load of its own, which runs to its end; the one that ends last decides what
+    /// is shown.
     void loadData();
 
     /// Asks for an export file; remembers, shows and loads the one that is chosen.
     void chooseFileAction();
 
     /// The path of the remembered file.
-    const std::optional<QString>& filePath() const { return _filePath; }
+    const std::optional<QString>& filePath() const { return _exportFile.path(); }
 
     // ---- days and rows: MainWindowController+Table.cpp
 
@@ -167,25 +167,32 @@ class MainWindowController final : public WindowController, public TableViewData
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    /// What a load comes back with.
+    struct Load {
+        bool wasRun = false;  // false where there was no thread, or no memory, for it
+        FoundFile found;
+        std::vector<DailySteps> days;
+        DayOffsets offsets;  // at the days' beginnings
+    };
+
     void makeStrideEditor();
     void closeStrideEditor();
     void mouseDown(QPoint position);
     double strideFeet() const;
-    std::optional<QString> askForFile();
     void startProgress();
     void stopProgress();
-    void didLoad(std::vector<DailySteps> days);
+    void didLoad(const RememberedFile& remembered, Load load);
+    void showStatus(const QString& text);
 
     UserDefaults& _defaults;
     const Bundle& _bundle;
 
     std::vector<DailySteps> _allSteps;
     std::vector<DisplayRow> _displayRows;
-    std::optional<QString> _filePath;
+    ExportFile _exportFile;
     DateFormatter _displayFormatter;
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
-    ExportFileDialog* _fileDialog = nullptr;
     QPointer<InPlaceField> _strideEditor;
     bool _strideEditorOpenedByKeyboard = false;
 

@@ -4,7 +4,7 @@
 
 namespace ambulet {
 
-/// The keys of the settings; there are no others but the window's frame.
+/// The keys of the settings. There are no others.
 namespace SettingsKeys {
 
 /// Text: the chosen file's path. Its presence says that a file was once chosen.
@@ -15,6 +15,9 @@ inline const QString xmlFileBookmark = QStringLiteral("xmlFileBookmark");
 
 /// Number: feet per step, greater than 0.
 inline const QString strideFootLength = QStringLiteral("strideFootLength");
+
+/// Data: the main window's place and size. The interface description names it, too.
+inline const QString mainWindowFrame = QStringLiteral("MainWindowFrame");
 
 }  // namespace SettingsKeys
 

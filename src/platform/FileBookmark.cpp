@@ -4,21 +4,24 @@
 #include "platform/FileSearch.h"
 
 #include <QDataStream>
-#include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QStandardPaths>
+
+#include <filesystem>
 
 namespace ambulet {
 
 namespace {
 
-// The record: signature, version, path in UTF-8, device, inode, whether there is a birth time, its
-// seconds and nanoseconds.
+namespace fs = std::filesystem;
+
+// The record: signature, version, path, device, inode, whether there is a birth time, its seconds
+// and nanoseconds, size. Version 1 has no size.
 constexpr quint32 signature = 0x416d6246;
-constexpr quint8 version = 1;
+constexpr quint8 newestVersion = 2;
 
 struct Record {
-    QString path;
+    std::string path;
     FileIdentity identity;
 };
 
@@ -28,9 +31,10 @@ QByteArray written(const Record& record) {
     stream.setVersion(QDataStream::Qt_6_0);
     const FileIdentity& identity = record.identity;
     const FileIdentity::Time birth = identity.birth.value_or(FileIdentity::Time{});
-    stream << signature << version << record.path.toUtf8() << quint64{identity.device}
-           << quint64{identity.inode} << identity.birth.has_value() << qint64{birth.seconds}
-           << quint32{birth.nanoseconds};
+    stream << signature << newestVersion << QByteArray::fromStdString(record.path)
+           << quint64{identity.device} << quint64{identity.inode} << identity.birth.has_value()
+           << qint64{birth.seconds} << quint32{birth.nanoseconds}
+           << quint64{identity.size.value_or(0)};
     return data;
 }
 
@@ -38,9 +42,9 @@ std::optional<Record> read(const QByteArray& data) {
     QDataStream stream(data);
     stream.setVersion(QDataStream::Qt_6_0);
     quint32 foundSignature = 0;
-    quint8 foundVersion = 0;
-    stream >> foundSignature >> foundVersion;
-    if (foundSignature != signature || foundVersion != version) {
+    quint8 version = 0;
+    stream >> foundSignature >> version;
+    if (foundSignature != signature || version < 1 || version > newestVersion) {
         return std::nullopt;
     }
     QByteArray path;
@@ -49,32 +53,42 @@ std::optional<Record> read(const QByteArray& data) {
     bool hasBirth = false;
     qint64 seconds = 0;
     quint32 nanoseconds = 0;
+    quint64 size = 0;
     stream >> path >> device >> inode >> hasBirth >> seconds >> nanoseconds;
+    if (version > 1) {
+        stream >> size;
+    }
     if (stream.status() != QDataStream::Ok || !stream.atEnd() || !path.startsWith('/')) {
         return std::nullopt;
     }
-    Record record{QString::fromUtf8(path), {device, inode, std::nullopt}};
+    Record record{path.toStdString(), {device, inode}};
+    record.identity.name = fs::path(record.path).filename();
     if (hasBirth) {
         record.identity.birth = FileIdentity::Time{seconds, nanoseconds};
+    }
+    if (version > 1) {
+        record.identity.size = size;
     }
     return record;
 }
 
 // Where a file may have been moved to, the likeliest first.
-QStringList foldersToSearch(const QString& oldFolder) {
-    QStringList folders = {oldFolder, QFileInfo(oldFolder).path()};
+std::vector<std::string> foldersToSearch(const fs::path& oldFolder) {
+    std::vector<std::string> folders = {oldFolder, oldFolder.parent_path()};
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
                              QStandardPaths::DesktopLocation, QStandardPaths::HomeLocation}) {
-        folders += QStandardPaths::standardLocations(place);
+        for (const QString& folder : QStandardPaths::standardLocations(place)) {
+            folders.push_back(QFile::encodeName(folder).toStdString());
+        }
     }
     return folders;
 }
 
-// The file system that the folder is on, or was on when it was still there.
-std::optional<std::uint64_t> deviceAround(QString folder) {
+// The file system that the folder is on. The folder may be gone; one above it is there.
+std::optional<std::uint64_t> deviceAround(fs::path folder) {
     auto device = FileIdentity::deviceOfFolder(folder);
-    while (!device && folder != u"/") {
-        folder = QFileInfo(folder).path();
+    while (!device && folder != folder.root_path()) {
+        folder = folder.parent_path();
         device = FileIdentity::deviceOfFolder(folder);
     }
     return device;
@@ -83,9 +97,14 @@ std::optional<std::uint64_t> deviceAround(QString folder) {
 }  // namespace
 
 std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
-    const QString path = QFileInfo(file.path).absoluteFilePath();
+    std::error_code error;
+    const fs::path path = fs::absolute(file.path, error);
     const auto identity = FileIdentity::ofFile(path);
     return identity ? std::optional(written({path, *identity})) : std::nullopt;
+}
+
+bool FileBookmark::isBookmark(const QByteArray& data) {
+    return read(data).has_value();
 }
 
 std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bookmark) {
@@ -94,13 +113,13 @@ std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bo
         return std::nullopt;
     }
     if (const auto there = FileIdentity::ofFile(record->path)) {
-        return Resolved{FileURL{record->path}, !there->isSameFileAs(record->identity)};
+        return Resolved{FileURL(record->path), !there->isSameFileAs(record->identity)};
     }
-    const QString oldFolder = QFileInfo(record->path).path();
+    const fs::path oldFolder = fs::path(record->path).parent_path();
     const auto device = deviceAround(oldFolder);
     const auto found =
         device ? findFile(record->identity, foldersToSearch(oldFolder), *device) : std::nullopt;
-    return found ? std::optional(Resolved{FileURL{*found}, true}) : std::nullopt;
+    return found ? std::optional(Resolved{FileURL(*found), true}) : std::nullopt;
 }
 
 }  // namespace ambulet

@@ -8,16 +8,14 @@
 
 namespace ambulet {
 
-/// A reference to a file that can be stored, that outlives the process, and that finds the file
-/// again after it was moved.
+/// A reference to a file that can be stored, outlives the process, and finds the file again after
+/// it was moved.
 ///
-/// On Linux it is a record of the absolute path and of the file's identity: inode and birth time,
-/// where the file system keeps no birth time inode and device. There the identity is weaker: an
-/// inode number may serve a new file soon after the old one was deleted, and device numbers may
-/// change with a restart, in which case the bookmark is stale. On macOS it is the system's
-/// security-scoped bookmark; that variant was never run.
+/// On Linux it is a record of the absolute path and of the file's `FileIdentity`. On macOS it is
+/// the system's security-scoped bookmark; that variant was never run.
 ///
-/// Nothing here opens the file itself or waits for a FIFO. Any thread.
+/// No operation opens the file. `make` and `resolve` ask the file system, and so wait where it
+/// hangs. Any thread.
 class FileBookmark {
   public:
     struct Resolved {
@@ -28,13 +26,17 @@ class FileBookmark {
     /// A bookmark of the file; none where there is no such regular file.
     static std::optional<QByteArray> make(const FileURL& file);
 
+    /// Whether the data is a bookmark of a version that `resolve` knows. Does not ask the file
+    /// system.
+    static bool isBookmark(const QByteArray& data);
+
     /// Where the bookmark's file is now:
-    /// - the same file at its path: that, not stale;
-    /// - another regular file at its path: that, stale;
-    /// - the same file at another place: that, stale. It is searched on the file system it was on,
-    ///   in its old folder, the folder around that and the user's usual folders and what is below
-    ///   them, for at most 40 milliseconds and 20,000 entries, the nearest folders first;
-    /// - else none, and none for data that is no bookmark, is cut off, or is of a later version.
+    /// - the same file is at its path: there, not stale;
+    /// - another regular file is at its path: there, stale;
+    /// - the same file is at another place: there, stale. The search covers the old folder, the
+    ///   folder around it, the user's usual folders and everything below these, on the file system
+    ///   that the file was on. It ends after 200,000 entries or 2 seconds;
+    /// - otherwise none. Also none where `isBookmark` is false.
     static std::optional<Resolved> resolve(const QByteArray& bookmark);
 };
 

@@ -3,6 +3,7 @@
 #include "platform/FileBookmark.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QUrl>
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -21,7 +22,9 @@ std::shared_ptr<const void> owned(CFTypeRef object) {
 
 std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
     // The URL that a bookmark led to has a right to the file that a new one of its path has not.
-    const auto url = file.system ? file.system : owned(QUrl::fromLocalFile(file.path).toCFURL());
+    const auto url =
+        file.system ? file.system
+                    : owned(QUrl::fromLocalFile(QFile::decodeName(file.path.c_str())).toCFURL());
     if (!url) {
         return std::nullopt;
     }
@@ -30,6 +33,10 @@ std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
         kCFURLBookmarkCreationWithSecurityScope, nullptr, nullptr, nullptr));
     return data ? std::optional(QByteArray::fromCFData(static_cast<CFDataRef>(data.get())))
                 : std::nullopt;
+}
+
+bool FileBookmark::isBookmark(const QByteArray& data) {
+    return !data.isEmpty();
 }
 
 std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bookmark) {
@@ -42,7 +49,7 @@ std::optional<FileBookmark::Resolved> FileBookmark::resolve(const QByteArray& bo
         return std::nullopt;
     }
     const QString path = QUrl::fromCFURL(static_cast<CFURLRef>(url.get())).toLocalFile();
-    return Resolved{FileURL{path, url}, stale != 0};
+    return Resolved{FileURL(QFile::encodeName(path).toStdString(), url), stale != 0};
 }
 
 }  // namespace ambulet

@@ -1,8 +1,7 @@
 #include "platform/FileIdentity.h"
 
-#include <QFile>
-
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -10,31 +9,33 @@ namespace ambulet {
 
 namespace {
 
-// Asks neither a server nor the automounter, so as not to wait for one.
-std::optional<struct statx> statusOf(const QString& path, unsigned mask) {
+// Does not make a network file system ask its server, nor the automounter mount anything.
+std::optional<struct statx> statusOf(const std::string& path, unsigned mask) {
     struct statx status = {};
-    const int failed = ::statx(AT_FDCWD, QFile::encodeName(path).constData(),
-                               AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, mask, &status);
+    const int failed =
+        ::statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, mask, &status);
     return failed != 0 ? std::nullopt : std::optional(status);
 }
 
 }  // namespace
 
-std::optional<FileIdentity> FileIdentity::ofFile(const QString& path) {
-    const auto status = statusOf(path, STATX_TYPE | STATX_INO | STATX_BTIME);
+std::optional<FileIdentity> FileIdentity::ofFile(const std::string& path) {
+    const auto status = statusOf(path, STATX_TYPE | STATX_INO | STATX_SIZE | STATX_BTIME);
     if (!status || !S_ISREG(status->stx_mode)) {
         return std::nullopt;
     }
     FileIdentity identity;
     identity.device = makedev(status->stx_dev_major, status->stx_dev_minor);
     identity.inode = status->stx_ino;
+    identity.name = std::filesystem::path(path).filename();
+    identity.size = status->stx_size;
     if ((status->stx_mask & STATX_BTIME) != 0) {
         identity.birth = Time{status->stx_btime.tv_sec, status->stx_btime.tv_nsec};
     }
     return identity;
 }
 
-std::optional<std::uint64_t> FileIdentity::deviceOfFolder(const QString& path) {
+std::optional<std::uint64_t> FileIdentity::deviceOfFolder(const std::string& path) {
     const auto status = statusOf(path, STATX_TYPE);
     return status && S_ISDIR(status->stx_mode)
                ? std::optional<std::uint64_t>(makedev(status->stx_dev_major, status->stx_dev_minor))
@@ -42,8 +43,10 @@ std::optional<std::uint64_t> FileIdentity::deviceOfFolder(const QString& path) {
 }
 
 bool FileIdentity::isSameFileAs(const FileIdentity& other) const {
-    return inode == other.inode && birth == other.birth &&
-           (birth.has_value() || device == other.device);
+    if (inode != other.inode || birth != other.birth) {
+        return false;
+    }
+    return birth || (device == other.device && name == other.name && size && size == other.size);
 }
 
 }  // namespace ambulet

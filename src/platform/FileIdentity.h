@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QString>
-
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace ambulet {
 
-/// What tells a file from every other, under whatever name it goes.
+/// What tells a file from other files, also after it was moved. Any thread.
 struct FileIdentity {
     struct Time {
         std::int64_t seconds;
@@ -17,16 +16,21 @@ struct FileIdentity {
 
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::optional<Time> birth;  ///< none where the file system keeps none
+    std::optional<Time> birth = std::nullopt;  ///< none where the file system keeps none
+    std::string name = {};                     ///< the last part of its path
+    std::optional<std::uint64_t> size = std::nullopt;
 
-    /// Of the regular file at the path, through links; none where there is none. Opens nothing.
-    static std::optional<FileIdentity> ofFile(const QString& path);
+    /// The identity of the regular file at the path, through links; none where there is none.
+    /// Opens nothing.
+    static std::optional<FileIdentity> ofFile(const std::string& path);
 
-    /// Of the file system that the folder lies on; none where there is no such folder.
-    static std::optional<std::uint64_t> deviceOfFolder(const QString& path);
+    /// The file system that the folder is on; none where there is no such folder.
+    static std::optional<std::uint64_t> deviceOfFolder(const std::string& path);
 
-    /// Whether the two are of one file. Inode numbers are used again, so the birth time counts; the
-    /// device counts only without one, as device numbers may change with a restart.
+    /// Whether both are the same file. Inode numbers are used again, and device numbers change.
+    /// - With a birth time: inode and birth time are equal.
+    /// - Without: device, inode, name and size are equal. Another file system may be mounted where
+    ///   the old one was, with another file under the same numbers.
     bool isSameFileAs(const FileIdentity& other) const;
 };
 

@@ -1,18 +1,23 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
 
 #include <memory>
+#include <string>
+#include <utility>
 
 namespace ambulet {
 
-/// A file, by its place. `FileURL{path}` is all there is to it, except on macOS for a file that a
-/// bookmark led to: there the system's own URL bears the right to open the file, and travels along.
-/// A plain value; its copies may be used on any thread.
+/// A file, by its place. On macOS a FileURL that a bookmark led to carries the system's own URL,
+/// which has the right to open the file. A plain value; its copies may be used on any thread.
 struct FileURL {
-    QString path;  ///< absolute
-    std::shared_ptr<const void> system =
-        nullptr;  ///< macOS, from a bookmark: the CFURL; elsewhere null
+    FileURL(const QString& text) : path(QFile::encodeName(text).toStdString()) {}
+    explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)
+        : path(std::move(bytes)), system(std::move(systemURL)) {}
+
+    std::string path;  ///< absolute; a file name's own bytes, which need not be UTF-8
+    std::shared_ptr<const void> system;  ///< macOS, from a bookmark: the CFURL; elsewhere null
 };
 
 }  // namespace ambulet

@@ -89,7 +89,7 @@ WholeFile::WholeFile(const std::string& path) {
 }
 
 WholeFile::Version WholeFile::version() const {
-    struct stat status {};
+    struct stat status = {};
     return ::stat(_path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
@@ -103,7 +103,7 @@ std::optional<QByteArray> WholeFile::read(std::size_t limit) {
     }
     // Meanwhile it may have become a FIFO.
     const Descriptor file(::open(_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
+    struct stat status = {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }

@@ -1,55 +1,20 @@
-#include "mainwindow/ControllerTest.h"
+#include "mainwindow/DialogTest.h"
 #include "platform/FileBookmark.h"
+#include "support/Environment.h"
+#include "support/Faults.h"
 
-#include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QPushButton>
-#include <QTimer>
 
-#include <functional>
+#include <malloc.h>
 #include <sys/stat.h>
 
 namespace ambulet {
 
 namespace {
 
-class LoadingTest : public ControllerTest {
+class LoadingTest : public DialogTest {
   protected:
-    // Answers the open dialog with `file`, or cancels it where that is null, and calls `inspect`
-    // with the dialog first. The dialog is the real one.
-    void choose(const QString& file, const std::function<void(QFileDialog&)>& inspect = {}) {
-        bool answered = false;
-        bool typed = false;
-        QTimer answer;
-        QObject::connect(&answer, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog != nullptr && typed) {
-                ADD_FAILURE() << "the dialog is open after the answer";
-                dialog->reject();
-            }
-            if (dialog == nullptr || answered) {
-                return;
-            }
-            answered = true;
-            if (inspect) {
-                inspect(*dialog);
-            }
-            if (file.isNull()) {
-                dialog->reject();
-                return;
-            }
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            ASSERT_NE(name, nullptr);
-            name->setText(file);
-            QTest::keyClick(name, Qt::Key_Return);
-            typed = true;
-        });
-        answer.start(0);
-        controller->chooseFileAction();
-        EXPECT_TRUE(answered);
-    }
-
     QByteArray storedBookmark() const {
         return defaults.data(SettingsKeys::xmlFileBookmark).value_or(QByteArray());
     }
@@ -85,7 +50,7 @@ TEST_F(LoadingTest, theIndicatorIsBusyWhileAFileIsRead) {
 
 TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
     const QString file = writeExport("gone.xml", {{"2025-03-02", "1"}});
-    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({file}));
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     ASSERT_TRUE(QFile::remove(file));
     load(file);
     EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
@@ -115,7 +80,7 @@ TEST_F(LoadingTest, theDialogAsksForOneXMLFile) {
     choose({}, [](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Select a HealthKit XML export file"));
         EXPECT_EQ(dialog.labelText(QFileDialog::Accept), QStringLiteral("Open"));
-        EXPECT_EQ(dialog.nameFilters(), QStringList(QStringLiteral("XML files (*.xml)")));
+        EXPECT_EQ(dialog.nameFilters(), QStringList(QStringLiteral("XML files (*.xml *.XML)")));
         EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
         EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
         EXPECT_TRUE(dialog.isModal());
@@ -193,7 +158,7 @@ TEST_F(LoadingTest, aChosenFileIsRememberedByPathAndBookmark) {
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), file);
     const auto resolved = FileBookmark::resolve(storedBookmark());
     ASSERT_TRUE(resolved);
-    EXPECT_EQ(resolved->file.path, file);
+    EXPECT_EQ(resolved->file.path, FileURL(file).path);
     EXPECT_FALSE(resolved->stale);
 
     load(QString());
@@ -220,7 +185,7 @@ TEST_F(LoadingTest, aChosenFileWithoutABookmarkLeavesTheEarlierBookmark) {
 
 TEST_F(LoadingTest, withNoFileToLoadOnlyTheStatusChanges) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
-    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({file}));
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     load(QString());
     click(1);
     controller->progressIndicator()->show();
@@ -244,7 +209,7 @@ TEST_F(LoadingTest, withNoFileToLoadOnlyTheStatusChanges) {
 TEST_F(LoadingTest, theBookmarkIsTriedBeforeThePath) {
     const QString one = writeExport("one.xml", {{"2025-03-02", "1"}});
     const QString two = writeExport("two.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
-    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({one}));
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(one));
     load(two);
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
     EXPECT_EQ(controller->filePathField()->text(), two);
@@ -258,7 +223,7 @@ TEST_F(LoadingTest, thePathServesWhereTheBookmarkLeadsNowhere) {
 
 TEST_F(LoadingTest, aMovedFileIsFoundThroughItsBookmarkWhichIsStoredAnew) {
     const QString old = writeExport("export.xml", {{"2025-03-02", "1"}});
-    const QByteArray bookmark = *FileBookmark::make({old});
+    const QByteArray bookmark = *FileBookmark::make(old);
     defaults.setData(SettingsKeys::xmlFileBookmark, bookmark);
     ASSERT_TRUE(QFile::rename(old, path("moved.xml")));
     load(old);
@@ -279,7 +244,7 @@ TEST_F(LoadingTest, ofOverlappingLoadsTheOneThatEndsLastDecides) {
     // Neither of the two can end before the event loop runs again.
     controller->loadData();
     const QString other = writeExport("other.xml", {{"2024-01-01", "1"}, {"2024-01-02", "2"}});
-    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make({other}));
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(other));
     controller->loadData();
     ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.size() == 2; }));
     EXPECT_TRUE(loaded.contains(1U) && loaded.contains(2U));
@@ -321,6 +286,149 @@ TEST_F(LoadingTest, nothingIsWrittenButTheSettings) {
               QStringList());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
               QStringList({QStringLiteral("export.xml"), QStringLiteral("settings.ini")}));
+}
+
+TEST_F(LoadingTest, aMountThatHangsLeavesTheWindowUsable) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const QString file = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
+    {
+        const HangingFolder mount(path("mount").toStdString());
+        makeController(file).showWindow();
+        EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+        EXPECT_EQ(controller->filePathField()->text(), file);
+        ASSERT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
+        controller->strideDidClick();
+        EXPECT_TRUE(controller->strideEditor()->isVisible());
+        controller->cancelStrideEdit();
+        choose({}, [this](QFileDialog& dialog) {
+            EXPECT_NE(dialog.directory().path(), path("mount"));
+        });
+        EXPECT_FALSE(mount.mainThreadHasAsked());
+    }
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, aControllerDestroyedWhileAMountHangsIsNotWaitedFor) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const QString file = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
+    const HangingFolder mount(path("mount").toStdString());
+    makeController(file).showWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
+    controller.reset();
+    EXPECT_TRUE(mount.otherThreadWaits());
+}
+
+TEST_F(LoadingTest, aBookmarkThatLeadsNowhereWithoutAPathSelectsNoFile) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
+    load(QString());
+    ASSERT_TRUE(QFile::remove(file));
+    controller->loadData();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return status() == QLatin1String("No file selected."); }));
+    EXPECT_EQ(controller->allSteps().size(), 1U);
+    EXPECT_FALSE(controller->progressIndicator()->isVisible());
+}
+
+TEST_F(LoadingTest, whereNoThreadCanBeHadTheStatusSaysSoAndTheDaysStay) {
+    load({{"2025-03-02", "1"}});
+    {
+        const NoThreads refused;
+        controller->loadData();
+        EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(status(), QStringLiteral("The file could not be read."));
+    EXPECT_FALSE(controller->progressIndicator()->isVisible());
+    EXPECT_EQ(controller->allSteps().size(), 1U);
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
+}
+
+TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const QString earlier = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(earlier));
+    ASSERT_TRUE(QFile::rename(earlier, path("mount/moved.xml")));  // so that it is stale
+    const QString later = writeExport("later.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
+    QList<std::size_t> loaded;
+    const QObject whileHere;
+    {
+        const HangingFolder mount(path("mount").toStdString());
+        makeController(earlier).showWindow();
+        QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset,
+                         &whileHere, [&] { loaded.append(controller->allSteps().size()); });
+        ASSERT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
+        choose(later);
+        ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.contains(2U); }));
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.contains(1U); }));
+    EXPECT_EQ(FileBookmark::resolve(storedBookmark())->file.path, FileURL(later).path);
+}
+
+// 03:00 UTC is March 2 in Berlin and still March 1 in New York.
+TEST_F(LoadingTest, aChangeOfTheTimeZoneCountsFromTheNextLoadOn) {
+    const ScopedTimeZone berlin("Europe/Berlin");
+    const std::string text = "<HealthData>" + stepRecord("2025-03-02 03:00:00 +0000", "7") +
+                             stepRecord("2025-02-01 03:00:00 +0000", "5") + "</HealthData>";
+    load(writeFile("export.xml", QByteArray::fromStdString(text)));
+    const QStringList inBerlin = {QStringLiteral("March 2025"), QStringLiteral("Mar 2, 2025"),
+                                  QStringLiteral("February 2025"), QStringLiteral("Feb 1, 2025")};
+    const auto shown = [this] {
+        QStringList dates;
+        for (int row = 0; row < controller->numberOfRowsInTableView(); ++row) {
+            dates.append(cell(row, "date"));
+        }
+        return dates;
+    };
+    ASSERT_EQ(shown(), inBerlin);
+    const ScopedTimeZone newYork("America/New_York");
+    EXPECT_EQ(shown(), inBerlin);
+    controller->rebuildDisplayRows();
+    controller->recomputeStats();
+    EXPECT_EQ(shown(), inBerlin);
+    EXPECT_EQ(controller->fromLabel()->text(), QStringLiteral("From: Feb 1, 2025"));
+    EXPECT_EQ(controller->toLabel()->text(), QStringLiteral("To: Mar 2, 2025"));
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(shown(),
+              QStringList({QStringLiteral("March 2025"), QStringLiteral("Mar 1, 2025"),
+                           QStringLiteral("January 2025"), QStringLiteral("Jan 31, 2025")}));
+}
+
+struct Resources {
+    qsizetype threads;
+    qsizetype descriptors;
+    std::size_t memory;  // what malloc has given out, in all arenas
+
+    static Resources now() {
+        const auto entries = [](const char* folder) {
+            return QDir(QString::fromUtf8(folder))
+                .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+                .size();
+        };
+        return {entries("/proc/self/task"), entries("/proc/self/fd"), ::mallinfo2().uordblks};
+    }
+};
+
+TEST_F(LoadingTest, threeHundredLoadsLeaveThreadsDescriptorsAndMemoryAsTheyWere) {
+    load({{"2025-03-02", "4000"}, {"2025-03-01", "10000"}, {"2025-02-27", "7000"}});
+    const auto loadTimes = [this](int times) {
+        for (int i = 0; i < times; ++i) {
+            controller->loadData();
+            waitForLoad();
+        }
+    };
+    loadTimes(20);  // what is made once
+    const Resources before = Resources::now();
+    loadTimes(300);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Resources::now().threads <= before.threads; }));
+    const Resources after = Resources::now();
+    EXPECT_EQ(after.descriptors, before.descriptors);
+    constexpr std::size_t perLoad = 100;
+    EXPECT_LT(after.memory, before.memory + 300 * perLoad);
 }
 
 }  // namespace

@@ -2,10 +2,14 @@
 
 #include "TestFolder.h"
 #include "support/Environment.h"
+#include "support/Faults.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <functional>
 #include <random>
+#include <unistd.h>
 
 namespace ambulet {
 
@@ -17,7 +21,7 @@ namespace {
 class FileBookmarkTest : public testing::Test {
   protected:
     static QByteArray bookmarkOf(const QString& path) {
-        const std::optional<QByteArray> bookmark = FileBookmark::make({path});
+        const std::optional<QByteArray> bookmark = FileBookmark::make(path);
         EXPECT_TRUE(bookmark);
         return bookmark.value_or(QByteArray());
     }
@@ -30,7 +34,7 @@ class FileBookmarkTest : public testing::Test {
     void expectResolved(const QString& path, bool stale) const {
         const auto resolved = FileBookmark::resolve(_bookmark);
         ASSERT_TRUE(resolved);
-        EXPECT_EQ(resolved->file.path, path);
+        EXPECT_EQ(QFile::decodeName(resolved->file.path.c_str()), path);
         EXPECT_EQ(resolved->stale, stale);
     }
 
@@ -151,24 +155,161 @@ TEST_F(FileBookmarkTest, aLinkStandsForTheFileItLeadsTo) {
 }
 
 TEST_F(FileBookmarkTest, thereIsNoneOfWhatIsNoRegularFile) {
-    EXPECT_FALSE(FileBookmark::make({_folder.path()}));
-    EXPECT_FALSE(FileBookmark::make({_folder.path(u"missing"_s)}));
-    EXPECT_FALSE(FileBookmark::make({_folder.makeFIFO(u"fifo"_s)}));
-    EXPECT_FALSE(FileBookmark::make({u"/dev/zero"_s}));
-    EXPECT_FALSE(FileBookmark::make({QString()}));
+    EXPECT_FALSE(FileBookmark::make(_folder.path()));
+    EXPECT_FALSE(FileBookmark::make(_folder.path(u"missing"_s)));
+    EXPECT_FALSE(FileBookmark::make(_folder.makeFIFO(u"fifo"_s)));
+    EXPECT_FALSE(FileBookmark::make(u"/dev/zero"_s));
+    EXPECT_FALSE(FileBookmark::make(QString()));
+}
+
+TEST_F(FileBookmarkTest, aNameThatIsNotUTF8ComesBackByteForByte) {
+    const std::string name = FileURL(_folder.path(u"disk/exports/apple/"_s)).path + "\xff\xfe.xml";
+    ASSERT_EQ(::rename(FileURL(_path).path.c_str(), name.c_str()), 0);
+    const auto found = FileBookmark::resolve(_bookmark);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->file.path, name);
+    _bookmark = FileBookmark::make(found->file).value_or(QByteArray());
+    const auto again = FileBookmark::resolve(_bookmark);
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->file.path, name);
+    EXPECT_FALSE(again->stale);
+}
+
+// The record of version 1 is that of version 2 without the eight bytes of the size at its end.
+TEST_F(FileBookmarkTest, aBookmarkOfVersion1FindsItsFile) {
+    _bookmark[4] = '\1';
+    _bookmark.chop(8);
+    expectResolved(_path, false);
+    moveTo(u"disk/exports/apple/renamed.xml"_s);
+    expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
+}
+
+TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandNeighbours) {
+    for (int i = 0; i < 10'000; ++i) {
+        const int file =
+            ::creat(FileURL(_folder.path(u"disk/exports/apple/n%1"_s.arg(i))).path.c_str(), 0600);
+        ASSERT_GE(file, 0);
+        ::close(file);
+    }
+    moveTo(u"disk/exports/apple/renamed.xml"_s);
+    expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
+}
+
+// What becomes of the remembered file, and what the bookmark makes of it then. "The name" is the
+// one that the file had.
+TEST_F(FileBookmarkTest, isWhereTheTableSays) {
+    const QString moved = u"disk/exports/moved.xml"_s;
+    const auto copyBack = [&] {  // another file with the same name, size and content
+        ASSERT_TRUE(QFile::copy(_path, _folder.path(moved)));
+        ASSERT_TRUE(QFile::remove(_path));
+        ASSERT_TRUE(QFile::rename(_folder.path(moved), _path));
+    };
+    const struct {
+        const char* happened;
+        bool keepsBirthTimes;
+        std::function<void()> happens;
+        std::optional<QString> found;  // none: nowhere
+        bool stale;
+    } cases[] = {
+        {"nothing", true, [] {}, _path, false},
+        {"new content", true, [&] { _folder.write(u"disk/exports/apple/export.xml"_s, "longer"); },
+         _path, false},
+        {"renamed", true, [&] { moveTo(moved); }, _folder.path(moved), true},
+        {"a newer export in its place, itself moved", true,
+         [&] {
+             moveTo(moved);
+             _folder.write(u"disk/exports/apple/export.xml"_s, "newer");
+         },
+         _path, true},
+        {"deleted and copied anew", true, copyBack, _path, true},
+        {"deleted", true, [&] { QFile::remove(_path); }, std::nullopt, false},
+        {"a folder in its place", true,
+         [&] {
+             QFile::remove(_path);
+             _folder.makeFolder(u"disk/exports/apple/export.xml"_s);
+         },
+         std::nullopt, false},
+        {"a link to it in its place", true,
+         [&] {
+             moveTo(moved);
+             QFile::link(_folder.path(moved), _path);
+         },
+         _path, false},
+        {"a link to nothing in its place", true,
+         [&] {
+             QFile::remove(_path);
+             QFile::link(_folder.path(u"missing"_s), _path);
+         },
+         std::nullopt, false},
+        // Without birth times
+        {"nothing", false, [] {}, _path, false},
+        {"new content of another size", false,
+         [&] { _folder.write(u"disk/exports/apple/export.xml"_s, "longer"); }, _path, true},
+        {"moved, the name kept", false, [&] { moveTo(u"disk/exports/export.xml"_s); },
+         _folder.path(u"disk/exports/export.xml"_s), true},
+        {"renamed", false, [&] { moveTo(moved); }, std::nullopt, false},
+        {"moved and grown", false,
+         [&] {
+             moveTo(u"disk/exports/export.xml"_s);
+             _folder.write(u"disk/exports/export.xml"_s, "longer");
+         },
+         std::nullopt, false},
+    };
+    for (const auto& [happened, keepsBirthTimes, happens, found, stale] : cases) {
+        SCOPED_TRACE(std::string(happened) + (keepsBirthTimes ? "" : ", without birth times"));
+        ASSERT_TRUE(QDir(_folder.path(u"disk"_s)).removeRecursively());
+        _folder.write(u"disk/exports/apple/export.xml"_s);
+        std::optional<NoBirthTimes> noBirthTimes;
+        if (!keepsBirthTimes) {
+            noBirthTimes.emplace();
+        }
+        _bookmark = bookmarkOf(_path);
+        happens();
+        if (found) {
+            expectResolved(*found, stale);
+        } else {
+            EXPECT_FALSE(FileBookmark::resolve(_bookmark));
+        }
+    }
+}
+
+// As after a restart: the numbers of devices are dealt out anew.
+TEST_F(FileBookmarkTest, onAFileSystemWithAnotherNumberTheFileAtItsPathIsFound) {
+    for (const bool keepsBirthTimes : {true, false}) {
+        std::optional<NoBirthTimes> noBirthTimes;
+        if (!keepsBirthTimes) {
+            noBirthTimes.emplace();
+        }
+        _bookmark = bookmarkOf(_path);
+        const OtherDevices remounted;
+        expectResolved(_path, !keepsBirthTimes);
+    }
+}
+
+// The path that a document portal hands out is below a folder that is hidden from the search, on a
+// file system without birth times.
+TEST_F(FileBookmarkTest, aFileInADocumentPortalIsFoundAtItsPath) {
+    const NoBirthTimes fuse;
+    const QString path = _folder.write(u"run/user/1000/doc/1a2b3c4d/export.xml"_s);
+    _bookmark = bookmarkOf(path);
+    expectResolved(path, false);
+    const OtherDevices afterARestart;
+    expectResolved(path, true);
 }
 
 TEST_F(FileBookmarkTest, dataThatIsCutOffOrTooLongResolvesToNothing) {
     for (qsizetype size = 0; size < _bookmark.size(); ++size) {
         EXPECT_FALSE(FileBookmark::resolve(_bookmark.first(size))) << size;
+        EXPECT_FALSE(FileBookmark::isBookmark(_bookmark.first(size))) << size;
     }
+    EXPECT_TRUE(FileBookmark::isBookmark(_bookmark));
     EXPECT_FALSE(FileBookmark::resolve(_bookmark + '\0'));
 }
 
 TEST_F(FileBookmarkTest, dataOfAnotherVersionResolvesToNothing) {
     constexpr qsizetype version = 4;  // its place in the record, after the four bytes of signature
-    ASSERT_EQ(_bookmark[version], '\1');
-    for (const char other : {'\0', '\2', '\xff'}) {
+    ASSERT_EQ(_bookmark[version], '\2');
+    for (const char other : {'\0', '\3', '\xff'}) {
         _bookmark[version] = other;
         EXPECT_FALSE(FileBookmark::resolve(_bookmark));
     }
@@ -198,7 +339,7 @@ TEST_F(FileBookmarkTest, aDamagedBookmarkLeadsToTheFileOrNowhere) {
         QByteArray damaged = _bookmark;
         damaged[at] = static_cast<char>(damaged[at] ^ static_cast<char>(1 + random() % 255));
         const auto resolved = FileBookmark::resolve(damaged);
-        EXPECT_TRUE(!resolved || resolved->file.path == _path) << at;
+        EXPECT_TRUE(!resolved || resolved->file.path == FileURL(_path).path) << at;
     }
 }
 

@@ -29,24 +29,35 @@ TEST(FileIdentity, withABirthTimeInodeAndBirthTimeTellFilesApart) {
     }
 }
 
-TEST(FileIdentity, withoutABirthTimeInodeAndDeviceTellFilesApart) {
-    const FileIdentity file{8, 42, std::nullopt};
-    EXPECT_TRUE(file.isSameFileAs({8, 42, std::nullopt}));
-    EXPECT_FALSE(file.isSameFileAs({8, 43, std::nullopt}));
-    EXPECT_FALSE(file.isSameFileAs({9, 42, std::nullopt}));
+TEST(FileIdentity, withoutABirthTimeInodeDeviceNameAndSizeTellFilesApart) {
+    const FileIdentity file{8, 42, std::nullopt, "export.xml", 1000};
+    EXPECT_TRUE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1000}));
+    EXPECT_FALSE(file.isSameFileAs({8, 43, std::nullopt, "export.xml", 1000}));
+    EXPECT_FALSE(file.isSameFileAs({9, 42, std::nullopt, "export.xml", 1000}));
+    EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "other.xml", 1000}));
+    EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1001}));
+    // Of a bookmark that says no size nothing is known.
+    const FileIdentity old{8, 42, std::nullopt, "export.xml", std::nullopt};
+    EXPECT_FALSE(old.isSameFileAs(file));
+    EXPECT_FALSE(old.isSameFileAs(old));
+}
+
+TEST(FileIdentity, withABirthTimeNameAndSizeDoNotCount) {
+    const FileIdentity file{8, 42, FileIdentity::Time{1000, 5}, "export.xml", 1000};
+    EXPECT_TRUE(file.isSameFileAs({8, 42, FileIdentity::Time{1000, 5}, "other.xml", 1}));
 }
 
 TEST(FileIdentity, isOfTheFileUnderWhateverName) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
-    const auto identity = FileIdentity::ofFile(file);
+    const auto identity = FileIdentity::ofFile(bytes(file));
     ASSERT_TRUE(identity);
     ASSERT_TRUE(QFile::link(file, folder.path(u"link"_s)));
-    EXPECT_TRUE(FileIdentity::ofFile(folder.path(u"link"_s))->isSameFileAs(*identity));
+    EXPECT_TRUE(FileIdentity::ofFile(bytes(folder.path(u"link"_s)))->isSameFileAs(*identity));
     ASSERT_TRUE(QFile::rename(file, folder.path(u"renamed"_s)));
     folder.write(u"file"_s);
-    EXPECT_TRUE(FileIdentity::ofFile(folder.path(u"renamed"_s))->isSameFileAs(*identity));
-    EXPECT_FALSE(FileIdentity::ofFile(file)->isSameFileAs(*identity));
+    EXPECT_TRUE(FileIdentity::ofFile(bytes(folder.path(u"renamed"_s)))->isSameFileAs(*identity));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(file))->isSameFileAs(*identity));
 }
 
 TEST(FileIdentity, isThatOfTheFileSystem) {
@@ -54,22 +65,22 @@ TEST(FileIdentity, isThatOfTheFileSystem) {
     const QString file = folder.write(u"file"_s);
     struct stat status = {};
     ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &status), 0);
-    const auto identity = FileIdentity::ofFile(file);
+    const auto identity = FileIdentity::ofFile(bytes(file));
     ASSERT_TRUE(identity);
     EXPECT_EQ(identity->inode, status.st_ino);
     EXPECT_EQ(identity->device, status.st_dev);
-    EXPECT_EQ(FileIdentity::deviceOfFolder(folder.path()), status.st_dev);
+    EXPECT_EQ(FileIdentity::deviceOfFolder(bytes(folder.path())), status.st_dev);
 }
 
 TEST(FileIdentity, isNoneOfWhatIsNoRegularFile) {
     const TestFolder folder;
-    EXPECT_FALSE(FileIdentity::ofFile(folder.path()));
-    EXPECT_FALSE(FileIdentity::ofFile(folder.path(u"missing"_s)));
-    EXPECT_FALSE(FileIdentity::ofFile(folder.makeFIFO(u"fifo"_s)));
-    EXPECT_FALSE(FileIdentity::ofFile(u"/dev/null"_s));
-    EXPECT_FALSE(FileIdentity::ofFile({}));
-    EXPECT_FALSE(FileIdentity::deviceOfFolder(folder.write(u"file"_s)));
-    EXPECT_FALSE(FileIdentity::deviceOfFolder(folder.path(u"missing"_s)));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(folder.path())));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(folder.path(u"missing"_s))));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(folder.makeFIFO(u"fifo"_s))));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(u"/dev/null"_s)));
+    EXPECT_FALSE(FileIdentity::ofFile(bytes(QString())));
+    EXPECT_FALSE(FileIdentity::deviceOfFolder(bytes(folder.write(u"file"_s))));
+    EXPECT_FALSE(FileIdentity::deviceOfFolder(bytes(folder.path(u"missing"_s))));
 }
 
 }  // namespace

@@ -29,12 +29,23 @@ class FileSearch : public testing::Test {
                              QFile::encodeName(_folder.path(otherName)).constData()),
                       0);
         }
-        return *FileIdentity::ofFile(file);
+        return *FileIdentity::ofFile(bytes(file));
     }
 
     std::optional<QString> find(const FileIdentity& identity, const QStringList& folders,
                                 const SearchBounds& bounds = far) const {
-        return findFile(identity, folders, *FileIdentity::deviceOfFolder(_folder.path()), bounds);
+        return find(identity, folders, *FileIdentity::deviceOfFolder(bytes(_folder.path())),
+                    bounds);
+    }
+
+    static std::optional<QString> find(const FileIdentity& identity, const QStringList& folders,
+                                       std::uint64_t device, const SearchBounds& bounds) {
+        std::vector<std::string> paths;
+        for (const QString& folder : folders) {
+            paths.push_back(bytes(folder));
+        }
+        const auto found = findFile(identity, paths, device, bounds);
+        return found ? std::optional(QFile::decodeName(found->c_str())) : std::nullopt;
     }
 
     TestFolder _folder;
@@ -74,8 +85,8 @@ TEST_F(FileSearch, entersAFolderThatIsNamedThoughItIsHiddenOrALink) {
 
 TEST_F(FileSearch, entersNoOtherFileSystem) {
     const FileIdentity identity = identityOf(u"file"_s);
-    const std::uint64_t other = *FileIdentity::deviceOfFolder(_folder.path()) + 1;
-    EXPECT_EQ(findFile(identity, {_folder.path()}, other, far), std::nullopt);
+    const std::uint64_t other = *FileIdentity::deviceOfFolder(bytes(_folder.path())) + 1;
+    EXPECT_EQ(find(identity, {_folder.path()}, other, far), std::nullopt);
 }
 
 TEST_F(FileSearch, endsWhenItsEntriesAreUsedUp) {
@@ -100,10 +111,10 @@ TEST_F(FileSearch, endsWhenItsTimeIsUp) {
 TEST_F(FileSearch, passesOverFoldersThatCannotBeRead) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
-        const FileIdentity identity = *FileIdentity::ofFile(folder.write(u"b/c/file"_s));
+        const FileIdentity identity = *FileIdentity::ofFile(bytes(folder.write(u"b/c/file"_s)));
         setMode(folder.makeFolder(u"a"_s), 0000);
-        EXPECT_EQ(findFile(identity, {folder.path(u"a"_s), folder.path()},
-                           *FileIdentity::deviceOfFolder(folder.path()), far),
+        EXPECT_EQ(find(identity, {folder.path(u"a"_s), folder.path()},
+                       *FileIdentity::deviceOfFolder(bytes(folder.path())), far),
                   folder.path(u"b/c/file"_s));
         setMode(folder.path(u"a"_s), 0700);
     }));
@@ -117,6 +128,9 @@ TEST_F(FileSearch, passesOverFIFOsAndNamesThatAreNoText) {
     ::close(file);
     const FileIdentity identity = identityOf(u"sub/file"_s);
     EXPECT_EQ(find(identity, {_folder.path()}), _folder.path(u"sub/file"_s));
+    const auto odd = findFile(*FileIdentity::ofFile(name.toStdString()), {bytes(_folder.path())},
+                              *FileIdentity::deviceOfFolder(bytes(_folder.path())), far);
+    EXPECT_EQ(odd, name.toStdString());
     ::unlink(name.constData());
 }
 

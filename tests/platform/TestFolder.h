@@ -9,6 +9,7 @@
 #include <QString>
 #include <gtest/gtest.h>
 
+#include <string>
 #include <sys/stat.h>
 
 namespace ambulet {
@@ -19,7 +20,7 @@ class TestFolder {
     QString path() const { return QString::fromStdString(_folder.path()); }
     QString path(const QString& name) const { return path() + u'/' + name; }
 
-    /// Writes the file, making the folders above it where they are missing; its path.
+    /// Writes the file, and makes missing folders above it. Returns its path.
     QString write(const QString& name, const QByteArray& content = "x") const {
         EXPECT_TRUE(QDir().mkpath(QFileInfo(path(name)).path()));
         _folder.write(name.toStdString(), content.toStdString());
@@ -39,6 +40,11 @@ class TestFolder {
   private:
     TemporaryFolder _folder;
 };
+
+/// A path as the operating system has it.
+inline std::string bytes(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
 
 inline QByteArray contentOf(const QString& file) {
     QFile opened(file);

@@ -3,10 +3,20 @@
 #include "support/Faults.h"
 
 #include <cerrno>
+#include <condition_variable>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <mutex>
+#include <pthread.h>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace ambulet {
 
@@ -31,6 +41,55 @@ bool fails(Fault::Call call) {
     return true;
 }
 
+bool noBirthTimes = false;
+bool otherDevices = false;
+bool noThreads = false;
+
+struct {
+    std::mutex mutex;
+    bool active = false;
+    std::vector<std::string> paths;
+} openLog;
+
+struct {
+    std::mutex mutex;
+    std::condition_variable released;
+    std::string folder = std::getenv("AMBULET_HANG") == nullptr ? "" : std::getenv("AMBULET_HANG");
+    const bool forTheRun = !folder.empty();
+    int waiting = 0;
+    bool mainThreadHasAsked = false;
+} hanging;
+
+// Whether the main thread asks for what does not answer. Other threads wait here.
+bool hangs(const char* path) {
+    std::unique_lock lock(hanging.mutex);
+    if (hanging.folder.empty() || path == nullptr ||
+        !std::string_view(path).starts_with(hanging.folder)) {
+        return false;
+    }
+    if (!hanging.forTheRun && getpid() == gettid()) {
+        hanging.mainThreadHasAsked = true;
+        errno = ENOENT;
+        return true;
+    }
+    ++hanging.waiting;
+    hanging.released.wait(lock, [] { return hanging.folder.empty(); });
+    --hanging.waiting;
+    return false;
+}
+
+void logOpen(const char* path) {
+    const std::lock_guard lock(openLog.mutex);
+    if (openLog.active && path != nullptr) {
+        openLog.paths.emplace_back(path);
+    }
+}
+
+// The mode that follows the flags where a file may be made.
+mode_t modeIn(int flags, va_list arguments) {
+    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+}
+
 template <typename Function>
 Function* real(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
@@ -48,6 +107,68 @@ Fault::~Fault() {
 
 int Fault::failures() const {
     return fault.failures;
+}
+
+NoBirthTimes::NoBirthTimes() {
+    noBirthTimes = true;
+}
+
+NoBirthTimes::~NoBirthTimes() {
+    noBirthTimes = false;
+}
+
+OtherDevices::OtherDevices() {
+    otherDevices = true;
+}
+
+OtherDevices::~OtherDevices() {
+    otherDevices = false;
+}
+
+NoThreads::NoThreads() {
+    noThreads = true;
+}
+
+NoThreads::~NoThreads() {
+    noThreads = false;
+}
+
+HangingFolder::HangingFolder(const std::string& folder) {
+    const std::lock_guard lock(hanging.mutex);
+    hanging.folder = folder;
+    hanging.mainThreadHasAsked = false;
+}
+
+HangingFolder::~HangingFolder() {
+    const std::lock_guard lock(hanging.mutex);
+    hanging.folder.clear();
+    hanging.released.notify_all();
+}
+
+bool HangingFolder::otherThreadWaits() const {
+    const std::lock_guard lock(hanging.mutex);
+    return hanging.waiting > 0;
+}
+
+bool HangingFolder::mainThreadHasAsked() const {
+    const std::lock_guard lock(hanging.mutex);
+    return hanging.mainThreadHasAsked;
+}
+
+OpenLog::OpenLog() {
+    const std::lock_guard lock(openLog.mutex);
+    openLog.paths.clear();
+    openLog.active = true;
+}
+
+OpenLog::~OpenLog() {
+    const std::lock_guard lock(openLog.mutex);
+    openLog.active = false;
+}
+
+std::vector<std::string> OpenLog::paths() const {
+    const std::lock_guard lock(openLog.mutex);
+    return openLog.paths;
 }
 
 }  // namespace ambulet
@@ -79,6 +200,93 @@ int rename(const char* from, const char* to) noexcept {
 int mkostemp(char* name, int flags) {
     static auto* const next = ambulet::real<int(char*, int)>("mkostemp");
     return fails(Fault::Call::Open) ? -1 : next(name, flags);
+}
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*),
+                   void* argument) noexcept {
+    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static auto* const next = ambulet::real<Create>("pthread_create");
+    return ambulet::noThreads ? EAGAIN : next(thread, attributes, body, argument);
+}
+
+int statx(int folder, const char* path, int flags, unsigned mask, struct statx* status) noexcept {
+    static auto* const next =
+        ambulet::real<int(int, const char*, int, unsigned, struct statx*)>("statx");
+    if (ambulet::hangs(path)) {
+        return -1;
+    }
+    const int result = next(folder, path, flags, mask, status);
+    if (ambulet::noBirthTimes) {
+        status->stx_mask &= ~STATX_BTIME;
+    }
+    status->stx_dev_minor += ambulet::otherDevices ? 100 : 0;
+    return result;
+}
+
+int open64(const char* path, int flags, ...) {
+    static auto* const next = ambulet::real<int(const char*, int, ...)>("open64");
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = ambulet::modeIn(flags, arguments);
+    va_end(arguments);
+    ambulet::logOpen(path);
+    return ambulet::hangs(path) ? -1 : next(path, flags, mode);
+}
+
+int open(const char* path, int flags, ...) {
+    static auto* const next = ambulet::real<int(const char*, int, ...)>("open");
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = ambulet::modeIn(flags, arguments);
+    va_end(arguments);
+    ambulet::logOpen(path);
+    return ambulet::hangs(path) ? -1 : next(path, flags, mode);
+}
+
+int openat(int folder, const char* path, int flags, ...) {
+    static auto* const next = ambulet::real<int(int, const char*, int, ...)>("openat");
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = ambulet::modeIn(flags, arguments);
+    va_end(arguments);
+    ambulet::logOpen(path);
+    return ambulet::hangs(path) ? -1 : next(folder, path, flags, mode);
+}
+
+DIR* opendir(const char* path) {
+    static auto* const next = ambulet::real<DIR*(const char*)>("opendir");
+    ambulet::logOpen(path);
+    return ambulet::hangs(path) ? nullptr : next(path);
+}
+
+int stat(const char* path, struct stat* status) noexcept {
+    static auto* const next = ambulet::real<int(const char*, struct stat*)>("stat");
+    return ambulet::hangs(path) ? -1 : next(path, status);
+}
+
+int lstat(const char* path, struct stat* status) noexcept {
+    static auto* const next = ambulet::real<int(const char*, struct stat*)>("lstat");
+    return ambulet::hangs(path) ? -1 : next(path, status);
+}
+
+int stat64(const char* path, struct stat64* status) noexcept {
+    static auto* const next = ambulet::real<int(const char*, struct stat64*)>("stat64");
+    return ambulet::hangs(path) ? -1 : next(path, status);
+}
+
+int lstat64(const char* path, struct stat64* status) noexcept {
+    static auto* const next = ambulet::real<int(const char*, struct stat64*)>("lstat64");
+    return ambulet::hangs(path) ? -1 : next(path, status);
+}
+
+int access(const char* path, int mode) noexcept {
+    static auto* const next = ambulet::real<int(const char*, int)>("access");
+    return ambulet::hangs(path) ? -1 : next(path, mode);
+}
+
+ssize_t readlink(const char* path, char* target, size_t size) noexcept {
+    static auto* const next = ambulet::real<ssize_t(const char*, char*, size_t)>("readlink");
+    return ambulet::hangs(path) ? -1 : next(path, target, size);
 }
 
 }  // extern "C"

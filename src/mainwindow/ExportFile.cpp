@@ -1,0 +1,47 @@
+#include "mainwindow/ExportFile.h"
+
+#include "mainwindow/SettingsKeys.h"
+#include "platform/FileBookmark.h"
+#include "platform/UserDefaults.h"
+
+namespace ambulet {
+
+FoundFile findFile(const RememberedFile& remembered) {
+    if (remembered.bookmark) {
+        if (const auto resolved = FileBookmark::resolve(*remembered.bookmark)) {
+            return {resolved->file,
+                    resolved->stale ? FileBookmark::make(resolved->file) : std::nullopt};
+        }
+    }
+    return {remembered.path ? std::optional(FileURL(*remembered.path)) : std::nullopt, {}};
+}
+
+ExportFile::ExportFile(UserDefaults& defaults)
+    : _defaults(defaults), _path(defaults.persistent(SettingsKeys::xmlFilePath)) {}
+
+RememberedFile ExportFile::remembered() const {
+    auto bookmark = _defaults.data(SettingsKeys::xmlFileBookmark);
+    if (bookmark && !FileBookmark::isBookmark(*bookmark)) {
+        bookmark.reset();
+    }
+    return {bookmark, _path};
+}
+
+// The bookmark is made here and not with the load: until it is stored, the earlier one leads to the
+// earlier file, and the program may end before the load does.
+void ExportFile::choose(const QString& path) {
+    _path = path;
+    _defaults.setString(SettingsKeys::xmlFilePath, path);
+    if (const auto bookmark = FileBookmark::make(path)) {
+        _defaults.setData(SettingsKeys::xmlFileBookmark, *bookmark);
+    }
+}
+
+void ExportFile::refresh(const RememberedFile& remembered, const FoundFile& found) {
+    if (found.freshBookmark &&
+        _defaults.data(SettingsKeys::xmlFileBookmark) == remembered.bookmark) {
+        _defaults.setData(SettingsKeys::xmlFileBookmark, *found.freshBookmark);
+    }
+}
+
+}  // namespace ambulet

@@ -1,0 +1,143 @@
+#include "mainwindow/ExportFileDialog.h"
+
+#include "mainwindow/DialogTest.h"
+#include "support/Environment.h"
+#include "support/Faults.h"
+
+#include <QDir>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QStandardPaths>
+#include <QTreeView>
+#include <QUrl>
+
+namespace ambulet {
+
+namespace {
+
+class ExportFileDialogTest : public DialogTest {
+  protected:
+    // Once the folder that the dialog shows was read.
+    static QTreeView& listed(QFileDialog& dialog, int rows) {
+        auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == rows; }));
+        return *list;
+    }
+};
+
+TEST_F(ExportFileDialogTest, theClassIsQtsOwnSoThatThePlatformsDialogIsShown) {
+    const ExportFileDialog dialog(folder.path(), nullptr);
+    EXPECT_EQ(dialog.metaObject(), &QFileDialog::staticMetaObject);
+}
+
+TEST_F(ExportFileDialogTest, changesNoFileAndWatchesNoFolder) {
+    makeController().showWindow();
+    choose({}, [](QFileDialog& dialog) {
+        EXPECT_TRUE(dialog.testOption(QFileDialog::ReadOnly));
+        const auto* const model = dialog.findChild<QFileSystemModel*>();
+        ASSERT_NE(model, nullptr);
+        EXPECT_TRUE(model->isReadOnly());
+        EXPECT_TRUE(model->testOption(QFileSystemModel::DontWatchForChanges));
+    });
+}
+
+TEST_F(ExportFileDialogTest, opensNoFileButThoseThatTheProgramNeeds) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("exports")));
+    constexpr int files = 100;
+    for (int i = 0; i < files; ++i) {
+        writeFile(QStringLiteral("exports/%1.xml").arg(i).toUtf8().constData(), "<HealthData/>");
+        writeFile(QStringLiteral("exports/%1").arg(i).toUtf8().constData(), "#!/bin/sh\n");
+    }
+    makeController(path("exports/0.xml")).showWindow();
+    waitForLoad();
+    const OpenLog log;
+    choose({}, [](QFileDialog& dialog) { listed(dialog, files); });
+    bool folderWasRead = false;
+    for (const std::string& opened : log.paths()) {
+        const QString name = QString::fromStdString(opened);
+        folderWasRead = folderWasRead || QDir::cleanPath(name) == path("exports");
+        EXPECT_FALSE(name.startsWith(path("exports/")) && name.size() > path("exports/").size())
+            << opened;
+    }
+    EXPECT_TRUE(folderWasRead);
+}
+
+TEST_F(ExportFileDialogTest, opensInTheRememberedFilesFolderEachTime) {
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("exports")));
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("others")));
+    makeController(writeExport("exports/export.xml", {{"2025-03-02", "1"}})).showWindow();
+    for (int i = 0; i < 2; ++i) {
+        choose({}, [this](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.directory().path(), path("exports"));
+            EXPECT_EQ(dialog.nameFilters(), QStringList(QStringLiteral("XML files (*.xml *.XML)")));
+            dialog.setDirectory(path("others"));
+        });
+    }
+    choose(writeExport("others/export.xml", {{"2025-03-02", "1"}}));
+    choose({},
+           [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("others")); });
+}
+
+TEST_F(ExportFileDialogTest, startsInDownloadsOrAtHomeWhereTheFoldersAreGone) {
+    const ScopedVariable home("HOME", folder.path().toStdString());
+    EXPECT_EQ(startFolder(std::nullopt), folder.path());
+    EXPECT_EQ(startFolder(path("missing/export.xml")), folder.path());
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Downloads")));
+    EXPECT_EQ(startFolder(std::nullopt), path("Downloads"));
+    EXPECT_EQ(startFolder(QStringLiteral("")), path("Downloads"));
+    EXPECT_EQ(startFolder(path("missing/export.xml")), path("Downloads"));
+    EXPECT_EQ(startFolder(path("export.xml")), folder.path());
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const HangingFolder mount(path("mount").toStdString());
+    EXPECT_EQ(startFolder(path("mount/export.xml")), path("Downloads"));
+    EXPECT_FALSE(mount.mainThreadHasAsked());
+}
+
+TEST_F(ExportFileDialogTest, listsFilesWhoseNamesEndInXMLHoweverWritten) {
+    for (const char* name : {"a.xml", "b.XML", "c.txt", "d"}) {
+        writeFile(name, "");
+    }
+    makeController(path("a.xml")).showWindow();
+    waitForLoad();
+    choose({}, [](QFileDialog& dialog) { listed(dialog, 2); });
+}
+
+TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndNamesTheUsualFolders) {
+    const ScopedVariable home("HOME", folder.path().toStdString());
+    for (const char* usual : {"Downloads", "Documents", "Desktop"}) {
+        ASSERT_TRUE(QDir(folder.path()).mkdir(QString::fromUtf8(usual)));
+    }
+    const QString file = writeExport("export of all health data.xml", {{"2025-03-02", "1"}});
+    makeController(file).showWindow();
+    waitForLoad();
+    choose({}, [this](QFileDialog& dialog) {
+        QTreeView& list = listed(dialog, 4);
+        EXPECT_LE(list.header()->length(), list.viewport()->width());
+        for (int column = 0; column < list.model()->columnCount(); ++column) {
+            for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
+                const QModelIndex cell = list.model()->index(row, column, list.rootIndex());
+                EXPECT_GE(list.columnWidth(column), list.sizeHintForIndex(cell).width()) << column;
+            }
+        }
+        QStringList places;
+        for (const QUrl& url : dialog.sidebarUrls()) {
+            places.append(url.toLocalFile());
+        }
+        EXPECT_EQ(places, QStringList({path("Downloads"), path("Documents"), path("Desktop"),
+                                       folder.path()}));
+        dialog.grab().save(QStringLiteral(AMBULET_PICTURES "/dialog.png"));
+    });
+}
+
+TEST_F(ExportFileDialogTest, isGoneAfterItsShowing) {
+    makeController().showWindow();
+    choose({});
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+        EXPECT_EQ(qobject_cast<const QFileDialog*>(window), nullptr);
+    }
+}
+
+}  // namespace
+
+}  // namespace ambulet
