@@ -1,14 +1,17 @@
-// fuzz_readers: whatever a file holds, the fast road and expat come to the same. Every input is one
-// of the sample exports, spoilt, or what libFuzzer makes of those before.
+// fuzz_readers: whatever a file holds, expat and ExportReader come to the same, in whatever blocks,
+// chunks and threads. Every input is a mutant of a sample export, or what libFuzzer makes of those
+// before and of the seeds.
 
+#include "import/Comparison.h"
+#include "import/Mutants.h"
 #include "import/Mutations.h"
-#include "import/Reading.h"
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -23,8 +26,10 @@ size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsig
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const TemporaryFolder folder;
-    std::string differences;
-    readByAll(folder.write("export.xml", {reinterpret_cast<const char*>(data), size}), differences);
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    // The same input is read in the same ways.
+    std::minstd_rand chance(static_cast<unsigned>(std::hash<std::string_view>()(bytes)));
+    const std::string differences = compareWays(folder.write("export.xml", bytes), chance);
     if (!differences.empty()) {
         std::fputs(differences.c_str(), stderr);
         std::abort();
@@ -34,13 +39,16 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
 size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsigned seed) {
     std::minstd_rand chance(seed);
-    const auto choice = chance() % 8;
-    if (choice == 0) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    std::string result;
+    switch (chance() % 4) {
+    case 0:
         return LLVMFuzzerMutate(data, size, maxSize);
+    case 1:
+        result = mutated(std::string(bytes), chance);
+        break;
+    default:
+        result = mutant(chance, mutantSize(chance));
     }
-    const auto& samples = sampleExports();
-    const std::string base = choice < 5 ? samples[chance() % samples.size()]
-                                        : std::string(reinterpret_cast<const char*>(data), size);
-    const std::string bytes = mutated(base, chance);
-    return bytes.copy(reinterpret_cast<char*>(data), maxSize);
+    return result.copy(reinterpret_cast<char*>(data), maxSize);
 }

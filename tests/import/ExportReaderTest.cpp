@@ -2,14 +2,18 @@
 
 #include "import/ExportReader.h"
 
+#include "import/Comparison.h"
+#include "import/Mutants.h"
 #include "import/Mutations.h"
 #include "import/Reading.h"
+#include "import/SampleExports.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
+#include <utility>
 
 namespace ambulet {
 
@@ -43,6 +47,21 @@ TEST(ExportReader, comesToTheSameAsExpatOnSpoiltExports) {
     // Or it would not be a test.
     EXPECT_GT(wellFormed, 60);
     EXPECT_GT(days, 500);
+}
+
+// Of all sizes but the largest, in other encodings, with other prologs, and with much at the edges
+// of blocks. fuzz/CompareMutants.cpp reads as many as one likes.
+TEST(ExportReader, comesToTheSameAsExpatOnMutants) {
+    const TemporaryFolder folder;
+    for (const auto& [size, count] :
+         {std::pair(MutantSize::small, 1500), {MutantSize::medium, 30}, {MutantSize::large, 3}}) {
+        std::minstd_rand chance(1);
+        for (int number = 0; number < count && !HasFailure(); ++number) {
+            const std::string bytes = mutant(chance, size);
+            const std::string differences = compareWays(folder.write("export.xml", bytes), chance);
+            EXPECT_EQ(differences, "") << (bytes.size() < 10'000 ? bytes : "");
+        }
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "import/Mutations.h"
 #include "import/Reading.h"
+#include "import/SampleExports.h"
 #include "import/xml/InputFile.h"
 #include "support/TemporaryFolder.h"
 
