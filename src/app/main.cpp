@@ -13,6 +13,9 @@
 using namespace ambulet;
 
 int main(int argc, char** argv) {
+    // Qt's file dialog uses regular expressions. Compiled, they would need memory that is writable
+    // and executable.
+    qputenv("QT_ENABLE_REGEXP_JIT", "0");
     int status = 0;
     {
         nameAccessibleApplication();
