@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     if (file < 0) {
         return 2;
     }
-    std::vector<char> block(blockSize);
+    std::vector<char> block(ambulet::blockSize);
     while (::read(file, block.data(), block.size()) > 0) {
     }
     ::close(file);

@@ -1,71 +1,72 @@
-"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over files that it writes to FOLDER,
-and prints for each its median CPU and wall time, the spread of the wall time, its most memory in MB above
-that on an empty document, and how many times longer the table's base took; at the end the goals."""
+"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over files that it writes to FOLDER, and prints
+for each its median CPU and wall time, the least and the most of the wall times, its most memory in MB above that on an
+empty document, and its times over those of the table's base; at the end the goals.
+
+AMBULET_BASELINE is a folder with the programs of another build. If it is set, each table has its stepdays, too, one
+more table is of its makeexport's export, and the goals that are relative to it are shown."""
 import os
 import statistics
+import subprocess
 import sys
 
 import variants
+from damage import damage, empty
 from measuring import measured, print_goals
 
 binaries, folder, runs, size = sys.argv[1], sys.argv[2], int(sys.argv[3]), sys.argv[4]
+baseline = os.environ.get("AMBULET_BASELINE")
 
-ONE, TWO, EXPAT, BY_EXPAT = "stepdays, one thread", "stepdays, two threads", "expat", "stepdays, by expat"
+ONE, TWO, FOUR = "stepdays, one thread", "stepdays, two threads", "stepdays, four threads"
+OLD_ONE, OLD_TWO = "baseline, one thread", "baseline, two threads"
+BY_EXPAT, EXPAT, READ = "stepdays, by expat", "expat", "read()"
 programs = {
-    ONE: ["stepdays", "--threads", "1"],
-    TWO: ["stepdays", "--threads", "2"],
-    "stepdays, four threads": ["stepdays", "--threads", "4"],
-    "stepdays": ["stepdays"],
-    BY_EXPAT: ["stepdays", "--reader", "expat"],
-    EXPAT: ["peer_expat"],
-    "libxml2": ["peer_libxml2"],
-    "QXmlStreamReader": ["peer_qt"],
-    "read()": ["peer_read"],
+    ONE: (binaries, "stepdays", "--threads", "1"),
+    TWO: (binaries, "stepdays", "--threads", "2"),
+    FOUR: (binaries, "stepdays", "--threads", "4"),
+    OLD_ONE: (baseline, "stepdays", "--threads", "1"),
+    OLD_TWO: (baseline, "stepdays", "--threads", "2"),
+    BY_EXPAT: (binaries, "stepdays", "--reader", "expat"),
+    EXPAT: (binaries, "peer_expat"),
+    "libxml2": (binaries, "peer_libxml2"),
+    "QXmlStreamReader": (binaries, "peer_qt"),
+    READ: (binaries, "peer_read"),
 }
-programs = {name: [os.path.join(binaries, words[0]), *words[1:]] for name, words in programs.items()}
+programs = {name: [os.path.join(bin, program), *words] for name, (bin, program, *words) in programs.items() if bin}
 programs = {name: words for name, words in programs.items() if os.path.exists(words[0])}
 
-IN_WHOLE = [ONE, TWO, BY_EXPAT, EXPAT, "libxml2", "QXmlStreamReader", "read()"]
-IN_VARIANTS = [ONE, TWO, EXPAT]
-# Here expat alone would take gigabytes, so it is the one that stepdays keeps within limits.
-IN_DAMAGE = ["stepdays", ONE, "stepdays, four threads", BY_EXPAT]
+IN_EXPORTS = [ONE, TWO, OLD_ONE, OLD_TWO, BY_EXPAT, EXPAT, "libxml2", "QXmlStreamReader", READ]
+IN_VARIANTS = [ONE, TWO, OLD_ONE, EXPAT]
+# Expat alone would take gigabytes here. By stepdays it is kept within limits.
+IN_DAMAGE = [ONE, FOUR, OLD_ONE, BY_EXPAT]
 
-# The text, the least that is wanted, table, program, of which time, whose.
-RATIOS = [
-    ("one thread, CPU time, times expat", 22, "whole", ONE, "cpu", EXPAT),
-    ("one thread, CPU time, times libxml2", 13, "whole", ONE, "cpu", "libxml2"),
-    ("two threads, wall time, times expat", 40, "whole", TWO, "wall", EXPAT),
-    ("two threads, wall time, times libxml2", 22, "whole", TWO, "wall", "libxml2"),
-    ("two threads, wall time, of the plain read's speed", 0.55, "whole", TWO, "wall", "read()"),
-    ("all types mixed, in order of time, times expat", 15, "timed", ONE, "cpu", EXPAT),
-    ("all types mixed, in no order, times expat", 15, "mixed", ONE, "cpu", EXPAT),
-    ("attributes shuffled, times expat", 5, "shuffled", ONE, "cpu", EXPAT),
-    ("single quotes, times expat", 3, "single", ONE, "cpu", EXPAT),
-    ("a comment before each record, times expat", 3, "comments", ONE, "cpu", EXPAT),
-    ("a reference in each record, times expat", 3, "references", ONE, "cpu", EXPAT),
-]
-SLOWER_BY = 1.1  # at most, than expat, whatever the document
-MEMORY = 16      # at most, whatever the document
+LIFELIKE = {"first": "makeexport's export", "second": "the second generator's export"}
+AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]  # as the baseline, at least
 
-tables = {}  # by name, then by program: medians and most memory
+tables = {}   # by name, then by program: medians and most memory
+differ = []   # the tables in which not all programs of this build printed the same days
+limited = []  # the tables of documents that a limit of memory ends
 
 
 def compare(name, title, path, names, base):
-    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each")
-    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU x':>8}{'wall x':>8}", flush=True)
-    names = [name for name in names if name in programs]
-    measured(binaries, programs["read()"] + [path])  # so that the file is in memory
-    results = {name: [] for name in names}
-    for _ in range(runs):
-        for program in names:
+    names = [program for program in names if program in programs]
+    verdict = subprocess.run(programs[BY_EXPAT] + [path], capture_output=True, text=True, check=False).stderr.strip()
+    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each; {verdict}")
+    print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU /':>8}{'wall /':>8}", flush=True)
+    results = {program: [] for program in names}
+    for turn in range(runs):
+        first = turn % len(names)  # so that none always runs after the same one
+        for program in names[first:] + names[:first]:
             results[program].append(measured(binaries, programs[program] + [path]))
-    if len({run.output for program in names if program != "read()" for run in results[program]}) > 1:
-        sys.exit(f"not all read the same days in {path}")
     table = tables[name] = {program: summary(program, rows) for program, rows in results.items()}
     for program, row in table.items():
         walls = [run.wall for run in results[program]]
         print(f"{program:24}{row['cpu']:8.3f}{row['wall']:8.3f}{min(walls):8.3f}{max(walls):8.3f}{row['memory']:8.1f}"
-              f"{table[base]['cpu'] / row['cpu']:8.1f}{table[base]['wall'] / row['wall']:8.1f}", flush=True)
+              f"{row['cpu'] / table[base]['cpu']:8.2f}{row['wall'] / table[base]['wall']:8.2f}", flush=True)
+    if len({run.output for program in names if program not in (READ, OLD_ONE, OLD_TWO) for run in results[program]}) > 1:
+        differ.append(title)
+        print("not all read the same days")
+    if "memory" in verdict:
+        limited.append(name)
 
 
 def summary(program, rows):
@@ -76,24 +77,58 @@ def summary(program, rows):
     }
 
 
+def over(table, program, time, other):
+    return tables[table][program][time] / tables[table][other][time]
+
+
+def worst(names):
+    return max((over(name, ONE, "cpu", EXPAT if EXPAT in tables[name] else BY_EXPAT), name) for name in names)
+
+
 def goals():
-    for text, least, table, program, time, other in RATIOS:
-        rows = tables[table]
-        yield text, least, True, rows[other][time] / rows[program][time] if other in rows else None
-    yield ("the slowest document, CPU time over expat's", SLOWER_BY, False,
-           max(rows[ONE]["cpu"] / rows[EXPAT]["cpu"] for rows in tables.values() if EXPAT in rows))
-    yield ("most memory, MB above an empty document's", MEMORY, False,
-           max(row["memory"] for rows in tables.values() for name, row in rows.items() if name.startswith("stepdays")))
+    for name, title in LIFELIKE.items():
+        if baseline:
+            yield f"{title}, one thread, CPU / baseline's", 0.76, False, over(name, ONE, "cpu", OLD_ONE)
+            yield f"{title}, two threads, wall / baseline's", 0.80, False, over(name, TWO, "wall", OLD_TWO)
+        yield f"{title}, one thread, CPU / read()'s", 2.1, False, over(name, ONE, "cpu", READ)
+    if baseline:
+        yield "the baseline's export, one thread, CPU / baseline's", 0.90, False, over("old", ONE, "cpu", OLD_ONE)
+        for name in AS_FAST:
+            yield f"{titles[name]}, one thread, CPU / baseline's", 1.0, False, over(name, ONE, "cpu", OLD_ONE)
+    ratio, name = worst(tables.keys() - limited)
+    yield f"the slowest document ({name}), CPU / expat's", 1.1, False, ratio
+    if limited:
+        ratio, name = worst(limited)
+        yield f"the slowest that memory ends ({name}), CPU / expat's", 2, False, ratio
+    memory, name = max((row["memory"], name) for name, rows in tables.items() for program, row in rows.items()
+                       if program in (ONE, TWO, FOUR, BY_EXPAT))
+    yield f"most memory ({name}), MB above an empty run", 16, False, memory
+    yield "documents of which not all read the same days", 0, False, len(differ)
+
+
+def part_of(whole, divisor):
+    """A size as makeexport takes it: a part of `whole`."""
+    return f"{(int(whole[:-1]) << {'K': 0, 'M': 10, 'G': 20}[whole[-1]]) // divisor}K"
 
 
 os.makedirs(folder, exist_ok=True)
-empty = variants.empty(folder)
-empty_memory = {name: statistics.median(measured(binaries, words + [empty]).memory for _ in range(runs))
+empty_memory = {name: statistics.median(measured(binaries, words + [empty(folder)]).memory for _ in range(runs))
                 for name, words in programs.items()}
-export = variants.export(os.path.join(binaries, "makeexport"), os.path.join(folder, f"export-{size}.xml"), size)
-compare("whole", "An export", export, IN_WHOLE, EXPAT)
-for name, (title, path) in variants.variants(folder, export).items():
+makeexport = os.path.join(binaries, "makeexport")
+exports = {"first": variants.export(makeexport, os.path.join(folder, f"export-{size}.xml"), size),
+           "second": variants.other_export(os.path.join(folder, f"other-{size}.xml"), size)}
+if baseline:
+    exports["old"] = variants.export(os.path.join(baseline, "makeexport"), os.path.join(folder, f"old-{size}.xml"), size)
+for name, path in exports.items():
+    compare(name, LIFELIKE.get(name, "The baseline's export").capitalize(), path, IN_EXPORTS, EXPAT)
+
+small = part_of(size, 4)  # the variants need no more: what they take per byte is all that counts
+whole = variants.export(makeexport, os.path.join(folder, f"export-{small}.xml"), small)
+changed, damaged = variants.variants(folder, whole), damage(folder)
+titles = {name: title for name, (title, _) in {**changed, **damaged}.items()}
+assert len(titles) == len(changed) + len(damaged), "a name is used twice"
+for name, (title, path) in changed.items():
     compare(name, title, path, IN_VARIANTS, EXPAT)
-for title, path in variants.damage(folder, os.path.getsize(export)):
-    compare(title, title, path, IN_DAMAGE, BY_EXPAT)
+for name, (title, path) in damaged.items():
+    compare(name, title, path, IN_DAMAGE, BY_EXPAT)
 print_goals(goals())

@@ -18,10 +18,7 @@ def measured(binaries, words):
 
 def print_goals(goals):
     """Of each goal, the text, the figure, whether it is the least or the most allowed, and what was measured."""
-    print(f"\n{'':56}{'goal':>8}{'here':>8}")
+    print(f"\n{'':68}{'goal':>8}{'here':>8}")
     for text, goal, is_least, here in goals:
-        if here is None:
-            print(f"{text:56}{goal:8.2f}{'-':>8} not measured")
-        else:
-            reached = here >= goal if is_least else here <= goal
-            print(f"{text:56}{goal:8.2f}{here:8.2f} {'reached' if reached else 'missed'}")
+        reached = round(here, 2) >= goal if is_least else round(here, 2) <= goal
+        print(f"{text:68}{goal:8.2f}{here:8.2f} {'reached' if reached else 'missed'}")

@@ -1,0 +1,105 @@
+"""Documents that nobody exports: they grow in one place, or make a reader keep, look up or search much."""
+import itertools
+import os
+import random
+
+from variants import made
+
+SIZE = 40 * 2**20  # of those that grow: a read takes some hundredths of a second, far more than a start
+ROOT, END = b"<HealthData>\n", b"\n</HealthData>\n"
+LONGEST = 9_990_000  # a little less than the longest tag, comment or value that is read
+
+
+def filled(begin, piece, end=b"", size=SIZE):
+    """Writes a document in which `piece`, a text or a function of a number, stands as often as fits."""
+    def write(file):
+        left = size - file.write(begin)
+        pieces = map(piece, itertools.count()) if callable(piece) else itertools.repeat(
+            piece * max(1, 4096 // len(piece)))
+        for text in pieces:
+            if left < len(text):
+                break
+            left -= file.write(text)
+        file.write(end)
+    return write
+
+
+def written(*parts):
+    return lambda file: file.writelines(parts)
+
+
+def each(count, piece):
+    return b"".join(piece(n) for n in range(count))
+
+
+def seldom_new():
+    chance = random.Random(1)
+    return filled(ROOT, lambda _: b"".join(
+        b'<a b="%s"/>' % (b"%c" % chance.randrange(97, 123) if chance.random() < 0.003 else b"")
+        for _ in range(10_000)), END)
+
+
+def letters(length):
+    """The same value of letters beyond ASCII in each tag."""
+    return filled(ROOT, b'<a b="' + "\u00e9".encode() * (length // 2) + b'"/>\n', END)
+
+
+def distinct_letters(n):
+    """Values of letters beyond ASCII, none of which stands twice; 2 to 10 KB."""
+    return b'<a b="' + chr(0x100 + n % 4000).encode() * (1000 + 37 * n % 4000) + b'%d"/>\n' % n
+
+
+def distinct_markup(n):
+    """Other white space between the attributes in each tag."""
+    spaces = bytes(b" \t\n "[n >> 2 * bit & 3] for bit in range(10))
+    return b'<a b=""' + spaces[:5] + b'c=""' + spaces[5:] + b"/>"
+
+
+WRITERS = {
+    "comment": ("One comment", filled(ROOT + b"<!--", b"a", b"-->" + END)),
+    "longest": ("Comments of 7 to 10 MB", written(
+        ROOT, *(b"<!--" + b"a" * length + b"-->\n" for length in (7_000_000, 8_000_000, 9_000_000, LONGEST)), END)),
+    "value": ("One attribute value", filled(ROOT + b'<Record type="', b"a", b'"/>' + END)),
+    "tag": ("One attribute value just not too long", filled(ROOT + b'<a b="', b"a", b'"/>' + END, LONGEST)),
+    "most": ("Many names, a tag and its values just not too long, then more", written(
+        ROOT, each(5000, lambda n: b"<n%d/>" % n), b'<a b="' + b"a" * (2**21 - 1000) + b'"' + b" " * 7_800_000 + b"/>",
+        b'<a b="1"/>' * 300_000, END)),
+    "pools": ("72 tags of long values", written(
+        ROOT, each(72, lambda n: b'<a b="%s"/>\n' % (b"a" * (100_000 + 300 * n))), END)),
+    "seldom": ("Values that are seldom new in very short tags", seldom_new()),
+    "letters2": ("Values of 2 KB beyond ASCII", letters(2_000)),
+    "letters20": ("Values of 20 KB beyond ASCII", letters(20_000)),
+    "letters250": ("Values of 250 KB beyond ASCII", letters(250_000)),
+    "distinct": ("Distinct values beyond ASCII", filled(ROOT, distinct_letters, END)),
+    "texts": ("Texts of 100 to 300 KB", filled(
+        ROOT, lambda n: b"<a/>" + b"text " * (20_000 + 10_000 * (n % 5)), END)),
+    "text": ("One text", filled(ROOT, b"a", END)),
+    "deep": ("Elements opened without end", filled(ROOT, b"<a>\n")),
+    "elements": ("A new element name in each tag", filled(ROOT, lambda n: b"<n%d/>\n" % n, END)),
+    "attributes": ("A new attribute name in each tag", filled(ROOT, lambda n: b'<r a%d=""/>\n' % n, END)),
+    "markup": ("Other white space in each tag", filled(ROOT, distinct_markup, END)),
+    "doctype": ("A malformed doctype without end", filled(
+        b"<!DOCTYPE HealthData [<!ELEMENT a EMPTY>< ", b"<!ELEMENT a EMPTY>\n")),
+    "default": ("Two default values just not too long", written(
+        b"<!DOCTYPE a [", each(2, lambda n: b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000)), b"]>", ROOT,
+        b'<a b="' + b"a" * 9_900_000 + b'"/>', END)),
+    "defaults": ("1000 tags with 14,000 default attributes", written(
+        b"<!DOCTYPE a [<!ATTLIST a ", each(14_000, lambda n: b'b%d CDATA "%d" ' % (n, n)), b">]>", ROOT,
+        b"<a/>" * 1000, END)),
+    "entity": ("A replacing text in a value, both just not too long", written(
+        b'<!DOCTYPE a [<!ENTITY b "' + b"a" * 2_000_000 + b'">]>', ROOT, b'<a b="&b;' + b"a" * 2_000_000 + b'"/>', END)),
+    "entities": ("Entities without end", filled(
+        b"<!DOCTYPE a [", lambda n: b'<!ENTITY e%d "v">' % n, b"]>" + ROOT + END, 20_000_000)),
+    "entityreferences": ("2 million references to an entity", written(
+        b'<!DOCTYPE a [<!ENTITY e "">]>', ROOT, b"&e;" * 2_000_000, END)),
+}
+
+
+def damage(folder):
+    """Titles and paths, by name."""
+    return {name: (title, made(os.path.join(folder, f"damage-{name}.xml"), write, __file__))
+            for name, (title, write) in WRITERS.items()}
+
+
+def empty(folder):
+    return made(os.path.join(folder, "empty.xml"), lambda file: file.write(b"<HealthData/>\n"))
