@@ -212,7 +212,7 @@ const QColor deep(0x17, 0x50, 0x5A);
 const QColor skin(0xF0, 0xC4, 0x9B);
 const QColor soft(0xB5, 0xD0, 0xCA);
 const QColor paper(0xF7, 0xF6, 0xF1);
-const std::vector<Spot> spotsOfPages[] = {
+const std::vector<Spot> spotsOfPages[helpPageCount] = {
     // The ring about the name, the face in it.
     {{486, 104, coral}, {486, 180, coral}, {438, 138, skin}},
     // The ring about "Export All Health Data", its left and its right end.
@@ -221,6 +221,8 @@ const std::vector<Spot> spotsOfPages[] = {
     {{344, 306, coral}, {344, 386, coral}, {200, 346, deep}},
     // The ring about "Choose…", the cards of export.zip and export.xml.
     {{400, 286, coral}, {314, 316, coral}, {350, 60, soft}, {560, 60, soft}, {320, 100, paper}},
+    // The title bar, the key caps.
+    {{100, 40, soft}, {438, 328, coral}, {446, 316, paper}, {438, 427, coral}, {446, 416, paper}},
 };
 
 bool shows(const QImage& picture, const std::vector<Spot>& spots) {
@@ -238,7 +240,7 @@ bool shows(const QImage& picture, const std::vector<Spot>& spots) {
 TEST_F(HelpWindowControllerTest, everyPageShowsItsOwnPicture) {
     for (int page = 0; page < helpPageCount; ++page) {
         controller.updateForPage(page);
-        for (int other = 0; other < static_cast<int>(std::size(spotsOfPages)); ++other) {
+        for (int other = 0; other < helpPageCount; ++other) {
             EXPECT_EQ(shows(image(), spotsOfPages[other]), page == other) << page << " " << other;
         }
     }
