@@ -1,5 +1,5 @@
-// What a step record costs, with its date in the form that phones write and in another, and how
-// fast a whole export is read.
+// Measures the cost of a step record, with its date in the form that phones write and in another
+// form, and the time to read a whole export.
 
 #include "Ratios.h"
 #include "import/ExportReader.h"
@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono;
 
-// A day's records, a minute after the other.
+// One day, a date each minute.
 std::vector<std::string> dayOfStartDates(const char* offset) {
     std::vector<std::string> dates;
     for (int minute = 0; minute < 24 * 60; ++minute) {
@@ -38,7 +38,7 @@ std::vector<std::string> dayOfStartDates(const char* offset) {
 const std::vector<std::string> exactForm = dayOfStartDates("+0000");
 const std::vector<std::string> otherForm = dayOfStartDates("+00:00");
 
-// Calls `once` with each of the texts in turn.
+// Calls `once` with the texts in turn, again and again.
 template <typename Call>
 void withEach(benchmark::State& state, const std::vector<std::string>& texts, Call once) {
     std::size_t next = 0;
@@ -82,7 +82,7 @@ void recordOfOtherType(benchmark::State& state) {
 }
 BENCHMARK(recordOfOtherType);
 
-// What a step record costs once its attributes are found: the date, its day and the number.
+// The cost of a step record after its attributes are found: the date, its day and the number.
 void dateAndDay(benchmark::State& state) {
     StepSums sums;
     withEach(state, exactForm, [&](const std::string& startDate) { sums.add(startDate, "117"); });

@@ -11,7 +11,7 @@ namespace ambulet {
 
 namespace {
 
-/// Prints as usual, and keeps the medians.
+/// Prints as usual and keeps the medians.
 class MedianReporter : public benchmark::ConsoleReporter {
   public:
     MedianReporter() : ConsoleReporter(OO_Tabular) {}

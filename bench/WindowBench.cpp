@@ -1,8 +1,8 @@
-// bench_window EXPORT: how long the main thread is busy at a time, with 40 years of days in the
-// table, and while EXPORT (a gigabyte, say) is being loaded. Each row is what one update took at
-// the middle and at the worst, and the share of the limit that the worst is.
+// bench_window EXPORT: measures how long the main thread is busy with one update, with 40 years of
+// days in the table and while EXPORT (about a gigabyte) is loaded. Each row has the median and the
+// longest time, and the longest as a share of the limit.
 //
-// The window draws in memory.
+// The window draws to memory.
 
 #include "mainwindow/MainWindowController.h"
 #include "mainwindow/SettingsKeys.h"
@@ -44,7 +44,7 @@ double milliseconds(const std::function<void()>& work) {
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-// A record a day for 40 years.
+// One record a day for 40 years.
 QString writeFortyYears(const QTemporaryDir& folder) {
     QFile file(folder.filePath(QStringLiteral("forty-years.xml")));
     if (!file.open(QIODevice::WriteOnly)) {
@@ -81,7 +81,7 @@ void benchTable(MainWindowController& controller) {
     std::printf("%zu days in %d rows\n", controller.allSteps().size(), table.model()->rowCount());
     const auto draw = [&table] { table.viewport()->repaint(); };
 
-    QCoreApplication::processEvents();  // until then the table is not laid out
+    QCoreApplication::processEvents();  // lays out the table
     std::vector<double> scrolls;
     QScrollBar& bar = *table.verticalScrollBar();
     const int step = std::max(1, bar.maximum() / 500);
@@ -112,7 +112,7 @@ void benchTable(MainWindowController& controller) {
     print("clearing the selection, with statistics", clearings, updateLimitMs);
 }
 
-// Another thread sends an event every two milliseconds; what counts is how long each of them waits.
+// Another thread posts an event every two milliseconds. The time that each event waits is measured.
 void benchLoading(MainWindowController& controller) {
     using Clock = std::chrono::steady_clock;
     std::vector<double> waits;

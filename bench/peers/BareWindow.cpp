@@ -1,5 +1,5 @@
-// bare_window: shows a window as large as the program's and with as many views of Qt's own in it,
-// which do nothing: what any Qt program of this size has to wait for.
+// bare_window: shows a window of the size of the application's, with as many of Qt's own widgets,
+// which do nothing. Its start is the least that a Qt program of this size can take.
 
 #include <QApplication>
 #include <QGridLayout>

@@ -1,4 +1,4 @@
-// peer_expat FILE: the days of an export through expat and nothing else.
+// peer_expat FILE: prints the days of an export, read with expat alone.
 
 #include "Peer.h"
 #include "import/steps/StepRecord.h"

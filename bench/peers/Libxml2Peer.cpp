@@ -1,4 +1,4 @@
-// peer_libxml2 FILE: the days of an export through libxml2's SAX2 push parser.
+// peer_libxml2 FILE: prints the days of an export, read with libxml2's SAX2 push parser.
 
 #include "Peer.h"
 #include "import/steps/StepRecord.h"
@@ -17,7 +17,8 @@ const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-/// libxml2 gives five pointers an attribute: name, prefix, namespace, and the value's two ends.
+/// libxml2 has five pointers for each attribute: name, prefix, namespace, begin and end of the
+/// value.
 void startElement(void* toAdd, const xmlChar* name, const xmlChar* /*prefix*/,
                   const xmlChar* /*uri*/, int /*namespaceCount*/, const xmlChar** /*namespaces*/,
                   int attributeCount, int /*defaultedCount*/, const xmlChar** attributes) {

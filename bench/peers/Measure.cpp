@@ -1,8 +1,9 @@
-// measure COMMAND [ARGUMENT]...: runs a command with its output thrown away, and prints the seconds
-// of processor time that it took, the seconds by the clock, and the most memory it had, in KB.
+// measure COMMAND [ARGUMENT]...: runs a command without its standard error, and prints there its
+// CPU seconds, its wall seconds and the most memory that it had, in KB. The exit status is 1 if the
+// command cannot be run or a signal ends it.
 //
-// The kernel counts the memory of whoever starts a program as the program's own until it runs, so
-// a small one has to do it. Exit status 1 where the command ended in another way than by itself.
+// The kernel counts a parent's memory as the child's until the child executes its program, so the
+// parent has to be small.
 
 #include <cstdio>
 #include <ctime>

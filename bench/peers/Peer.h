@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// What the peers of stepdays have alike: the block size, and the days as it prints them.
+/// Shared by the peers of stepdays: the block size, and printing days as stepdays does.
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
 
 inline void printDays(const StepSums& sums) {

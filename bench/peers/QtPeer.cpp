@@ -1,4 +1,4 @@
-// peer_qt FILE: the days of an export through QXmlStreamReader.
+// peer_qt FILE: prints the days of an export, read with QXmlStreamReader.
 
 #include "Peer.h"
 #include "import/steps/StepRecord.h"

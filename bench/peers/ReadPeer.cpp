@@ -1,4 +1,4 @@
-// peer_read FILE: reads the bytes of a file and does nothing with them.
+// peer_read FILE: reads the bytes of a file and ignores them.
 
 #include "Peer.h"
 

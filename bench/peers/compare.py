@@ -88,22 +88,22 @@ def worst(names):
 def goals():
     for name, title in LIFELIKE.items():
         if baseline:
-            yield f"{title}, one thread, CPU / baseline's", 0.76, False, over(name, ONE, "cpu", OLD_ONE)
-            yield f"{title}, two threads, wall / baseline's", 0.80, False, over(name, TWO, "wall", OLD_TWO)
-        yield f"{title}, one thread, CPU / read()'s", 2.1, False, over(name, ONE, "cpu", READ)
+            yield f"{title}, one thread, CPU / baseline's", 0.76, over(name, ONE, "cpu", OLD_ONE)
+            yield f"{title}, two threads, wall / baseline's", 0.80, over(name, TWO, "wall", OLD_TWO)
+        yield f"{title}, one thread, CPU / read()'s", 2.1, over(name, ONE, "cpu", READ)
     if baseline:
-        yield "the baseline's export, one thread, CPU / baseline's", 0.90, False, over("old", ONE, "cpu", OLD_ONE)
+        yield "the baseline's export, one thread, CPU / baseline's", 0.90, over("old", ONE, "cpu", OLD_ONE)
         for name in AS_FAST:
-            yield f"{titles[name]}, one thread, CPU / baseline's", 1.0, False, over(name, ONE, "cpu", OLD_ONE)
+            yield f"{titles[name]}, one thread, CPU / baseline's", 1.0, over(name, ONE, "cpu", OLD_ONE)
     ratio, name = worst(tables.keys() - limited)
-    yield f"the slowest document ({name}), CPU / expat's", 1.1, False, ratio
+    yield f"the slowest document ({name}), CPU / expat's", 1.1, ratio
     if limited:
         ratio, name = worst(limited)
-        yield f"the slowest that memory ends ({name}), CPU / expat's", 2, False, ratio
+        yield f"the slowest that memory ends ({name}), CPU / expat's", 2, ratio
     memory, name = max((row["memory"], name) for name, rows in tables.items() for program, row in rows.items()
                        if program in (ONE, TWO, FOUR, BY_EXPAT))
-    yield f"most memory ({name}), MB above an empty run", 16, False, memory
-    yield "documents of which not all read the same days", 0, False, len(differ)
+    yield f"most memory ({name}), MB above an empty run", 16, memory
+    yield "documents of which not all read the same days", 0, len(differ)
 
 
 def part_of(whole, divisor):

@@ -1,10 +1,10 @@
-"""Runs of whole programs, and what they are held against."""
+"""Measures whole programs and prints goals."""
 import collections
 import os
 import subprocess
 import sys
 
-# Seconds of processor time, seconds by the clock, the most memory in KB, and what was printed.
+# CPU seconds, wall seconds, the most memory in KB, and the standard output.
 Run = collections.namedtuple("Run", "cpu wall memory output")
 
 
@@ -17,8 +17,7 @@ def measured(binaries, words):
 
 
 def print_goals(goals):
-    """Of each goal, the text, the figure, whether it is the least or the most allowed, and what was measured."""
-    print(f"\n{'':68}{'goal':>8}{'here':>8}")
-    for text, goal, is_least, here in goals:
-        reached = round(here, 2) >= goal if is_least else round(here, 2) <= goal
-        print(f"{text:68}{goal:8.2f}{here:8.2f} {'reached' if reached else 'missed'}")
+    """Prints for each goal the text, the most that is allowed, what was measured, and whether that is allowed."""
+    print(f"\n{'':76}{'goal':>8}{'here':>8}")
+    for text, goal, here in goals:
+        print(f"{text:76}{goal:8.2f}{here:8.2f} {'reached' if round(here, 2) <= goal else 'missed'}")

@@ -1,4 +1,4 @@
-"""A display of its own, whose picture is looked at from outside: the server keeps it in a file."""
+"""An X server of its own. Its picture is read from the file in which the server keeps it."""
 import mmap
 import os
 import struct
@@ -7,7 +7,7 @@ import tempfile
 import time
 
 WIDTH, HEIGHT = 960, 800
-EACH = 8  # of the lines of the picture is looked at: enough to see text change, and quick
+EACH = 8  # one line in so many is compared: quick, and enough to see text change
 
 
 class Screen:
@@ -41,7 +41,7 @@ class Screen:
         return os.path.join(self._folder.name, "Xvfb_screen0")
 
     def look(self):
-        """The picture, good for comparing."""
+        """The lines of the picture that are compared."""
         return [self._map[line] for line in self._lines]
 
     def save(self, path):
@@ -59,7 +59,7 @@ class Screen:
         return time.monotonic()
 
     def wait_until_still(self, seconds):
-        """The picture, once it has not changed for so long."""
+        """The picture, after it has not changed for so many seconds."""
         picture, since = self.look(), time.monotonic()
         while time.monotonic() - since < seconds:
             time.sleep(0.01)

@@ -8,7 +8,7 @@ import sys
 
 
 def made(path, write, *sources):
-    """The path, with what `write` writes to an open file in it. A file that is newer than all sources is kept."""
+    """Returns the path after `write` has written the file. A file that is newer than all sources is kept."""
     if not os.path.exists(path) or any(os.path.getmtime(path) < os.path.getmtime(source) for source in sources):
         with open(path + ".part", "wb") as file:
             write(file)
@@ -22,14 +22,14 @@ def export(makeexport, path, size):
 
 
 def other_export(path, size):
-    """An export of the generator that shares no code with makeexport."""
+    """An export by the generator that shares no code with makeexport."""
     generator = os.path.join(os.path.dirname(__file__), "export.py")
     return made(path, lambda file: subprocess.run([sys.executable, generator, size], stdout=file, check=True),
                 generator)
 
 
 def records(file):
-    """The lines of an export, those of a record at the top level as one: whether it is one, and the text."""
+    """The lines of an export, those of a top-level record as one text: whether it is a record, and the text."""
     for line in file:
         if line.startswith(b" <Record ") and not line.endswith(b"/>\n"):
             line += b"".join(iter(file.readline, b" </Record>\n")) + b" </Record>\n"
@@ -46,7 +46,7 @@ def with_each(change):
 
 
 def mixed(in_order):
-    """Writes a copy with the records in the order that `in_order` makes of their start dates."""
+    """Writes a copy with the records in an order: `in_order` gets their start dates and returns their indexes."""
     def write(source, copy):
         dates, begins, lengths, place = [], [], [], 0
         for is_record, text in records(source):
@@ -102,7 +102,7 @@ def cut(source, copy):
 
 
 def variants(folder, whole):
-    """Of the export at the path `whole`: titles and paths, by name."""
+    """Variants of the export at the path `whole`: titles and paths, by name."""
     writers = {
         "timed": ("Records of all types mixed, in order of time", mixed(by_time)),
         "mixed": ("Records of all types mixed, in no order", mixed(by_chance)),

@@ -42,7 +42,7 @@ void appendPart(std::string& text, std::integral auto number) {
     text += std::to_string(number);
 }
 
-/// Draws no random numbers for more than one part: their order would be the compiler's.
+/// At most one part may be a random number: the compiler decides in which order parts are drawn.
 void append(std::string& text, const auto&... parts) {
     (appendPart(text, parts), ...);
 }
@@ -108,7 +108,7 @@ struct Times {
 /// What the place within a section stands for.
 struct Moment {
     local_days day;
-    seconds ofDay;      // the share of the day's bytes that are written, of 24 hours
+    seconds ofDay;      // of 24 hours, as large a share as is written of the day's bytes
     std::int64_t left;  // elements that fit into the day from here, at least 1
 };
 
@@ -189,7 +189,7 @@ class Export {
         Burst burst;
         if (type.name == "StepCount") {
             fill(type.share, since, [&](const Moment& at) { addSteps(type, at, burst); });
-            if (_stepsDay == local_days::min()) {  // even the smallest export has a step record
+            if (_stepsDay == local_days::min()) {  // the smallest exports need a step record, too
                 addSteps(type, {firstDay, 0s, 1}, burst);
             }
             return;
@@ -207,7 +207,7 @@ class Export {
         });
     }
 
-    /// Most values are near the one before, the others more often low than high.
+    /// Most values are near the previous one. The others are low more often than high.
     int valueAfter(int value, const Range& range) {
         const int most = (range.high - range.low) / 8 + 1;
         value += _random.between(-most, most);
@@ -217,8 +217,8 @@ class Export {
                               _random.between(range.low, range.high));
     }
 
-    /// Begins another burst if the last one is over. Most records begin where the one before ended
-    /// if that is near, as a sensor's do; all begin on `moment.day`.
+    /// Begins another burst if the last one is over. Like a sensor's, a record begins where the
+    /// previous one ended if that is near. All begin on `moment.day`.
     Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
         if (burst.left == 0) {
             burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));
@@ -264,7 +264,7 @@ class Export {
         Random random(_seed ^ (static_cast<std::uint64_t>(day.time_since_epoch().count()) << 32));
         const bool isWeekend = weekday(day) == Saturday || weekday(day) == Sunday;
         int steps = isWeekend ? 5200 : 3900;
-        for (int i = 0; i < 3; ++i) {  // a sum of several is near the middle more often than not
+        for (int i = 0; i < 3; ++i) {  // so that most sums are near the middle
             steps += random.between(0, 3000);
         }
         return random.oneIn(40) ? steps + random.between(4000, 9000) : steps;
@@ -312,7 +312,7 @@ class Export {
             char time[32];
             std::snprintf(time, sizeof time, "%d:%02d:%02d.%02d", (hour + 11) % 12 + 1,
                           hundredths / 6000 % 60, hundredths / 100 % 60, hundredths % 100);
-            // Before AM and PM stands a narrow no-break space.
+            // A narrow no-break space stands before AM and PM.
             append(_text, "   <InstantaneousBeatsPerMinute bpm=\"", perMinute, "\" time=\"",
                    string_view(time), "\u202f", hour < 12 ? "AM" : "PM", "\"/>\n");
         }
@@ -354,7 +354,7 @@ class Export {
                length * _random.between(90, 160) / 1e3, "\" unit=\"kcal\"/>\n </Workout>\n");
     }
 
-    /// One for each day, or for each so many days as have room.
+    /// One for each day. In a small export, one every few days.
     void writeSummaries() {
         constexpr std::int64_t length = 270;
         const days all = lastDay - firstDay;
@@ -377,7 +377,7 @@ class Export {
     std::FILE* _file;
     StepSums& _sums;
     Random _random;
-    std::string _text;           // what is not yet in the file
+    std::string _text;           // not yet in the file
     std::uint64_t _written = 0;  // bytes in the file
     std::uint64_t _begin = 0;    // the place after the prolog
     unsigned _shares = 0;        // of the sections so far

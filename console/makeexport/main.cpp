@@ -111,8 +111,7 @@ Arguments readArguments(const std::vector<std::string>& words) {
     return arguments;
 }
 
-/// Makes a file whose content `write` writes. The result is false, and the reason is printed, if it
-/// cannot be written.
+/// Makes a file with the content that `write` writes. If that fails, prints why and returns false.
 bool makeFile(const std::string& path, auto write) {
     std::FILE* file = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
     const bool isWritten = file != nullptr && write(file);
