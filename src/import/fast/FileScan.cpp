@@ -1,19 +1,16 @@
 #include "import/fast/FileScan.h"
 
+#include "import/xml/InputBuffer.h"
 #include "import/xml/InputFile.h"
 
 #include <algorithm>
 #include <condition_variable>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <iterator>
 #include <limits>
 #include <map>
-#include <memory>
 #include <mutex>
-#include <new>
-#include <span>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -47,53 +44,12 @@ constexpr int mostMisfits = 16;
 
 constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
 
-/// Bytes of a file in memory, with null characters behind them. They are read to where a page
-/// begins, which takes a fifth of the time less.
-class Buffer {
-  public:
-    /// For `before` bytes that are carried over, and `size` bytes that are read.
-    Buffer(std::size_t before, std::size_t size)
-        : _bytes(static_cast<char*>(
-              std::aligned_alloc(page, rounded(before) + rounded(size + TagScanner::padding)))),
-          _begin(_bytes.get() + rounded(before)) {
-        if (_bytes == nullptr) {
-            throw std::bad_alloc();
-        }
-    }
-
-    /// Where the bytes lie that are read.
-    char* begin() const { return _begin; }
-
-    /// Reads the bytes from `offset` on, `most` of them if there are so many, and returns how many
-    /// there are. An error in reading ends the file.
-    std::size_t read(const InputFile& file, std::uint64_t offset, std::size_t most) const {
-        std::size_t size = 0;
-        std::error_code endsTheFile;
-        while (const std::size_t count =
-                   file.read(offset + size, std::span(_begin + size, most - size), endsTheFile)) {
-            size += count;
-        }
-        std::fill_n(_begin + size, TagScanner::padding, '\0');
-        return size;
-    }
-
-  private:
-    static constexpr std::size_t page = 4096;
-    static std::size_t rounded(std::size_t size) { return (size + page - 1) / page * page; }
-
-    struct Free {
-        void operator()(char* bytes) const { std::free(bytes); }
-    };
-
-    std::unique_ptr<char, Free> _bytes;
-    char* _begin;
-};
-
 /// Scans a file from block to block, in order.
 class SequentialScan {
   public:
     SequentialScan(const InputFile& file, std::size_t blockSize)
-        : _file(file), _blockSize(blockSize), _buffer(longestCarriedOver, blockSize) {}
+        : _file(file), _blockSize(blockSize),
+          _buffer(longestCarriedOver, blockSize, TagScanner::padding) {}
 
     /// Scans from `offset`, where the scanner was started, to the first place from `stop` on that
     /// is between two pieces of markup. Returns it; or the last such place before which all is
@@ -124,7 +80,7 @@ class SequentialScan {
   private:
     const InputFile& _file;
     std::size_t _blockSize;
-    Buffer _buffer;
+    InputBuffer _buffer;
 };
 
 /// What came of scanning a chunk by itself.
@@ -145,7 +101,7 @@ class ChunkScan {
   public:
     ChunkScan(const InputFile& file, const FileScan& options)
         : _file(file), _mostLongTagBytes(options.mostLongTagBytes),
-          _buffer(0, options.chunkSize + overlap) {}
+          _buffer(0, options.chunkSize + overlap, TagScanner::padding) {}
 
     /// Scans the chunk from `begin` to `end`; from its very beginning if it is the first.
     Chunk scan(std::uint64_t begin, std::uint64_t end, bool isFirst) {
@@ -197,7 +153,7 @@ class ChunkScan {
 
     const InputFile& _file;
     std::uint64_t _mostLongTagBytes;
-    Buffer _buffer;
+    InputBuffer _buffer;
     TagScanner _scanner;
 };
 

@@ -103,10 +103,9 @@ class Prediction {
         return !_blocks.empty();
     }
 
+    /// In bytes: of the value, and of value and piece.
     std::size_t valueSize() const { return _valueSize; }
-
-    /// The value is of printable ASCII, without references.
-    bool isPlainValue() const { return _isPlainValue; }
+    std::size_t size() const { return _size; }
 
     Piece& next() const { return *_next; }
 
@@ -120,7 +119,7 @@ class Prediction {
 
     std::vector<Block> _blocks;
     std::size_t _valueSize = 0;
-    bool _isPlainValue = true;
+    std::size_t _size = 0;
     Piece* _next = nullptr;
 };
 
@@ -131,18 +130,23 @@ struct Piece {
     /// In bytes. Only a tag with many blanks is longer.
     static constexpr std::size_t longest = 8 * ByteScan::width;
 
+    // What followed it, the latest first. Three, since a phone, a watch and an application may
+    // write by turns.
+    std::array<Prediction, 3> predictions;
+    std::array<Piece*, 2> successors{};
+    unsigned misses = 0;         // of the predictions, in close succession; see TagScanner
+    std::uint64_t lastMiss = 0;  // the number of its tag
+
     Markup markup;
-    NameTable::Id inElement = 0;  // in whose tag it begins
-    bool keepsDepth = true;
     NameSet attributes;  // the one whose value follows
+    bool keepsDepth = true;
+    NameTable::Id inElement = 0;  // in whose tag it begins
     std::array<char, longest> bytes{};
 
-    // What followed it, the latest first. Two, since two devices often write by turns.
-    std::array<Prediction, 2> predictions;
-    std::array<Piece*, 2> successors{};
-    int misses = 0;  // of the predictions; see TagScanner
-
     void set(const Markup& effect) {
+        if (effect.quote != markup.quote) {
+            forgetSuccessors();  // they were verified in other quotes
+        }
         markup = effect;
         keepsDepth = effect.keepsDepth();
         attributes = NameSet(effect.attribute);

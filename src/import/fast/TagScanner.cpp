@@ -26,10 +26,10 @@ namespace {
 /// Elements that may be open. Exports have five.
 constexpr std::size_t deepest = 100;
 
-/// A miss of a predicted value costs about as much as eight hits gain. After a dozen misses with
-/// few hits between them, sizes of values are taken to vary.
-constexpr int missWeight = 8;
-constexpr int mostMisses = 12 * missWeight;
+/// A miss of a predicted value costs about as much as eight hits gain. So misses with fewer tags
+/// between them are in close succession; after a dozen of them, sizes of values are taken to vary.
+constexpr std::uint64_t closeSuccession = 8;
+constexpr unsigned mostMisses = 12;
 
 /// Predictions are tried anew after so many blocks, some 16 MiB: a dozen misses of a hundred pieces
 /// take less than a hundredth of the time for those.
@@ -40,22 +40,20 @@ constexpr unsigned blocksBetweenRetries = 64;
 void Prediction::learn(std::string_view value, char quote, Piece& piece) {
     _next = &piece;
     _valueSize = value.size();
-    _isPlainValue = true;
+    _size = value.size() + piece.markup.size;
     _blocks.clear();
-    const std::size_t size = value.size() + piece.markup.size;
-    if (size > longest) {
+    if (_size > longest) {
         return;
     }
-    _blocks.resize((size + ByteScan::width - 1) / ByteScan::width);
+    _blocks.resize((_size + ByteScan::width - 1) / ByteScan::width);
     bool isInReference = false;
-    for (std::size_t index = 0; index < size; ++index) {
+    for (std::size_t index = 0; index < _size; ++index) {
         const bool isValue = index < value.size();
         const char byte = isValue ? value[index] : piece.bytes[index - value.size()];
         const bool isPrintable = ' ' <= byte && byte <= '~' && byte != quote;
         isInReference = isValue && (isInReference || byte == '&');
         const bool isFixed = !isValue || !isPrintable || isInReference;
         isInReference = isInReference && byte != ';';
-        _isPlainValue = _isPlainValue && (!isValue || !isFixed);
 
         const std::size_t bit = index % ByteScan::width;
         Block& block = _blocks[index / ByteScan::width];
@@ -144,38 +142,37 @@ template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
     for (;;) {
-        const NameTable::Id attribute = piece->markup.attribute;
-        Value value{at};
+        Value& value = _values[piece->markup.attribute];
+        value.begin = at;
         Piece* next = nullptr;
         if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) {
-            value.size = prediction->valueSize();
-            value.isPlain = prediction->isPlainValue();
+            value.end = at + prediction->valueSize();
             next = &prediction->next();
-            piece->misses -= piece->misses > 0 ? 1 : 0;
+            at += prediction->size();
         } else {
             next = readValue<Vectors>(*piece, stop, value);
             if (next == nullptr) {
                 return false;
             }
+            at = value.end + next->markup.size;
         }
-        _values[attribute] = value;
-        at = value.begin + value.size;
-        if (!next->markup.endsTag) {
-            if (!_attributes.add(next->attributes)) {
-                return false;
+        if (next->markup.endsTag) {
+            if (at > stop) {
+                next = parse(value.end, stop);  // it may end at `stop`
+                if (next == nullptr) {
+                    return false;
+                }
+                at = value.end + next->markup.size;
             }
-        } else {
-            if (at + next->markup.size > stop) {
-                next = parse(at, stop);  // it may end at `stop`
-            }
-            if (next == nullptr || !endTag(*next, at)) {
+            if (!endTag(*next, value.end)) {
                 return false;
             }
             if (_boundary >= stop || next->markup.end == Markup::End::content) {
                 return true;
             }
+        } else if (!_attributes.add(next->attributes)) {
+            return false;
         }
-        at += next->markup.size;
         piece = next;
     }
 }
@@ -205,14 +202,13 @@ template <class Vectors>
         special = Vectors::special(end, quote);
     }
     end += std::countr_zero(special);
-    value.isPlain = *end == quote;
-    if (!value.isPlain) {
+    if (*end != quote) {
         end = StrictParser::valueEnd(end, quote);
         if (*end != quote) {
             return nullptr;
         }
     }
-    value.size = static_cast<std::size_t>(end - value.begin);
+    value.end = end;
 
     Piece* next = piece.successorAt<Vectors>(end);
     if (next == nullptr) {
@@ -225,12 +221,12 @@ template <class Vectors>
         }
         piece.successors = {next, piece.successors[0]};
     }
-    if (piece.misses <= mostMisses) {
-        piece.misses += missWeight;
+    if (piece.misses < mostMisses) {
+        const bool isClose = _tagCount - std::exchange(piece.lastMiss, _tagCount) < closeSuccession;
+        piece.misses = isClose ? piece.misses + 1 : 0;
         std::ranges::rotate(piece.predictions, piece.predictions.end() - 1);
-        if (piece.misses <= mostMisses) {
-            piece.predictions[0].learn({value.begin, value.size}, quote, *next);
-        } else {
+        piece.predictions[0].learn({value.begin, value.end}, quote, *next);
+        if (piece.misses == mostMisses) {
             std::ranges::for_each(piece.predictions, &Prediction::clear);
         }
     }
@@ -246,9 +242,6 @@ template <class Vectors>
     Piece* piece = at + markup->size <= stop ? _cache.add(_element, *markup, at) : nullptr;
     if (piece == nullptr) {
         piece = &_uncached;
-        if (piece->markup.quote != markup->quote) {
-            piece->forgetSuccessors();
-        }
         piece->set(*markup);
     }
     return piece;
@@ -264,6 +257,7 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
         return false;
     }
     _longTagBytes = longTagBytes;
+    ++_tagCount;
     if (_element == _recordElement) {
         addIfStepRecord();
     }
@@ -315,20 +309,30 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     }
     const Value& startDate = _values[_startDateAttribute];
     const Value& value = _values[_valueAttribute];
-    if (startDate.isPlain && value.isPlain) {
-        _sums.add({startDate.begin, startDate.size}, {value.begin, value.size});
+    if (isPlain(startDate) && isPlain(value)) {
+        _sums.add({startDate.begin, startDate.end}, {value.begin, value.end});
     } else {
         _sums.add(text(startDate), text(value));
     }
 }
 
-inline bool TagScanner::isStepType(const Value& value) const {
-    return value.isPlain ? std::string_view(value.begin, value.size) == StepRecord::type
-                         : text(value) == StepRecord::type;
+bool TagScanner::isStepType(const Value& value) {
+    constexpr std::string_view type = StepRecord::type;
+    static_assert(type.size() > ByteScan::width);
+    const ByteScan::Mask differing = ByteScan::Baseline::differing(value.begin, type.data());
+    const auto same = static_cast<std::size_t>(std::countr_zero(differing));
+    // Where it is spelled with references, the first difference is one.
+    return std::string_view(value.begin, value.end) == type ||
+           ((same == ByteScan::width || value.begin[same] == '&') && text(value) == type);
 }
 
-std::string TagScanner::text(const Value& value) const {
-    return StrictParser::decoded({value.begin, value.size});
+/// Whether the value has neither references nor other than printable ASCII.
+bool TagScanner::isPlain(const Value& value) {
+    return ByteScan::findSpecial(value.begin, '&') >= value.end;
+}
+
+std::string TagScanner::text(const Value& value) {
+    return StrictParser::decoded({value.begin, value.end});
 }
 
 }  // namespace ambulet

@@ -57,8 +57,7 @@ class TagScanner {
   private:
     struct Value {
         const char* begin = nullptr;
-        std::size_t size = 0;
-        bool isPlain = true;  // it has neither references nor other than printable ASCII
+        const char* end = nullptr;
     };
 
     template <class Vectors>
@@ -72,8 +71,9 @@ class TagScanner {
     bool endTag(const Piece& piece, const char* at);
     bool changeDepth(const Markup& markup);
     void addIfStepRecord();
-    std::string text(const Value& value) const;
-    bool isStepType(const Value& value) const;
+    static bool isStepType(const Value& value);
+    static bool isPlain(const Value& value);
+    static std::string text(const Value& value);
     ElementNames namesOf(const std::vector<NameTable::Id>& ids) const;
 
     StepSums _sums;
@@ -87,6 +87,7 @@ class TagScanner {
     PieceCache _cache;
     Piece _uncached;  // the last one that the cache did not take
     unsigned _scanCount = 0;
+    std::uint64_t _tagCount = 0;
 
     bool _startedAnywhere = false;
     std::vector<NameTable::Id> _open;

@@ -112,6 +112,29 @@ TEST(FileScan, theScanEndsBeforeWhatIsRefused) {
     EXPECT_EQ(result.read, before.size());
 }
 
+TEST(FileScan, longTagsOfAllChunksAreCountedTogether) {
+    const std::string longTag = "<a b=\"" + std::string(TagScanner::longTag, 'x') + "\"/>\n";
+    std::string content;
+    for (int count = 0; count < 6; ++count) {
+        content += longTag + step(noon9, "1") + step(noon9, "1");
+    }
+    const TemporaryFolder folder;
+    std::error_code error;
+    const auto file =
+        InputFile::open(folder.write("export.xml", std::string(root) + content), error);
+    for (const unsigned threads : {1U, 3U}) {
+        for (const std::size_t chunkSize : {20'000U, 500'000U}) {
+            StepSums sums;
+            const FileScan scan{
+                .threads = threads, .chunkSize = chunkSize, .mostLongTagBytes = 4 * longTag.size()};
+            const ScanPlace place = scan.scan(file.value(), {root.size(), {"HealthData"}}, sums);
+            EXPECT_EQ(place.offset - root.size(), content.find(longTag, 4 * content.size() / 6))
+                << threads;
+            EXPECT_EQ(asText(sums.days()), onNinth(8)) << threads;
+        }
+    }
+}
+
 TEST(FileScan, thereMayBeNothing) {
     const Result result = readInChunks("");
     EXPECT_EQ(result.days, Days());

@@ -135,6 +135,35 @@ TEST_F(TagScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
     EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
 }
 
+TEST_F(TagScannerTest, aValueThatWasVerifiedInOtherQuotesIsVerifiedAnew) {
+    // The texts keep the markup out of the cache, so that all tags begin after the same piece.
+    const std::string known = repeated("text<a b=\"it's\" c=\"d\"/>", 3);
+    const std::string other = "text<a b='it's\" c=\"d\"/>";
+    EXPECT_EQ(scan(known + other + last), known.size() + 4);
+}
+
+TEST_F(TagScannerTest, longTagsAreRefusedBeyondTheirBytes) {
+    const std::string tag = "<a b=\"" + std::string(TagScanner::longTag - 10, 'x') + "\"/>\n";
+    const std::string longTag = "<a b=\"" + std::string(TagScanner::longTag, 'x') + "\"/>\n";
+    scanner.startIn({"HealthData"}, 3 * longTag.size());
+    const std::string accepted = repeated(tag, 10) + repeated(longTag, 3);
+    EXPECT_EQ(scan(accepted + longTag + tag), accepted.size());
+    EXPECT_GT(scanner.longTagBytes(), 3 * TagScanner::longTag);
+    EXPECT_LE(scanner.longTagBytes(), 3 * longTag.size());
+}
+
+TEST_F(TagScannerTest, theTypeMayBeSpelledWithReferences) {
+    for (const char* type :
+         {"HKQuantityTypeIdentifierStepCoun&#116;", "&#72;KQuantityTypeIdentifierStepCount",
+          "HKQuantityTypeIdentifierStepCount&#32;", "HKQuantityTypeIdentifierStepCoun&#117;",
+          "HKQuantityTypeIdentifierStepCount ", "HKQuantityTypeIdentifierStepCoun"}) {
+        std::string text = record("Phone", "1");
+        text.replace(text.find("HK"), 33, type);
+        scan(text + last);
+    }
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 2}}));
+}
+
 TEST_F(TagScannerTest, theRootIsNotLeft) {
     EXPECT_EQ(scan(last + "</HealthData>"), 1U);
     EXPECT_EQ(scan("<a/></HealthData>"), 0U);
