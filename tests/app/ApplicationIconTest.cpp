@@ -1,7 +1,9 @@
 #include "app/ApplicationIcon.h"
 
 #include "platform/Bundle.h"
+#include "widgets/ReadableSelection.h"
 
+#include <QImage>
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -17,6 +19,23 @@ TEST(ApplicationIcon, theIconHasTheSizesThatDesktopsUse) {
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
         EXPECT_EQ(icon.pixmap(QSize(size, size), 1).size(), QSize(size, size));
         EXPECT_TRUE(icon.availableSizes().contains(QSize(size, size)));
+    }
+}
+
+TEST(ApplicationIcon, everyShapeStandsOutFromWhatLiesBehindIt) {
+    const QImage icon = applicationIcon(Bundle::main()).pixmap(QSize(256, 256), 1).toImage();
+    struct {
+        const char* what;
+        QPoint shape, behind;
+    } const cases[] = {{"left sole on the ground", {90, 100}, {60, 100}},
+                       {"right sole on the ground", {155, 60}, {190, 60}},
+                       {"left sole on a bar", {100, 190}, {122, 190}},
+                       {"right sole on a bar", {160, 165}, {137, 165}},
+                       {"first bar", {45, 190}, {45, 165}},
+                       {"last bar", {205, 100}, {205, 80}}};
+    for (const auto& one : cases) {
+        EXPECT_GE(contrastRatio(icon.pixelColor(one.shape), icon.pixelColor(one.behind)), 2)
+            << one.what;
     }
 }
 
