@@ -4,6 +4,10 @@
 #   ambulet_resources(layer)    compiles them into a library; does nothing on macOS
 #   ambulet_bundle(program)     makes a program a bundle that has them; does nothing elsewhere
 
+set(bundle_executable ambulet)
+if(APPLE)
+  set(bundle_executable "Daily Steps")
+endif()
 set(info_plist ${PROJECT_BINARY_DIR}/Info.plist)
 configure_file(${PROJECT_SOURCE_DIR}/resources/Info.plist ${info_plist} @ONLY)
 
@@ -29,6 +33,7 @@ function(ambulet_bundle program)
     return()
   endif()
   set_target_properties(${program} PROPERTIES
+    OUTPUT_NAME ${bundle_executable}
     MACOSX_BUNDLE ON
     MACOSX_BUNDLE_INFO_PLIST ${info_plist})
   list(TRANSFORM resource_files PREPEND ${PROJECT_SOURCE_DIR}/resources/)
@@ -41,4 +46,12 @@ function(ambulet_bundle program)
   set(icon ${PROJECT_SOURCE_DIR}/resources/icon/Ambulet.icns)
   set_source_files_properties(${icon} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
   target_sources(${program} PRIVATE ${resource_files} ${icon})
+
+  # Signs the installed bundle, which has its libraries: cmake --build BUILD --target sign
+  set(AMBULET_SIGNING_IDENTITY "-" CACHE STRING "Who signs the bundle; - signs for this Mac alone")
+  add_custom_target(sign
+    COMMAND codesign --force --deep --options runtime
+            --entitlements ${PROJECT_SOURCE_DIR}/resources/Ambulet.entitlements
+            --sign ${AMBULET_SIGNING_IDENTITY} ${CMAKE_INSTALL_PREFIX}/${bundle_executable}.app
+    VERBATIM)
 endfunction()
