@@ -214,9 +214,9 @@ TEST(Limits, severalLongCommentsTakeNoMoreMemoryThanOne) {
     std::string file;
     {
         std::ofstream stream(file = folder.write("export.xml", ""), std::ios::binary);
-        stream << "<HealthData>" << step(noon9, "5");
+        stream << "<HealthData>" << step(noon9, "5") << std::string(300'000, ' ');
         for (const std::size_t length : {7U, 8U, 9U, 10U, 9U, 8U}) {
-            stream << padded("<!--", "-->", length * 1'000'000);
+            stream << padded("<!--", "-->", length * 1'000'000) << std::string(350'000, ' ');
         }
         stream << step(noon10, "7") << "</HealthData>";
     }

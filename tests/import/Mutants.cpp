@@ -132,30 +132,24 @@ std::string enlarged(const std::string& bytes, Dice& dice, std::size_t size) {
     return result + end;
 }
 
-/// Many tags of many values, one of which is long: another one in each tag. The blocks in which
-/// expat kept the values of one tag are kept for the next ones, and seldom fit: so they become
-/// more.
+/// Many tags whose values are of very different lengths. The blocks in which expat kept the values
+/// of one tag are kept for the next ones; where a value does not fit in them, they become more.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
-    const std::size_t longest = dice.length(100'000, 500'000);
-    const std::size_t count = dice.length(2, 125);
-    const std::size_t tags = size / longest + 1;
-    const std::size_t order = dice.upTo(2);
+    const std::size_t longest = dice.length(100'000, 600'000);
+    const std::size_t part = dice.oneIn(2) ? 8 : dice.length(2, 64);
     const std::string_view filling = dice.oneIn(2) ? "x"sv : dice.oneOf(fillings);
     std::string result = bytes.substr(0, end);
-    for (std::size_t tag = 0; tag < tags; ++tag) {
-        const std::size_t place = tag * count / tags;
-        const std::size_t longOne = order == 0   ? dice.upTo(count - 1)
-                                    : order == 1 ? place
-                                                 : count - 1 - place;
-        result += "<Note";
-        for (std::size_t number = 0; number < count; ++number) {
+    while (result.size() < size) {
+        const std::size_t most = 3'000 + dice.upTo(longest);
+        std::string tag = "<Note";
+        for (std::size_t number = 0; tag.size() + 100 < most && number < 127; ++number) {
+            const std::size_t room = most - tag.size();
             const std::size_t length =
-                number == longOne ? dice.length(longest / 2, longest)
-                                  : dice.length(1, std::min<std::size_t>(longest / count, 4096));
-            result += " a" + std::to_string(number) + "=\"" + repeated(filling, length) + '"';
+                dice.upTo(dice.oneIn(3) ? room : std::min(room, most / part));
+            tag += " a" + std::to_string(number) + "=\"" + repeated(filling, length) + '"';
         }
-        result += "/>";
+        result += tag + "/>";
     }
     return result + bytes.substr(end);
 }
