@@ -8,8 +8,10 @@
 #include <cctype>
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace ambulet {
 
@@ -132,24 +134,49 @@ std::string enlarged(const std::string& bytes, Dice& dice, std::size_t size) {
     return result + end;
 }
 
-/// Many tags whose values are of very different lengths. The blocks in which expat kept the values
-/// of one tag are kept for the next ones; where a value does not fit in them, they become more.
+/// The lengths of a tag's values, in all about `size`: as chance has it; or each longer than the
+/// one before by the same ratio, from one of them on.
+std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t first,
+                                      double ratio) {
+    constexpr std::size_t count = 120;
+    std::vector<std::size_t> lengths;
+    if (ratio == 1) {
+        for (std::size_t room = size; room > 100 && lengths.size() < count;) {
+            lengths.push_back(dice.upTo(dice.oneIn(3) ? room : std::min(room, size / 8)));
+            room -= lengths.back();
+        }
+        return lengths;
+    }
+    const double sum = (std::pow(ratio, count) - 1) / (ratio - 1);
+    for (std::size_t number = 0; number < count; ++number) {
+        const auto power = static_cast<double>((number + first) % count);
+        lengths.push_back(
+            static_cast<std::size_t>(static_cast<double>(size) * std::pow(ratio, power) / sum) + 1);
+    }
+    return lengths;
+}
+
+/// Many tags of long values, longer and longer ones at first. The blocks in which expat kept the
+/// values of one tag are kept for the next ones; where a value does not fit in them, they become
+/// more.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
-    const std::size_t longest = dice.length(100'000, 600'000);
-    const std::size_t part = dice.oneIn(2) ? 8 : dice.length(2, 64);
-    const std::string_view filling = dice.oneIn(2) ? "x"sv : dice.oneOf(fillings);
+    const std::size_t longest = dice.length(100'000, 500'000);
+    const double ratio = dice.oneIn(3) ? 1 : dice.oneOf({1.05, 1.1, 1.2});
+    const std::size_t turn = dice.upTo(5);
+    const double growth = dice.oneOf({1.1, 1.15, 1.3});
+    const std::string_view filling = dice.oneIn(4) ? dice.oneOf(fillings) : "x"sv;
     std::string result = bytes.substr(0, end);
-    while (result.size() < size) {
-        const std::size_t most = 3'000 + dice.upTo(longest);
-        std::string tag = "<Note";
-        for (std::size_t number = 0; tag.size() + 100 < most && number < 127; ++number) {
-            const std::size_t room = most - tag.size();
-            const std::size_t length =
-                dice.upTo(dice.oneIn(3) ? room : std::min(room, most / part));
-            tag += " a" + std::to_string(number) + "=\"" + repeated(filling, length) + '"';
+    double tagSize = 10'000;
+    for (std::size_t tag = 0; result.size() < size; ++tag) {
+        result += "<Note";
+        std::size_t number = 0;
+        for (const std::size_t length :
+             valueLengths(dice, static_cast<std::size_t>(tagSize), tag * turn, ratio)) {
+            result += " a" + std::to_string(number++) + "=\"" + repeated(filling, length) + '"';
         }
-        result += tag + "/>";
+        result += "/>";
+        tagSize = std::min(tagSize * growth, static_cast<double>(longest));
     }
     return result + bytes.substr(end);
 }
@@ -333,7 +360,7 @@ std::string sampleOf(Dice& dice, MutantSize size) {
     case MutantSize::large:
         return enlarged(sample, dice, dice.length(1'000'000, 3'000'000));
     case MutantSize::huge:
-        return withManyLongValues(sample, dice, dice.length(4'000'000, 12'000'000));
+        return withManyLongValues(sample, dice, dice.length(4'000'000, 20'000'000));
     case MutantSize::small:
         break;
     }

@@ -10,7 +10,7 @@ enum class MutantSize {
     small,   // some kilobytes
     medium,  // 30 to 300 KB
     large,   // 1 to 3 MB
-    huge     // 4 to 12 MB, most of it long values
+    huge     // 4 to 20 MB, most of it long values
 };
 
 /// Of a hundred thousand documents about a thousand are medium, a hundred large, four huge.
