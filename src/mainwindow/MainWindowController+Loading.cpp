@@ -7,6 +7,8 @@
 #include "platform/FileAccess.h"
 #include "text/LocalTime.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 namespace ambulet {
@@ -67,6 +69,8 @@ void MainWindowController::didLoad(const RememberedFile& remembered, Load load) 
     showStatus(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
     rebuildDisplayRows();
     updateStatsForSteps(_allSteps);
+    // At once, or the window may be painted with its views still in their old places first.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
 void MainWindowController::chooseFileAction() {

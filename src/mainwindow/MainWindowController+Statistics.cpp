@@ -5,6 +5,8 @@
 #include "text/LocalTime.h"
 #include "text/TwoDecimals.h"
 
+#include <algorithm>
+
 namespace ambulet {
 
 namespace {
@@ -21,6 +23,18 @@ void setBold(QLabel* label, bool bold) {
         font.setBold(bold);
         label->setFont(font);
     }
+}
+
+// A date or number of a right-to-left language, set apart so that it does not change the order of
+// what stands around it in a left-to-right line; any other text as it is.
+QString isolated(const QString& text) {
+    constexpr QChar firstStrongIsolate = u'\u2068';
+    constexpr QChar popDirectionalIsolate = u'\u2069';
+    const bool rightToLeft = std::any_of(text.begin(), text.end(), [](QChar character) {
+        return character.direction() == QChar::DirR || character.direction() == QChar::DirAL ||
+               character.direction() == QChar::DirAN;
+    });
+    return rightToLeft ? firstStrongIsolate + text + popDirectionalIsolate : text;
 }
 
 }  // namespace
@@ -43,13 +57,14 @@ void MainWindowController::recomputeStats() {
 
 void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps) {
     const auto date = [this](const DailySteps& day) {
-        return QString::fromStdString(_displayFormatter.string(*day.date()));
+        return isolated(day.date() ? QString::fromStdString(_displayFormatter.string(*day.date()))
+                                   : QString());
     };
     const auto count = [this](auto number) {
-        return QString::fromStdString(_stepsFormatter.string(number));
+        return isolated(QString::fromStdString(_stepsFormatter.string(number)));
     };
     const auto miles = [this](double number) {
-        return QString::fromStdString(_milesFormatter.string(number));
+        return isolated(QString::fromStdString(_milesFormatter.string(number)));
     };
 
     const bool selection = _tableView && !_tableView->selectedRowIndexes().empty();
@@ -63,7 +78,7 @@ void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps
         setText(_fromLabel, QStringLiteral("From: —"));
         setText(_toLabel, QStringLiteral("To: —"));
         setText(_totalLabel, QStringLiteral("Steps: —"));
-        setText(_milesLabel, QStringLiteral("Miles: —"));
+        setMiles({}, QStringLiteral("Miles: —"));
         setText(_averageLabel, QStringLiteral("Average: —"));
         return;
     }
@@ -71,11 +86,17 @@ void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps
     setText(_fromLabel, QStringLiteral("From: ") + date(steps.back()));
     setText(_toLabel, QStringLiteral("To: ") + date(steps.front()));
     setText(_totalLabel, QStringLiteral("Steps: ") + count(totals.steps()));
-    setText(_milesLabel,
-            QStringLiteral("Miles: %1 @ %2 ft/step")
-                .arg(miles(totals.miles()), QString::fromStdString(twoDecimals(stride))));
+    setMiles(QStringLiteral("Miles: %1 @ ").arg(miles(totals.miles())),
+             QString::fromStdString(twoDecimals(stride)) + QStringLiteral(" ft/step"));
     setText(_averageLabel, QStringLiteral("Average: %1 steps/day, %2 miles/day")
                                .arg(count(totals.averageSteps()), miles(totals.averageMiles())));
+}
+
+// `prefix`: what stands before the stride, empty where there is none.
+void MainWindowController::setMiles(const QString& prefix, const QString& rest) {
+    _milesPrefix = prefix;
+    setText(_milesLabel, prefix + rest);
+    placeStrideEditor();
 }
 
 std::optional<std::chrono::sys_seconds>

@@ -6,6 +6,8 @@
 #include "text/Numbers.h"
 #include "text/TwoDecimals.h"
 
+#include <QApplication>
+
 #include <cmath>
 
 namespace ambulet {
@@ -14,17 +16,6 @@ namespace {
 
 constexpr int editorWidth = 60;
 constexpr int editorRise = 3;  // above the label
-
-// The width of the label's text up to the stride, in whole points; 0 where it shows none.
-int stridePrefixWidth(const QLabel& label) {
-    const QString before = QStringLiteral("@ ");
-    const qsizetype found = label.text().indexOf(before);
-    if (found < 0) {
-        return 0;
-    }
-    const QString prefix = label.text().left(found + before.size());
-    return static_cast<int>(std::ceil(QFontMetricsF(label.font()).horizontalAdvance(prefix)));
-}
 
 }  // namespace
 
@@ -39,10 +30,13 @@ void MainWindowController::makeStrideEditor() {
                 [this] { doCommandBySelector(EditorCommand::CancelOperation); });
         connect(_strideEditor, &InPlaceField::didEndEditing, this,
                 &MainWindowController::controlTextDidEndEditing);
+        connect(qApp, &QCoreApplication::aboutToQuit, this,
+                &MainWindowController::commitStrideEdit);
     }
     if (_milesLabel) {
         _milesLabel->setToolTip(QStringLiteral("Click to edit stride length"));
         connect(_milesLabel, &ClickableLabel::clicked, this, &MainWindowController::strideDidClick);
+        _milesLabel->installEventFilter(this);
         if (_strideEditor) {
             QWidget::setTabOrder(_milesLabel, _strideEditor);
         }
@@ -56,20 +50,30 @@ void MainWindowController::strideDidClick() {
     if (_strideEditor->isHidden()) {
         _strideEditorOpenedByKeyboard = _milesLabel && _milesLabel->hasFocus();
     }
+    _strideEditor->setText(QString::fromStdString(twoDecimals(strideFeet())));
+    _strideEditor->raise();
+    _strideEditor->show();
+    placeStrideEditor();
+    _strideEditor->setFocus();
+    _strideEditor->selectAll();
+}
+
+// Over the stride, while it is open. The label does not draw what would stick out from under it.
+void MainWindowController::placeStrideEditor() {
+    if (!_strideEditor || _strideEditor->isHidden()) {
+        return;
+    }
     // Without a label, as over an empty one in the panel's lower left corner.
     QRect frame(0, _strideEditor->parentWidget()->height(), 0, 0);
     if (_milesLabel) {
+        const double prefix = QFontMetricsF(_milesLabel->font()).horizontalAdvance(_milesPrefix);
         frame = _milesLabel->geometry();
-        frame.moveLeft(frame.left() + stridePrefixWidth(*_milesLabel));
+        frame.moveLeft(frame.left() + static_cast<int>(std::ceil(prefix)));
+        _milesLabel->setDrawnLength(_milesPrefix.size());
     }
     frame.moveTop(frame.top() - editorRise);
     frame.setWidth(editorWidth);
     _strideEditor->setGeometry(frame);
-    _strideEditor->setText(QString::fromStdString(twoDecimals(strideFeet())));
-    _strideEditor->raise();
-    _strideEditor->show();
-    _strideEditor->setFocus();
-    _strideEditor->selectAll();
 }
 
 void MainWindowController::commitStrideEdit() {
@@ -96,6 +100,9 @@ void MainWindowController::closeStrideEditor() {
     }
     const bool hadFocus = _strideEditor->hasFocus();
     _strideEditor->hide();
+    if (_milesLabel) {
+        _milesLabel->setDrawnLength(-1);
+    }
     if (!hadFocus) {
         return;  // it is where the user has put it
     }

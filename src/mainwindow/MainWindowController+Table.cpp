@@ -30,9 +30,12 @@ MainWindowController::buildDisplayRows(std::span<const DailySteps> days) const {
         rows.insert(rows.end(), group.begin(), group.end());
     };
     std::size_t first = 0;
-    MonthReader::Month month = calendar.month(*days.front().date());
+    const auto monthOf = [&calendar](const DailySteps& day) {
+        return day.date() ? std::optional(calendar.month(*day.date())) : std::nullopt;
+    };
+    std::optional<MonthReader::Month> month = monthOf(days.front());
     for (std::size_t i = 1; i < days.size(); ++i) {
-        const MonthReader::Month next = calendar.month(*days[i].date());
+        const std::optional<MonthReader::Month> next = monthOf(days[i]);
         if (next != month) {
             closeGroup(days.subspan(first, i - first));
             first = i;
@@ -47,7 +50,7 @@ MonthSummary MainWindowController::makeSummary(std::span<const DailySteps> days,
                                                const DateFormatter& formatter) {
     const StepTotals totals(days, stride);
     MonthSummary summary;
-    if (!days.empty()) {
+    if (!days.empty() && days.front().date()) {
         summary.setTitle(formatter.string(*days.front().date()));
     }
     summary.setTotalSteps(totals.steps());
@@ -74,7 +77,11 @@ QString MainWindowController::objectValueForTableColumn(const QString& identifie
     const auto* day = std::get_if<DailySteps>(&shown);
     std::optional<std::string> text;
     if (identifier == QLatin1String("date")) {
-        text = month != nullptr ? month->title() : _displayFormatter.string(*day->date());
+        if (month != nullptr) {
+            text = month->title();
+        } else if (day->date()) {
+            text = _displayFormatter.string(*day->date());
+        }
     } else if (identifier == QLatin1String("steps")) {
         text = _stepsFormatter.string(month != nullptr ? month->totalSteps() : day->steps());
     } else if (identifier == QLatin1String("avgSteps") && month != nullptr) {
@@ -83,6 +90,55 @@ QString MainWindowController::objectValueForTableColumn(const QString& identifie
         text = _milesFormatter.string(month->avgMiles());
     }
     return text ? QString::fromStdString(*text) : QString();
+}
+
+// The widest number has the most digits, and among numbers of as many all are equally wide, so it
+// is the greatest or the least one.
+std::vector<int> MainWindowController::rowsWithWidestTexts(const QString& identifier) const {
+    std::vector<int> rows;
+    const auto addExtremes = [&](auto number, bool ofMonths) {
+        int least = -1;
+        int greatest = -1;
+        for (int row = 0; row < numberOfRowsInTableView(); ++row) {
+            if (isGroupRow(row) == ofMonths) {
+                least = least < 0 || number(row) < number(least) ? row : least;
+                greatest = greatest < 0 || number(greatest) < number(row) ? row : greatest;
+            }
+        }
+        if (least >= 0) {
+            rows.insert(rows.end(), {least, greatest});
+        }
+    };
+    const auto month = [this](int row) -> const MonthSummary& {
+        return std::get<MonthSummary>(_displayRows[static_cast<std::size_t>(row)]);
+    };
+    if (identifier == QLatin1String("date")) {
+        // The months' titles, and a day of each month.
+        for (int row = 0; row < numberOfRowsInTableView(); ++row) {
+            if (isGroupRow(row)) {
+                rows.insert(rows.end(), {row, row + 1});
+            }
+        }
+    } else if (identifier == QLatin1String("steps")) {
+        addExtremes([&](int row) { return month(row).totalSteps(); }, true);
+        addExtremes(
+            [this](int row) {
+                return std::get<DailySteps>(_displayRows[static_cast<std::size_t>(row)]).steps();
+            },
+            false);
+    } else if (identifier == QLatin1String("avgSteps")) {
+        addExtremes([&](int row) { return month(row).avgSteps(); }, true);
+    } else if (identifier == QLatin1String("avgMiles")) {
+        addExtremes([&](int row) { return month(row).avgMiles(); }, true);
+    }
+    return rows;
+}
+
+QString MainWindowController::textOfEmptyTable() const {
+    return filePath() ? QString()
+                      : QStringLiteral("Export your health data on the phone, move the file "
+                                       "export.zip here and unpack it.\n"
+                                       "Then choose export.xml with the button above.");
 }
 
 void MainWindowController::tableViewSelectionDidChange() {

@@ -7,6 +7,7 @@
 #include "widgets/RememberedFrame.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -20,6 +21,13 @@ bool isControl(const QWidget* view) {
     return qobject_cast<const QLabel*>(view) != nullptr ||
            qobject_cast<const QAbstractButton*>(view) != nullptr ||
            qobject_cast<const QLineEdit*>(view) != nullptr;
+}
+
+// Keys that do something once, and nothing more while they are held: what they did may have given
+// the focus to a view for which they mean something else.
+bool isHeldActionKey(const QKeyEvent& key) {
+    return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
+                                  key.key() == Qt::Key_Escape || key.key() == Qt::Key_Space);
 }
 
 }  // namespace
@@ -61,21 +69,40 @@ void MainWindowController::windowDidLoad() {
                             [&defaults = _defaults, frameKey](const QByteArray& frame) {
                                 defaults.setData(frameKey, frame);
                             });
+    if (_tableView) {
+        _tableView
+            ->setFocus();  // which is not seen: a mark would come only once the window is active
+    }
     qApp->installEventFilter(this);
     loadData();
 }
 
-// Every press of the primary button in the application passes here before any view sees it; none is
-// swallowed. It is the window that is watched and not its views: a press that a view does not want
-// comes again for the view around it, and one while a menu is open comes for the window, too.
+// Every event of the application passes here before any view sees it. Presses and keys are watched
+// at the QWindow and not at the views: a press that a view does not want comes again for the view
+// around it, and one while a menu is open comes for the window, too.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == nullptr) {
+        return false;
+    }
     const QEvent::Type type = event->type();
-    if (watched == window()->windowHandle() && watched != nullptr &&
-        (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick)) {
-        const auto* const press = static_cast<QMouseEvent*>(event);
-        if (press->button() == Qt::LeftButton && QApplication::activePopupWidget() == nullptr) {
-            mouseDown(press->position().toPoint());
+    if (watched->isWindowType()) {
+        if (watched == window()->windowHandle()) {
+            if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) {
+                const auto* const press = static_cast<QMouseEvent*>(event);
+                if (press->button() == Qt::LeftButton &&
+                    QApplication::activePopupWidget() == nullptr) {
+                    mouseDown(press->position().toPoint());
+                }
+            } else if (type == QEvent::KeyPress) {
+                return isHeldActionKey(*static_cast<QKeyEvent*>(event));
+            }
         }
+    } else if (watched == window() && type == QEvent::Close) {
+        commitStrideEdit();
+    } else if (watched == _milesLabel &&
+               (type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
+                type == QEvent::StyleChange)) {
+        placeStrideEditor();
     }
     return WindowController::eventFilter(watched, event);
 }

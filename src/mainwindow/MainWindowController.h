@@ -88,6 +88,8 @@ class MainWindowController final : public WindowController, public TableViewData
     bool isGroupRow(int row) const override;
     bool shouldSelectRow(int row) const override;
     QString objectValueForTableColumn(const QString& identifier, int row) const override;
+    std::vector<int> rowsWithWidestTexts(const QString& identifier) const override;
+    QString textOfEmptyTable() const override;
     void tableViewSelectionDidChange() override;
 
     // ---- statistics: MainWindowController+Statistics.cpp
@@ -105,7 +107,8 @@ class MainWindowController final : public WindowController, public TableViewData
     // ---- the stride: MainWindowController+StrideEditor.cpp
 
     /// Opens the editor over the stride in the miles label, filled with the stored stride; fills it
-    /// anew where it is open.
+    /// anew where it is open. While it is open it follows the label, and its text is left alone.
+    /// Closing the window or quitting commits it.
     void strideDidClick();
 
     /// Stores the editor's number where it is greater than 0, closes the editor, and shows rows and
@@ -176,6 +179,8 @@ class MainWindowController final : public WindowController, public TableViewData
     };
 
     void makeStrideEditor();
+    void setMiles(const QString& prefix, const QString& rest);
+    void placeStrideEditor();
     void closeStrideEditor();
     void mouseDown(QPoint position);
     double strideFeet() const;
@@ -194,6 +199,7 @@ class MainWindowController final : public WindowController, public TableViewData
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
     QPointer<InPlaceField> _strideEditor;
+    QString _milesPrefix;  // the miles label's text up to the stride; empty where it shows none
     bool _strideEditorOpenedByKeyboard = false;
 
     QPointer<TableView> _tableView;

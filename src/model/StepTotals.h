@@ -2,7 +2,9 @@
 
 #include "model/DailySteps.h"
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <span>
 
 namespace ambulet {
@@ -26,7 +28,11 @@ class StepTotals {
 
     std::int64_t days() const { return _days; }
     std::int64_t steps() const { return _steps; }
-    double miles() const { return _strideFeet * static_cast<double>(_steps) / feetPerMile; }
+    /// NaN, without a sign, where the stride is infinite and there are no steps.
+    double miles() const {
+        const double miles = _strideFeet * static_cast<double>(_steps) / feetPerMile;
+        return std::isnan(miles) ? std::numeric_limits<double>::quiet_NaN() : miles;
+    }
     double averageSteps() const { return perDay(static_cast<double>(_steps)); }
     double averageMiles() const { return perDay(miles()); }
 

@@ -1,10 +1,12 @@
 #include "widgets/ClickableLabel.h"
 
+#include "widgets/FocusOutline.h"
+
 #include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
+#include <QStyle>
 
 namespace ambulet {
 
@@ -93,17 +95,20 @@ void ClickableLabel::focusOutEvent(QFocusEvent* event) {
     update();
 }
 
-void ClickableLabel::paintEvent(QPaintEvent* event) {
-    QLabel::paintEvent(event);
+void ClickableLabel::setDrawnLength(qsizetype length) {
+    _drawnLength = length;
+    update();
+}
+
+// Not by QLabel, which centres a text with a focus policy one pixel off those of other labels.
+void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
+                          isEnabled(), text().left(_drawnLength), foregroundRole());
     if (hasFocus()) {
-        QPainter painter(this);
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.state |= QStyle::State_KeyboardFocusChange;  // only the keyboard gives it the focus
-        option.backgroundColor = palette().color(QPalette::Window);
-        // Around the text, which rarely fills the label.
-        option.rect.setWidth(qMin(option.rect.width(), sizeHint().width()));
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+        QRect marked = rect();
+        marked.setWidth(qMin(marked.width(), sizeHint().width()));  // the text rarely fills it
+        drawFocusOutline(painter, marked, palette(), palette().color(QPalette::Window));
     }
 }
 

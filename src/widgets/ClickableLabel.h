@@ -4,17 +4,21 @@
 
 namespace ambulet {
 
-/// A text that acts like a button: a click with the primary button, or Space or Return while it has
-/// the keyboard focus, sends `clicked`. Assistive programs see a button whose description is the
-/// tooltip. The pointer over it is a hand.
+/// A line of text that acts like a button: a click with the primary button, or Space or Return
+/// while it has the keyboard focus, sends `clicked`. Assistive programs see a button whose
+/// description is the tooltip. The pointer over it is a hand.
 ///
-/// Build it empty and set the text after: a label built with its text is taken for a plain one by
-/// the accessibility bus.
+/// Build it empty and set the text after: the accessibility bus takes a label that is built with
+/// its text for a plain one.
 class ClickableLabel : public QLabel {
     Q_OBJECT
 
   public:
     explicit ClickableLabel(QWidget* parent = nullptr);
+
+    /// Draws only the first `length` characters of the text, of which the rest lies under a view
+    /// that is open over the label; -1 draws all. The text itself stays whole.
+    void setDrawnLength(qsizetype length);
 
   Q_SIGNALS:
     void clicked();
@@ -28,6 +32,7 @@ class ClickableLabel : public QLabel {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    qsizetype _drawnLength = -1;
     bool _pressed = false;
 };
 

@@ -1,34 +1,11 @@
 #include "widgets/Label.h"
 
-#include "widgets/ReadableSelection.h"
+#include "widgets/Contrast.h"
 
 #include <QApplication>
 #include <QEvent>
 
 namespace ambulet {
-
-namespace {
-
-constexpr double legibleContrast = 4.5;
-
-QColor mix(const QColor& from, const QColor& to, int percent) {
-    const auto part = [percent](int a, int b) { return a + (b - a) * percent / 100; };
-    return {part(from.red(), to.red()), part(from.green(), to.green()),
-            part(from.blue(), to.blue())};
-}
-
-// `wanted`, or the colour nearest to it on the way to `text` that can be read on `ground`.
-QColor legible(const QColor& wanted, const QColor& text, const QColor& ground) {
-    for (int percent = 0; percent < 100; ++percent) {
-        const QColor color = mix(wanted, text, percent);
-        if (contrastRatio(color, ground) >= legibleContrast) {
-            return color;
-        }
-    }
-    return text;
-}
-
-}  // namespace
 
 QFont systemFont(int points, QFont::Weight weight) {
     QFont font;  // the family is the application's, also when that changes
@@ -44,11 +21,11 @@ QColor labelColor(LabelColor color, const QPalette& palette) {
     const QColor ground = palette.color(QPalette::Window);
     switch (color) {
     case LabelColor::SecondaryLabel:
-        return legible(mix(text, ground, 35), text, ground);
+        return withContrast(mixed(text, ground, 0.35), text, ground, textContrast);
     case LabelColor::TertiaryLabel:
-        return legible(mix(text, ground, 50), text, ground);
+        return withContrast(mixed(text, ground, 0.5), text, ground, textContrast);
     case LabelColor::Link:
-        return legible(palette.color(QPalette::Link), text, ground);
+        return withContrast(palette.color(QPalette::Link), text, ground, textContrast);
     case LabelColor::Label:
         break;
     }

@@ -1,5 +1,7 @@
 #include "widgets/PathField.h"
 
+#include "widgets/Contrast.h"
+#include "widgets/FocusOutline.h"
 #include "widgets/ReadableSelection.h"
 
 #include <QPainter>
@@ -17,7 +19,6 @@ constexpr int textMargin = 2;  // what QLineEdit leaves at each side of its text
 PathField::PathField(QWidget* parent) : QLineEdit(parent) {
     keepSelectionReadable(this);
     setReadOnly(true);
-    setFocusPolicy(Qt::ClickFocus);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& path) {
         // A tooltip that looks like HTML is shown as that.
         setToolTip(Qt::mightBeRichText(path) ? Qt::convertFromPlainText(path, Qt::WhiteSpacePre)
@@ -28,18 +29,33 @@ PathField::PathField(QWidget* parent) : QLineEdit(parent) {
 void PathField::paintEvent(QPaintEvent* event) {
     QStyleOptionFrame option;
     initStyleOption(&option);
-    const QRect room = style()
-                           ->subElementRect(QStyle::SE_LineEditContents, &option, this)
-                           .adjusted(textMargin, 0, -textMargin, 0);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
-    if (hasFocus() || shown == text()) {
+    const QRect space = style()
+                            ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+                            .adjusted(textMargin, 0, -textMargin, 0);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, space.width());
+    if (text().isEmpty()) {
+        // Qt's placeholder has half the contrast of the text.
+        const QColor ink = palette().color(QPalette::Text);
+        const QColor ground = palette().color(QPalette::Base);
+        paintLine(option, space, placeholderText(),
+                  withContrast(mixed(ink, ground, 0.35), ink, ground, textContrast));
+    } else if (!hasFocus() && shown != text()) {
+        paintLine(option, space, shown, palette().color(QPalette::Text));
+    } else {
         QLineEdit::paintEvent(event);
-        return;
     }
+    if (hasFocus()) {
+        QPainter painter(this);
+        drawFocusOutline(painter, rect(), palette(), palette().color(QPalette::Base));
+    }
+}
+
+void PathField::paintLine(const QStyleOptionFrame& option, const QRect& space, const QString& line,
+                          const QColor& ink) {
     QPainter painter(this);
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    painter.setPen(ink);
+    painter.drawText(space, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line);
 }
 
 }  // namespace ambulet

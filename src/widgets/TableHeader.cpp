@@ -1,12 +1,18 @@
 #include "widgets/TableHeader.h"
 
+#include "widgets/Contrast.h"
+
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyleOptionHeader>
+#include <QToolTip>
 
 namespace ambulet {
 
 TableHeader::TableHeader(int padding, QWidget* parent)
-    : QHeaderView(Qt::Horizontal, parent), _padding(padding) {}
+    : QHeaderView(Qt::Horizontal, parent), _padding(padding) {
+    setTextElideMode(Qt::ElideRight);
+}
 
 void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
     QStyleOptionHeaderV2 option;
@@ -14,13 +20,41 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     option.rect = rect;
     initStyleOptionForIndex(&option, logicalIndex);
     style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+    painter->setPen(separatorColor(palette()));
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    if (visualIndex(logicalIndex) < count() - 1) {
+        painter->drawLine(rect.topRight(), rect.bottomRight());
+    }
 
-    // A cell's own margin is the style's for focus frames and one more, a header's is another one.
-    const int inset = _padding + style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) +
-                      1 - style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    const int inset =
+        _padding + cellMargin() - style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
     option.rect = rect.adjusted(inset, 0, -inset, 0);
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
+    painter->setPen(palette().color(QPalette::ButtonText));
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
+}
+
+// A cell's own margin is the style's for focus frames and one more; a header's is another one.
+int TableHeader::cellMargin() const {
+    return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+}
+
+bool TableHeader::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QHeaderView::viewportEvent(event);
+    }
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const int section = logicalIndexAt(help->pos());
+    QString title;
+    if (section >= 0) {
+        const QString whole = model()->headerData(section, Qt::Horizontal).toString();
+        const int room = sectionSize(section) - 2 * (_padding + cellMargin());
+        if (fontMetrics().horizontalAdvance(whole) > room) {
+            title = whole;
+        }
+    }
+    QToolTip::showText(help->globalPos(), title, this);
+    return true;
 }
 
 }  // namespace ambulet

@@ -61,6 +61,10 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
             return bold;
         }
         return {};
+    case Qt::AccessibleDescriptionRole:
+        return _dataSource->isGroupRow(index.row())
+                   ? QStringLiteral("Heading of the rows that follow")
+                   : QVariant();
     case groupRole:
         return _dataSource->isGroupRow(index.row());
     default:
@@ -69,6 +73,9 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole && !_columns.empty()) {
+        return index(section, 0).data();
+    }
     if (orientation != Qt::Horizontal || section < 0 ||
         static_cast<std::size_t>(section) >= _columns.size()) {
         return {};

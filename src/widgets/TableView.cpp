@@ -1,19 +1,21 @@
+// Selection, keys and mouse. What is drawn is in TableView+Drawing.cpp, how wide the columns are in
+// TableView+Columns.cpp.
+
 #include "widgets/TableView.h"
 
 #include "widgets/ReadableSelection.h"
+#include "widgets/RowDelegate.h"
 #include "widgets/TableHeader.h"
 #include "widgets/TableModel.h"
 #include "widgets/TableViewDataSource.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyleOptionFocusRect>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <utility>
@@ -23,49 +25,6 @@ namespace ambulet {
 namespace {
 
 constexpr int rowPadding = 8;  // points above and below a row's text, together
-constexpr int measuredRows = 50;
-constexpr int cellPadding = 11;  // points at either side of a cell's text, beyond the style's own
-
-// Between two colours of the palette, so that light and dark desktops both get a fitting one.
-QColor mixed(const QColor& ground, const QColor& ink, qreal share) {
-    const auto mix = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
-    return {mix(ground.red(), ink.red()), mix(ground.green(), ink.green()),
-            mix(ground.blue(), ink.blue())};
-}
-
-/// Draws group rows on a band, and as enabled: that they cannot be selected is no reason to dim
-/// them. No cell shows a focus frame; the selection shows where one is.
-class RowDelegate : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override {
-        QStyleOptionViewItem ground = option;
-        initStyleOption(&ground, index);
-        const QWidget* const table = option.widget;
-        table->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &ground, painter, table);
-        QStyleOptionViewItem text = option;
-        text.rect.adjust(cellPadding, 0, -cellPadding, 0);
-        QStyledItemDelegate::paint(painter, text, index);
-    }
-
-  protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->state.setFlag(QStyle::State_HasFocus, false);
-        if (index.data(TableModel::groupRole).toBool()) {
-            option->state |= QStyle::State_Enabled;
-            option->state &= ~QStyle::State_MouseOver;
-            const QPalette::ColorGroup group = option->state.testFlag(QStyle::State_Active)
-                                                   ? QPalette::Active
-                                                   : QPalette::Inactive;
-            option->palette.setCurrentColorGroup(group);
-            option->backgroundBrush = mixed(option->palette.color(QPalette::Base),
-                                            option->palette.color(QPalette::Text), 0.08);
-        }
-    }
-};
 
 std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     std::vector<int> rows;
@@ -86,7 +45,7 @@ std::vector<int> rowsOf(const QItemSelectionModel& selection) {
 TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableModel(this)) {
     keepSelectionReadable(this);
     setModel(_model);
-    setItemDelegate(new RowDelegate(this));
+    setItemDelegate(new RowDelegate(*this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -98,7 +57,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    auto* const header = new TableHeader(cellPadding, this);
+    auto* const header = new TableHeader(RowDelegate::padding, this);
     header->setHighlightSections(false);
     header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     setHorizontalHeader(header);
@@ -130,7 +89,10 @@ const std::vector<TableColumn>& TableView::columns() const {
 void TableView::reloadData() {
     const int current = currentIndex().row();
     _model->reload();
-    executeDelayedItemsLayout();  // or the rows are seen without their scroll bar first
+    // At once, or the rows may be painted without their scroll bar first. Qt shows that by a queued
+    // call.
+    executeDelayedItemsLayout();
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     const int rows = _model->rowCount();
     // Arrow keys and ranges go on from where they were.
     const QModelIndex kept = _model->index(current, 0);
@@ -157,11 +119,16 @@ void TableView::deselectAll() {
     selectRowIndexes({});
 }
 
+bool TableView::isRowSelected(int row) const {
+    return std::binary_search(_selectedRowIndexes.begin(), _selectedRowIndexes.end(), row);
+}
+
 void TableView::setSelectedRowIndexes(std::vector<int> rows) {
     if (rows == _selectedRowIndexes) {
         return;
     }
     _selectedRowIndexes = std::move(rows);
+    viewport()->update();  // Qt repaints only the rows that it can select itself
     if (_dataSource != nullptr) {
         _dataSource->tableViewSelectionDidChange();
     }
@@ -247,12 +214,14 @@ void TableView::keyPressEvent(QKeyEvent* event) {
 }
 
 // Qt does nothing where a key leads to the row that is current already, though Escape may have
-// cleared the selection since.
+// cleared the selection since, or all rows been selected.
 void TableView::selectWhereKeyLeads(const QKeyEvent* event) {
     const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
                        event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
                        event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
-    if (moves && !event->modifiers().testFlag(Qt::ControlModifier) && _selectedRowIndexes.empty() &&
+    const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+    if (moves && !event->modifiers().testFlag(Qt::ControlModifier) &&
+        (!extends || _selectedRowIndexes.empty()) &&
         currentIndex().flags().testFlag(Qt::ItemIsSelectable)) {
         selectionModel()->select(currentIndex(),
                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
@@ -310,88 +279,6 @@ void TableView::focusInEvent(QFocusEvent* event) {
                     reason == Qt::ShortcutFocusReason ||
                     (reason == Qt::ActiveWindowFocusReason && _focusVisible);
     QTableView::focusInEvent(event);
-}
-
-// Whoever works by keyboard sees where the focus is: around the current row, or around the whole
-// table while there is none.
-void TableView::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
-    if (!_focusVisible || !hasFocus()) {
-        return;
-    }
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.rect = viewport()->rect();
-    option.backgroundColor = palette().color(QPalette::Base);
-    option.state |= QStyle::State_KeyboardFocusChange;
-    if (currentIndex().isValid()) {
-        option.rect.setTop(rowViewportPosition(currentIndex().row()));
-        option.rect.setHeight(rowHeight(currentIndex().row()));
-    }
-    QPainter painter(viewport());
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
-}
-
-// QHeaderView has one minimum for all its sections; ours differ.
-void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
-    const int minimum = _model->columns()[static_cast<std::size_t>(column)].minimumWidth;
-    if (newWidth < minimum) {
-        setColumnWidth(column, minimum);
-    } else {
-        fitLastColumn();
-    }
-}
-
-// The last column takes up what the others leave, and is never below its own minimum: past that
-// the table scrolls sideways. (The header's own stretching knows one minimum for all sections.)
-void TableView::fitLastColumn() {
-    const int last = _model->columnCount() - 1;
-    if (last < 0) {
-        return;
-    }
-    int others = 0;
-    for (int column = 0; column < last; ++column) {
-        others += columnWidth(column);
-    }
-    const int minimum = _model->columns()[static_cast<std::size_t>(last)].minimumWidth;
-    const int left = viewport()->width() - others;
-    // Set by hand: where the vertical scroll bar comes, the columns are too wide for a moment.
-    setHorizontalScrollBarPolicy(left < minimum ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    setColumnWidth(last, std::max(minimum, left));
-}
-
-// Larger fonts and longer languages need wider columns than the ones asked for. A column that the
-// user has set is left alone.
-void TableView::fitColumnsToTexts() {
-    for (int column = 0; column < static_cast<int>(_ownWidths.size()) - 1; ++column) {
-        int& own = _ownWidths[static_cast<std::size_t>(column)];
-        if (columnWidth(column) == own) {
-            const int asked = _model->columns()[static_cast<std::size_t>(column)].width;
-            own = std::max(asked, widthOfTexts(column));
-            setColumnWidth(column, own);
-        }
-    }
-}
-
-// Of the header, the group rows, which are bold and hold the largest numbers, and the first of the
-// other rows: measuring all would take longer than showing them.
-int TableView::widthOfTexts(int column) const {
-    QFont bold = font();
-    bold.setBold(true);
-    const QFontMetrics groupMetrics(bold);
-    const QFontMetrics metrics = fontMetrics();
-    int widest = metrics.horizontalAdvance(
-        _model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-    int others = 0;
-    for (int row = 0; row < _model->rowCount(); ++row) {
-        const bool group = _dataSource->isGroupRow(row);
-        if (group || others++ < measuredRows) {
-            const QString text = _model->index(row, column).data().toString();
-            widest = std::max(widest, (group ? groupMetrics : metrics).horizontalAdvance(text));
-        }
-    }
-    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
-    return widest + 2 * (cellPadding + margin) + 1;
 }
 
 void TableView::fitRowHeight() {

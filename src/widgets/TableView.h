@@ -6,6 +6,8 @@
 
 #include <vector>
 
+class QHelpEvent;
+
 namespace ambulet {
 
 class TableModel;
@@ -13,8 +15,13 @@ class TableViewDataSource;
 
 /// A table of whole-row selections under fixed columns, filled by a data source: group rows on a
 /// band, several rows selected at once, a selection that outlives a reload of the data. The last
-/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies. It knows
-/// nothing of what it shows. Main thread only.
+/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies.
+///
+/// The group row of the topmost rows stays at the top while they scroll, until the next group row
+/// pushes it away: there it is drawn over the rows, and what is done to it there is done to it.
+///
+/// Each column is as wide as its widest text. Where the user has made it narrower, what is cut ends
+/// in an ellipsis and is whole in a tooltip. Main thread only.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -42,6 +49,15 @@ class TableView : public QTableView {
 
     void deselectAll();
 
+    bool isRowSelected(int row) const;
+
+    /// Where the group row of the topmost rows is drawn, in the viewport; null where it stands in
+    /// its own place, or where the topmost rows have none.
+    QRect pinnedRect() const;
+
+    QModelIndex indexAt(const QPoint& point) const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
     /// Puts the selected rows on the clipboard, or all rows where none is selected: as they are
     /// shown, a row a line under a line of the headers, the cells set apart by tabs.
     void copy() const;
@@ -55,6 +71,8 @@ class TableView : public QTableView {
     void mouseMoveEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    bool viewportEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
@@ -68,6 +86,12 @@ class TableView : public QTableView {
     void fitRowHeight();
     void fitColumnsToTexts();
     int widthOfTexts(int column) const;
+    int spaceBesideTexts() const;
+    int pinnedRow() const;
+    void paintPinnedRow(QPainter& painter) const;
+    void paintTextOfEmptyTable(QPainter& painter) const;
+    void paintFocus(QPainter& painter) const;
+    bool showToolTip(const QHelpEvent& event);
 
     TableModel* _model;
     TableViewDataSource* _dataSource = nullptr;

@@ -163,6 +163,8 @@ class Keyboard(WindowTest):
         while self.focused().get_name() != "Choose…":
             key("Tab")
         key("Tab")
+        self.expect_focus(Atspi.Role.TEXT, "Export file")
+        key("Tab")
         self.expect_focus(Atspi.Role.PUSH_BUTTON, "Miles: 11.25 @ 2.50 ft/step")
         self.picture("focus-miles.png")
         key("space")

@@ -5,7 +5,9 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QWindow>
@@ -111,6 +113,15 @@ TEST_F(ClearingClickTest, onAScrollBarItDoesNot) {
     table().setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     QCoreApplication::processEvents();
     press(table().verticalScrollBar());
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, aboveTheContentItDoesNot) {
+    auto& window = *qobject_cast<QMainWindow*>(controller->window());
+    window.menuBar()->addMenu(QStringLiteral("Menu"));
+    QCoreApplication::processEvents();
+    ASSERT_GT(window.menuBar()->height(), 5);
+    press(window.menuBar(), QPoint(window.width() - 10, 5));
     EXPECT_FALSE(cleared());
 }
 

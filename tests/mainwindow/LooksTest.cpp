@@ -2,7 +2,7 @@
 // size; every text stands out from its ground; a switch between light and dark is followed.
 
 #include "mainwindow/ControllerTest.h"
-#include "widgets/ReadableSelection.h"
+#include "widgets/Contrast.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -1,9 +1,11 @@
 #include "mainwindow/ControllerTest.h"
+#include "support/Environment.h"
 #include "text/LocalTime.h"
 
 #include <QProcess>
 
 #include <clocale>
+#include <limits>
 
 namespace ambulet {
 
@@ -166,6 +168,57 @@ TEST_F(StatisticsTest, anUpdateTakesTheEndsOfTheListAsItStands) {
     controller->updateStatsForSteps(unordered);
     EXPECT_EQ(texts()[0], QStringLiteral("From: Jun 1, 2024"));
     EXPECT_EQ(texts()[1], QStringLiteral("To: May 1, 2024"));
+}
+
+TEST_F(StatisticsTest, theNumberOfDaysIsNotGrouped) {
+    load({{"2025-03-02", "1"}});
+    std::vector<DailySteps> days(1234);
+    for (DailySteps& day : days) {
+        day.setDate(std::chrono::sys_seconds());
+    }
+    controller->updateStatsForSteps(days);
+    EXPECT_EQ(texts()[2], QStringLiteral("Days: 1234"));
+}
+
+TEST_F(StatisticsTest, totalsBeyondWhatADoubleHoldsAreExact) {
+    // 2^53 + 1 + 2 = 9007199254740995
+    load({{"2025-03-02", "9007199254740993"}, {"2025-03-01", "2"}});
+    EXPECT_EQ(texts()[3], QStringLiteral("Steps: 9,007,199,254,740,995"));
+    EXPECT_EQ(cell(0, "steps"), QStringLiteral("9,007,199,254,740,995"));
+}
+
+TEST_F(StatisticsTest, anInfiniteStrideWithoutStepsShowsNaNWithoutASign) {
+    defaults.setDouble(SettingsKeys::strideFootLength, std::numeric_limits<double>::infinity());
+    load({{"2025-03-02", "0"}});
+    EXPECT_EQ(texts()[4], QStringLiteral("Miles: NaN @ inf ft/step"));
+    EXPECT_EQ(texts()[5], QStringLiteral("Average: 0 steps/day, NaN miles/day"));
+    EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("NaN"));
+}
+
+TEST_F(StatisticsTest, aRightToLeftDateOrNumberIsSetApartInItsLabel) {
+    const ScopedLocale arabic("ar_EG.UTF-8");
+    load({{"2025-03-02", "4000"}});
+    const QChar isolate = u'\u2068';
+    EXPECT_TRUE(texts()[0].startsWith(QStringLiteral("From: ") + isolate));
+    EXPECT_TRUE(texts()[0].endsWith(u'\u2069'));
+    EXPECT_TRUE(texts()[3].startsWith(QStringLiteral("Steps: ") + isolate));
+    EXPECT_TRUE(texts()[4].startsWith(QStringLiteral("Miles: ") + isolate));
+    EXPECT_TRUE(texts()[4].endsWith(QStringLiteral("\u2069 @ 2.50 ft/step")));
+    EXPECT_EQ(texts()[5].count(isolate), 2);
+}
+
+TEST_F(StatisticsTest, aLeftToRightDateOrNumberIsNotSetApart) {
+    const ScopedLocale german("de_DE.UTF-8");
+    load({{"2025-03-02", "4000"}});
+    EXPECT_FALSE(texts().join(QString()).contains(u'\u2068'));
+}
+
+TEST_F(StatisticsTest, theStartOfADayIsThatOfTheLocalZone) {
+    const ScopedTimeZone zone("America/New_York");
+    using namespace std::chrono_literals;
+    const std::chrono::sys_days day = 2025y / 1 / 15;
+    EXPECT_EQ(MainWindowController::startOfDay(day + 3h), day - std::chrono::days(1) + 5h);
+    EXPECT_EQ(MainWindowController::startOfDay(day + 5h), day + 5h);
 }
 
 TEST_F(StatisticsTest, theStartOfADayDropsTheTimeOfDay) {

@@ -90,6 +90,122 @@ TEST_F(StrideEditorTest, followsTheLabelsOwnFont) {
     EXPECT_EQ(editor().x(), controller->milesLabel()->x() + static_cast<int>(std::ceil(prefix)));
 }
 
+TEST_F(StrideEditorTest, staysOverTheStrideWhereverTheLabelGoesAndKeepsWhatWasTyped) {
+    const auto expectOverTheStride = [this](const char* prefix, const char* what) {
+        QCoreApplication::processEvents();
+        const QLabel& label = *controller->milesLabel();
+        const double width =
+            QFontMetricsF(label.font()).horizontalAdvance(QString::fromUtf8(prefix));
+        EXPECT_EQ(editor().geometry(), QRect(label.x() + static_cast<int>(std::ceil(width)),
+                                             label.y() - 3, 60, label.height()))
+            << what;
+        EXPECT_EQ(editor().text(), QStringLiteral("9")) << what;
+    };
+    openAndType("9");
+    const int before = editor().x();
+    controller->window()->resize(1100, 800);
+    expectOverTheStride("Miles: 7.50 @ ", "a wider window");
+    EXPECT_NE(editor().x(), before);
+    QFont font = controller->window()->font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    controller->window()->setFont(font);
+    expectOverTheStride("Miles: 7.50 @ ", "a larger font");
+    controller->tableView()->selectRowIndexes({1});
+    expectOverTheStride("Miles: 2.50 @ ", "another text");
+    EXPECT_TRUE(open());
+}
+
+TEST_F(StrideEditorTest, nothingOfTheStrideIsSeenBesideIt) {
+    defaults.setDouble(SettingsKeys::strideFootLength, 123456789.0);  // wider than the editor
+    controller->recomputeStats();
+    clickLabel();
+    const QRect label = controller->milesLabel()->geometry();
+    const QRect beside(QPoint(editor().geometry().right() + 1, label.top()), label.bottomRight());
+    const QImage picture = controller->controlsPanel()->grab(beside).toImage();
+    QImage blank(picture.size(), picture.format());
+    blank.fill(picture.pixel(picture.width() - 1, 0));
+    EXPECT_EQ(picture, blank);
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    EXPECT_NE(controller->controlsPanel()->grab(beside).toImage(), blank);
+}
+
+TEST_F(StrideEditorTest, closingTheWindowStores) {
+    openAndType("3");
+    controller->window()->close();
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, quittingStores) {
+    openAndType("3");
+    Q_EMIT qApp->aboutToQuit({});
+    EXPECT_EQ(stored(), 3.0);
+}
+
+TEST_F(StrideEditorTest, openingItRefreshesNothing) {
+    controller->daysLabel()->setText(QStringLiteral("as it was"));
+    int reloads = 0;
+    const QObject whileHere;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
+                     [&reloads] { ++reloads; });
+    clickLabel();
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("as it was"));
+    EXPECT_EQ(reloads, 0);
+}
+
+TEST_F(StrideEditorTest, aSecondClickMovesItOverTheStrideAgain) {
+    clickLabel();
+    const QRect place = editor().geometry();
+    editor().move(0, 0);
+    clickLabel();
+    EXPECT_EQ(editor().geometry(), place);
+}
+
+TEST_F(StrideEditorTest, thereIsNoUpperBound) {
+    openAndType("1e300");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 1e300);
+}
+
+// A held key is pressed again and again, as the windowing system sends it.
+class HeldKeyTest : public StrideEditorTest {
+  protected:
+    void press(Qt::Key key, bool again) const {
+        QKeyEvent event(QEvent::KeyPress, key, {}, {}, again);
+        QApplication::sendEvent(controller->window()->windowHandle(), &event);
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(HeldKeyTest, escapeThatClosedTheEditorDoesNotClearTheSelection) {
+    click(1);
+    clickLabel();
+    press(Qt::Key_Escape, false);
+    ASSERT_FALSE(open());
+    ASSERT_TRUE(controller->tableView()->hasFocus());
+    press(Qt::Key_Escape, true);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+    press(Qt::Key_Escape, false);
+    EXPECT_TRUE(controller->tableView()->selectedRowIndexes().empty());
+}
+
+TEST_F(HeldKeyTest, returnThatOpenedTheEditorDoesNotCloseItAndTheOtherWayRound) {
+    controller->milesLabel()->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Return, false);
+    ASSERT_TRUE(open());
+    press(Qt::Key_Return, true);
+    EXPECT_TRUE(open());
+    press(Qt::Key_Return, false);
+    ASSERT_FALSE(open());
+    press(Qt::Key_Return, true);
+    EXPECT_FALSE(open());
+}
+
+TEST_F(HeldKeyTest, arrowKeysGoOn) {
+    click(1);
+    press(Qt::Key_Down, true);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
+}
+
 TEST_F(StrideEditorTest, withoutAStrideInTheTextItOpensAtTheLabelsLeftEdge) {
     controller->updateStatsForSteps({});
     ASSERT_EQ(miles(), QStringLiteral("Miles: —"));

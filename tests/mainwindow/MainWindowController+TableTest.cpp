@@ -1,4 +1,5 @@
 #include "mainwindow/ControllerTest.h"
+#include "support/Environment.h"
 #include "text/LocalTime.h"
 
 namespace ambulet {
@@ -77,6 +78,33 @@ TEST_F(TableTest, monthsAreThoseOfTheLocalesCalendarAsTheirTitlesAre) {
     ASSERT_EQ(rows.size(), 5U);
     EXPECT_TRUE(std::holds_alternative<MonthSummary>(rows[2]));
     EXPECT_NE(month(rows[0]).title(), month(rows[2]).title());
+}
+
+// In Polish, "marca" is the month in a date and "marzec" the month alone.
+TEST_F(TableTest, theTitlesMonthHasTheFormThatItHasInADate) {
+    const ScopedLocale polish("pl_PL.UTF-8");
+    const auto rows = makeController().buildDisplayRows(std::array{day(2025, 3, 2, 1)});
+    EXPECT_EQ(month(rows[0]).title(), "marca 2025");
+}
+
+TEST_F(TableTest, aDayWithoutADateHasAnEmptyCellAndAMonthWithoutATitle) {
+    makeController();
+    const auto rows = controller->buildDisplayRows(std::array{DailySteps()});
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(month(rows[0]).title(), std::nullopt);
+}
+
+TEST_F(TableTest, theWidestTextOfAColumnIsAmongAFewRows) {
+    load({{"2025-03-02", "7"},
+          {"2025-03-01", "123456"},
+          {"2025-02-02", "-99999"},
+          {"2025-02-01", "8"}});
+    // March, 2nd, 1st, February, 2nd, 1st
+    using Rows = std::vector<int>;
+    EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("date")), Rows({0, 1, 3, 4}));
+    EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("steps")), Rows({3, 0, 4, 2}));
+    EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("avgSteps")), Rows({3, 0}));
+    EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("other")), Rows());
 }
 
 TEST_F(TableTest, anUnorderedListGivesAMonthARowForEachRun) {

@@ -1,6 +1,7 @@
 #include "mainwindow/ControllerTest.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScreen>
@@ -215,16 +216,75 @@ TEST_F(WindowTest, aDamagedFrameInTheSettingsIsLeftAside) {
     EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
-TEST_F(WindowTest, tabGoesFromTheButtonToTheMilesToTheTableAndAround) {
+TEST_F(WindowTest, tabGoesFromTheButtonToThePathToTheMilesToTheTableAndAround) {
     load({{"2025-03-02", "1"}});
     controller->window()->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
     auto* const button = controller->window()->findChild<QPushButton*>();
     button->setFocus();
-    for (const QWidget* next : std::initializer_list<QWidget*>{controller->milesLabel(),
-                                                               controller->tableView(), button}) {
+    for (const QWidget* next :
+         std::initializer_list<QWidget*>{controller->filePathField(), controller->milesLabel(),
+                                         controller->tableView(), button}) {
         QTest::keyClick(controller->window()->windowHandle(), Qt::Key_Tab);
         EXPECT_EQ(QApplication::focusWidget(), next);
+    }
+}
+
+TEST_F(WindowTest, thePathCanBeSelectedAndCopiedByKeyboard) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    load(file);
+    controller->filePathField()->setFocus(Qt::TabFocusReason);
+    QTest::keySequence(controller->filePathField(), QKeySequence::SelectAll);
+    QTest::keySequence(controller->filePathField(), QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), file);
+}
+
+TEST_F(WindowTest, controlWClosesIt) {
+    makeController().showWindow();
+    controller->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+    QTest::keyClick(controller->window()->windowHandle(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(controller->window()->isVisible());
+}
+
+TEST_F(WindowTest, beforeAnyFileThePathFieldAndTheTableSayWhatToDo) {
+    makeController();
+    EXPECT_TRUE(controller->textOfEmptyTable().contains(QStringLiteral("export.zip")));
+    controller->showWindow();
+    EXPECT_EQ(controller->filePathField()->placeholderText(),
+              QStringLiteral("No export file chosen yet"));
+    EXPECT_EQ(controller->filePathField()->text(), QString());
+    makeController(QStringLiteral("/no/such/file.xml"));
+    EXPECT_TRUE(controller->textOfEmptyTable().isNull());
+}
+
+// Of the first letter of a label, the lowest row of pixels, from the top of the panel.
+int baseLine(const QLabel& label) {
+    const QImage picture =
+        label.parentWidget()->grab(QRect(label.pos(), QSize(9, label.height()))).toImage();
+    int lowest = -1;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qGray(picture.pixel(x, y)) < 100) {
+                lowest = y;
+            }
+        }
+    }
+    return label.y() * qRound(picture.devicePixelRatio()) + lowest;
+}
+
+TEST_F(WindowTest, theLabelsOfALineStandOnOneBaseLine) {
+    load({{"2025-03-02", "4000"}});
+    QCoreApplication::processEvents();
+    for (const double size : {8.0, 9.0, 9.5, 10.0, 11.0, 13.0, 14.5, 18.0}) {
+        QFont font = controller->window()->font();
+        font.setPointSizeF(size);
+        controller->window()->setFont(font);
+        QCoreApplication::processEvents();
+        ASSERT_GT(baseLine(*controller->toLabel()), 0);
+        EXPECT_EQ(baseLine(*controller->milesLabel()), baseLine(*controller->toLabel())) << size;
+        EXPECT_EQ(controller->milesLabel()->geometry().top(),
+                  controller->toLabel()->geometry().top());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <initializer_list>
 #include <limits>
 #include <vector>
@@ -40,6 +41,12 @@ TEST(StepTotals, noDaysGiveZeroAndNoDivision) {
 TEST(StepTotals, aStrideOfZeroGivesZeroMiles) {
     EXPECT_EQ(StepTotals(days({5280}), 0).miles(), 0);
     EXPECT_EQ(StepTotals(days({5280}), 1).miles(), 1);
+}
+
+TEST(StepTotals, anInfiniteStrideWithoutStepsGivesNaNWithoutASign) {
+    const double miles = StepTotals(days({0}), std::numeric_limits<double>::infinity()).miles();
+    EXPECT_TRUE(std::isnan(miles));
+    EXPECT_FALSE(std::signbit(miles));
 }
 
 TEST(StepTotals, sumsWrapAroundAtTheEndOfTheRange) {

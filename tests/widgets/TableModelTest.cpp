@@ -72,6 +72,20 @@ TEST(TableModel, aDataSourceThatHasLostRowsBeforeTheReloadIsNotAskedForThem) {
     EXPECT_EQ(model.flags(model.index(2, 0)), Qt::NoItemFlags);
 }
 
+TEST(TableModel, assistiveProgramsAreToldRowsByTheirFirstCellAndGroupRowsAsHeadings) {
+    TestRows rows("Gd");
+    TableModel model;
+    model.setColumns(columns);
+    model.setDataSource(&rows);
+    const auto description = [&](int row) {
+        return model.index(row, 0).data(Qt::AccessibleDescriptionRole);
+    };
+    EXPECT_EQ(description(0).toString(), QStringLiteral("Heading of the rows that follow"));
+    EXPECT_FALSE(description(1).isValid());
+    EXPECT_EQ(model.headerData(1, Qt::Vertical, Qt::AccessibleTextRole).toString(),
+              QStringLiteral("a1"));
+}
+
 }  // namespace
 
 }  // namespace ambulet

@@ -1,14 +1,17 @@
 #include "widgets/TableView.h"
 
+#include "widgets/Contrast.h"
 #include "widgets/TestRows.h"
 
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 namespace ambulet {
@@ -153,6 +156,23 @@ TEST_F(TableViewTest, selectAllTakesEveryRowButTheGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({1, 2, 3, 4, 6, 7}));
 }
 
+TEST_F(TableViewTest, afterSelectAllAMovingKeySelectsOneRow) {
+    for (const auto& [key, row] : {std::pair(Qt::Key_Up, 1),
+                                   {Qt::Key_Down, 2},
+                                   {Qt::Key_Home, 1},
+                                   {Qt::Key_End, 7},
+                                   {Qt::Key_PageUp, 1}}) {
+        click(1);
+        QTest::keySequence(&table, QKeySequence::SelectAll);
+        QTest::keyClick(&table, key);
+        EXPECT_EQ(table.selectedRowIndexes(), Rows({row}));
+    }
+    click(7);
+    QTest::keySequence(&table, QKeySequence::SelectAll);
+    QTest::keyClick(&table, Qt::Key_Down);
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({7}));
+}
+
 TEST_F(TableViewTest, theProgramCanSelectGroupRowsToo) {
     table.selectRowIndexes({5, 0, 5, 99, -1});
     EXPECT_EQ(table.selectedRowIndexes(), Rows({0, 5}));
@@ -266,7 +286,8 @@ TEST_F(TableViewTest, moreRowsThanFitAreNeverSeenWithoutTheirScrollBarOrWithAHor
     ScrollBarWatch watch(table);
     rows.kinds = std::string(500, 'd');
     table.reloadData();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return watch.paints > 0; }));
+    table.viewport()->repaint();  // as when the window is exposed in this moment
+    EXPECT_EQ(watch.paints, 1);
     QCoreApplication::processEvents();
     EXPECT_EQ(watch.paintsWithoutVertical, 0);
     EXPECT_EQ(watch.horizontalShown, 0);
@@ -431,6 +452,223 @@ TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
     };
     EXPECT_EQ(ground(1), QColor(Qt::black));
     EXPECT_EQ(ground(0), QColor(20, 20, 20));  // 8 % of the way from black to white: 20.4
+}
+
+TEST_F(TableViewTest, aGroupRowThatCountsAsSelectedIsDrawnAsSelected) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    const auto ground = [&](int row) {
+        return table.viewport()->grab().toImage().pixelColor(
+            table.visualRect(table.model()->index(row, 2)).topLeft() + QPoint(3, 3));
+    };
+    table.selectRowIndexes({2});
+    const QColor selected = ground(2);
+    ASSERT_NE(ground(5), selected);
+    table.selectRowIndexes({5});
+    EXPECT_EQ(ground(5), selected);
+    EXPECT_NE(ground(2), selected);
+}
+
+TEST_F(TableViewTest, theFocusIsAnOutlineThatStandsOutAndNeverAFill) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    for (const bool current : {false, true}) {
+        QRect marked = table.viewport()->rect();
+        if (current) {
+            click(2);
+            marked = QRect(0, table.rowViewportPosition(2), marked.width(), table.rowHeight(2));
+        }
+        table.setFocus(Qt::MouseFocusReason);
+        const QImage without = table.viewport()->grab().toImage();
+        table.clearFocus();
+        table.setFocus(Qt::TabFocusReason);
+        const QImage with = table.viewport()->grab().toImage();
+        for (int y = 0; y < with.height(); ++y) {
+            for (int x = 0; x < with.width(); ++x) {
+                const bool edge =
+                    marked.contains(x, y) && !marked.adjusted(1, 1, -1, -1).contains(x, y);
+                if (edge) {
+                    ASSERT_GE(contrastRatio(with.pixelColor(x, y), without.pixelColor(x, y)), 3)
+                        << x << ' ' << y;
+                } else {
+                    ASSERT_EQ(with.pixel(x, y), without.pixel(x, y)) << x << ' ' << y;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(TableViewTest, aTextOfARightToLeftLanguageHasItsOwnDirection) {
+    // Apart from the marks that set it apart as right-to-left, which are not drawn, the two are
+    // one.
+    const QString date = QStringLiteral("2 \u05d1\u05de\u05e8\u05e5 2025");
+    const auto cell = [&](const QString& text) {
+        rows.textOfRow[1] = text;
+        return table.viewport()->grab(table.visualRect(table.model()->index(1, 0))).toImage();
+    };
+    EXPECT_EQ(cell(date), cell(u'\u2067' + date + u'\u2069'));
+    EXPECT_NE(cell(date), cell(u'\u2066' + date + u'\u2069'));
+}
+
+TEST_F(TableViewTest, aTextOfARightToLeftLanguageStaysOnItsColumnsSide) {
+    const auto firstInk = [&](const QString& text, int column) {
+        rows.textOfRow[1] = text;
+        const QImage cell =
+            table.viewport()->grab(table.visualRect(table.model()->index(1, column))).toImage();
+        for (int x = 0; x < cell.width(); ++x) {
+            for (int y = 0; y < cell.height(); ++y) {
+                if (cell.pixel(x, y) != cell.pixel(0, 0)) {
+                    return x;
+                }
+            }
+        }
+        return cell.width();
+    };
+    EXPECT_LT(firstInk(QStringLiteral("\u05d1\u05de"), 0), 25);
+    EXPECT_GT(firstInk(QStringLiteral("\u05d1\u05de"), 1), 110 / 2);
+}
+
+TEST_F(TableViewTest, theTextOfAnEmptyTableIsShownInItsMiddleUntilThereAreRows) {
+    const auto picture = [&] { return table.viewport()->grab().toImage(); };
+    rows.kinds.clear();
+    table.reloadData();
+    const QImage blank = picture();
+    rows.emptyText = QStringLiteral("Nothing here yet");
+    const QImage told = picture();
+    EXPECT_NE(told, blank);
+    EXPECT_EQ(told.copy(0, 0, told.width(), told.height() / 3),
+              blank.copy(0, 0, told.width(), told.height() / 3));
+    rows.kinds = "d";
+    table.reloadData();
+    QCoreApplication::processEvents();
+    const QImage filled = picture();
+    rows.emptyText.clear();
+    EXPECT_EQ(filled, picture());
+}
+
+TEST_F(TableViewTest, aColumnIsWideEnoughForTheWidestNumberWhereverItStands) {
+    rows.kinds = std::string(2000, 'd');
+    rows.textOfRow[1500] = QStringLiteral("1,111,111,111,111,111,111");
+    table.reloadData();
+    const QString widest = QStringLiteral("8,888,888,888,888,888,888");
+    EXPECT_GE(table.columnWidth(1), table.fontMetrics().horizontalAdvance(widest));
+}
+
+TEST_F(TableViewTest, whatIsCutIsWholeInATooltip) {
+    const auto tooltipOf = [](QWidget* view, QPoint place) {
+        QToolTip::hideText();
+        QHelpEvent event(QEvent::ToolTip, place, view->mapToGlobal(place));
+        QCoreApplication::sendEvent(view, &event);
+        return QToolTip::text();
+    };
+    rows.textOfRow[1] = QStringLiteral("a text that needs some more space than eighty points");
+    const auto ofCell = [&](int row) {
+        return tooltipOf(table.viewport(), table.visualRect(table.model()->index(row, 0)).center());
+    };
+    const auto ofTitle = [&] { return tooltipOf(table.horizontalHeader()->viewport(), {40, 5}); };
+    table.reloadData();
+    EXPECT_EQ(ofCell(1), QString());
+    EXPECT_EQ(ofTitle(), QString());
+    table.setColumns(
+        {{QStringLiteral("a"), QStringLiteral("A rather long title"), 170, 20, {}}, columns[1]});
+    table.setColumnWidth(0, 60);
+    EXPECT_EQ(ofCell(2), QString());
+    EXPECT_EQ(ofCell(1), rows.textOfRow[1]);
+    EXPECT_EQ(ofTitle(), QStringLiteral("A rather long title"));
+}
+
+// The group row of the topmost rows, which stays at the top.
+class PinnedRowTest : public TableViewTest {
+  protected:
+    PinnedRowTest() {
+        rows.kinds = "Gdddddddddd" + std::string("G") + std::string(100, 'd');
+        table.reloadData();
+        QCoreApplication::processEvents();
+    }
+
+    int height() const { return table.rowHeight(0); }
+    void scrollTo(int value) { table.verticalScrollBar()->setValue(value); }
+    QImage top() {
+        return table.viewport()
+            ->grab(QRect(0, 0, table.viewport()->width(), height() - 1))
+            .toImage();
+    }
+};
+
+TEST_F(PinnedRowTest, inItsOwnPlaceTheGroupRowIsNotPinned) {
+    EXPECT_TRUE(table.pinnedRect().isNull());
+    scrollTo(11 * height());
+    EXPECT_TRUE(table.pinnedRect().isNull());
+}
+
+TEST_F(PinnedRowTest, theGroupRowStaysAtTheTopWhileItsRowsScroll) {
+    const QImage own = top();
+    for (const int value : {1, height() / 2, height(), 5 * height() + 3, 10 * height()}) {
+        scrollTo(value);
+        EXPECT_EQ(table.pinnedRect(), QRect(0, 0, table.viewport()->width(), height()));
+        EXPECT_EQ(top(), own) << value;
+    }
+}
+
+TEST_F(PinnedRowTest, theNextGroupRowPushesItAway) {
+    for (const int pushed : {1, height() / 2, height() - 1}) {
+        scrollTo(10 * height() + pushed);
+        EXPECT_EQ(table.pinnedRect(), QRect(0, -pushed, table.viewport()->width(), height()));
+    }
+    scrollTo(12 * height());
+    EXPECT_EQ(table.pinnedRect().top(), 0);
+    EXPECT_EQ(table.indexAt({5, 5}).row(), 11);
+}
+
+TEST_F(PinnedRowTest, rowsBeforeTheFirstGroupRowHaveNone) {
+    rows.kinds = std::string(50, 'd') + "G" + std::string(50, 'd');
+    table.reloadData();
+    QCoreApplication::processEvents();
+    scrollTo(20 * height());
+    EXPECT_TRUE(table.pinnedRect().isNull());
+}
+
+TEST_F(PinnedRowTest, aClickOnItLeavesTheSelection) {
+    click(1);
+    scrollTo(5 * height());
+    for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers, {30, 5});
+        EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
+    }
+    EXPECT_EQ(table.indexAt({30, 5}).row(), 0);
+    EXPECT_EQ(table.indexAt({30, height() + 5}).row(), 6);
+}
+
+TEST_F(PinnedRowTest, aKeyNeverLeadsToARowUnderIt) {
+    scrollTo(60 * height());
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, {30, 3 * height()});
+    for (int press = 0; press < 40; ++press) {
+        QTest::keyClick(&table, Qt::Key_Up);
+        const int row = table.selectedRowIndexes().front();
+        EXPECT_GE(table.rowViewportPosition(row), table.pinnedRect().bottom() + 1) << row;
+    }
+}
+
+TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderIt) {
+    scrollTo(5 * height());
+    const auto send = [&](QEvent::Type type, QPoint place) {
+        QMouseEvent event(type, place, table.viewport()->mapToGlobal(place),
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
+        QCoreApplication::sendEvent(table.viewport(), &event);
+    };
+    send(QEvent::MouseButtonPress, {30, 3 * height() + 5});
+    send(QEvent::MouseMove, {30, 2 * height() + 5});
+    send(QEvent::MouseMove, {30, 5});
+    send(QEvent::MouseButtonRelease, {30, 5});
+    EXPECT_EQ(table.selectedRowIndexes(), Rows({5, 6, 7, 8}));
+}
+
+TEST_F(PinnedRowTest, itIsDrawnAsSelectedWhereItCountsSo) {
+    table.selectRowIndexes({0});
+    const QImage own = top();
+    scrollTo(5 * height());
+    EXPECT_EQ(top(), own);
 }
 
 }  // namespace

@@ -2,7 +2,8 @@
 
 #include "widgets/TableViewDataSource.h"
 
-#include <algorithm>
+#include <map>
+#include <numeric>
 #include <string>
 
 namespace ambulet {
@@ -12,13 +13,24 @@ namespace ambulet {
 struct TestRows : TableViewDataSource {
     std::string kinds;
     int notifications = 0;
+    QString emptyText;
+    std::map<int, QString> textOfRow;  // in place of the row's texts
 
     explicit TestRows(std::string rows) : kinds(std::move(rows)) {}
 
     int numberOfRowsInTableView() const override { return static_cast<int>(kinds.size()); }
     QString objectValueForTableColumn(const QString& identifier, int row) const override {
+        if (const auto own = textOfRow.find(row); own != textOfRow.end()) {
+            return own->second;
+        }
         return identifier == QLatin1String("empty") ? QString() : identifier + QString::number(row);
     }
+    std::vector<int> rowsWithWidestTexts(const QString& /*identifier*/) const override {
+        std::vector<int> all(kinds.size());
+        std::iota(all.begin(), all.end(), 0);
+        return all;
+    }
+    QString textOfEmptyTable() const override { return emptyText; }
     bool isGroupRow(int row) const override {
         return kinds.at(static_cast<std::size_t>(row)) == 'G';
     }

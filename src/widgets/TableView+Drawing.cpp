@@ -1,0 +1,148 @@
+// What a table draws besides its rows: the pinned group row, the text of an empty table, the focus.
+
+#include "widgets/Contrast.h"
+#include "widgets/FocusOutline.h"
+#include "widgets/RowDelegate.h"
+#include "widgets/TableModel.h"
+#include "widgets/TableView.h"
+#include "widgets/TableViewDataSource.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace ambulet {
+
+void TableView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    paintTextOfEmptyTable(painter);
+    paintPinnedRow(painter);
+    paintFocus(painter);
+}
+
+void TableView::paintTextOfEmptyTable(QPainter& painter) const {
+    if (_model->rowCount() > 0 || _dataSource == nullptr) {
+        return;
+    }
+    const QColor ink = palette().color(QPalette::Text);
+    const QColor ground = palette().color(QPalette::Base);
+    painter.setPen(withContrast(mixed(ink, ground, 0.35), ink, ground, textContrast));
+    painter.drawText(viewport()->rect().adjusted(RowDelegate::padding, 0, -RowDelegate::padding, 0),
+                     Qt::AlignCenter | Qt::TextWordWrap, _dataSource->textOfEmptyTable());
+}
+
+// Users who work by keyboard see where the focus is: around the current row, or around the whole
+// table while there is none.
+void TableView::paintFocus(QPainter& painter) const {
+    if (!_focusVisible || !hasFocus()) {
+        return;
+    }
+    QRect marked = viewport()->rect();
+    QColor ground = palette().color(QPalette::Base);
+    if (currentIndex().isValid()) {
+        marked.setTop(rowViewportPosition(currentIndex().row()));
+        marked.setHeight(rowHeight(currentIndex().row()));
+        if (isRowSelected(currentIndex().row())) {
+            ground = palette().color(QPalette::Highlight);
+        }
+    }
+    drawFocusOutline(painter, marked, palette(), ground);
+}
+
+// The group row above the topmost row; -1 where there is none, or where it is not scrolled away.
+int TableView::pinnedRow() const {
+    int row = rowAt(0);
+    while (row >= 0 && !_model->index(row, 0).data(TableModel::groupRole).toBool()) {
+        --row;
+    }
+    return row >= 0 && rowViewportPosition(row) < 0 ? row : -1;
+}
+
+QRect TableView::pinnedRect() const {
+    const int pinned = pinnedRow();
+    if (pinned < 0) {
+        return {};
+    }
+    const int height = rowHeight(pinned);
+    // All rows are equally high, so the next group row pushes it only where it is the second row.
+    const int second = rowAt(height);
+    int top = 0;
+    if (second > pinned && _model->index(second, 0).data(TableModel::groupRole).toBool()) {
+        top = rowViewportPosition(second) - height;
+    }
+    return {0, std::min(top, 0), viewport()->width(), height};
+}
+
+void TableView::paintPinnedRow(QPainter& painter) const {
+    const QRect place = pinnedRect();
+    if (place.isNull()) {
+        return;
+    }
+    const int row = pinnedRow();
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.state.setFlag(QStyle::State_Active, isActiveWindow());
+    for (int column = 0; column < _model->columnCount(); ++column) {
+        option.rect =
+            QRect(columnViewportPosition(column), place.top(), columnWidth(column), place.height());
+        painter.fillRect(option.rect, palette().color(QPalette::Base));
+        itemDelegate()->paint(&painter, option, _model->index(row, column));
+    }
+    painter.setPen(separatorColor(palette()));
+    painter.drawLine(place.bottomLeft(), place.bottomRight());
+}
+
+// While the user drags a selection, it is the days under the pinned row that are meant.
+QModelIndex TableView::indexAt(const QPoint& point) const {
+    if (state() != DragSelectingState && pinnedRect().contains(point)) {
+        return _model->index(pinnedRow(), columnAt(point.x()));
+    }
+    return QTableView::indexAt(point);
+}
+
+void TableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QTableView::scrollTo(index, hint);
+    if (!index.isValid() || index.row() == pinnedRow()) {
+        return;
+    }
+    // Not to where the pinned row would lie over it.
+    const int hidden = pinnedRect().bottom() + 1 - rowViewportPosition(index.row());
+    if (hidden > 0) {
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - hidden);
+    }
+}
+
+void TableView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    viewport()->update();  // the pinned row does not move with the others
+}
+
+bool TableView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && showToolTip(*static_cast<QHelpEvent*>(event))) {
+        return true;
+    }
+    return QTableView::viewportEvent(event);
+}
+
+// The whole text of a cell that has too little space for it.
+bool TableView::showToolTip(const QHelpEvent& event) {
+    const QModelIndex index = indexAt(event.pos());
+    if (!index.isValid()) {
+        return false;
+    }
+    QFont shown = font();
+    shown.setBold(index.data(TableModel::groupRole).toBool());
+    const QString text = index.data().toString();
+    if (QFontMetrics(shown).horizontalAdvance(text) + spaceBesideTexts() <=
+        columnWidth(index.column())) {
+        return false;
+    }
+    QToolTip::showText(event.globalPos(), text, viewport(), visualRect(index));
+    return true;
+}
+
+}  // namespace ambulet

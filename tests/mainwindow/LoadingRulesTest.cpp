@@ -1,0 +1,164 @@
+// What a load leaves alone, and in which order loads, choices and edits may come.
+
+#include "mainwindow/ControllerTest.h"
+#include "platform/FileBookmark.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QTimer>
+
+namespace ambulet {
+
+namespace {
+
+class LoadingRulesTest : public ControllerTest {
+  protected:
+    // Answers the next open dialog with `file`; cancels it where that is null.
+    void choose(const QString& file) {
+        QTimer answer;
+        bool typed = false;
+        QObject::connect(&answer, &QTimer::timeout, [&] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || typed) {
+                return;
+            }
+            typed = true;
+            if (file.isNull()) {
+                dialog->reject();
+            } else {
+                auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                name->setText(file);
+                QTest::keyClick(name, Qt::Key_Return);
+            }
+        });
+        answer.start(0);
+        controller->chooseFileAction();
+        ASSERT_TRUE(typed);
+    }
+
+    QStringList statistics() const {
+        QStringList texts;
+        for (const QLabel* label : statisticsLabels()) {
+            texts.append(label->text());
+        }
+        return texts;
+    }
+
+    const QString twoDays =
+        writeExport("two.xml", {{"2025-03-02", "4000"}, {"2025-03-01", "5000"}});
+    const QString oneDay = writeExport("one.xml", {{"2025-02-02", "7"}});
+};
+
+TEST_F(LoadingRulesTest, aCompletedLoadShowsAllDaysFiguresThoughRowsAreSelected) {
+    load(twoDays);
+    click(1);
+    ASSERT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1"));
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 2"));
+    EXPECT_EQ(controller->totalLabel()->text(), QStringLiteral("Steps: 9,000"));
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+    EXPECT_TRUE(controller->fromLabel()->font().bold());
+}
+
+TEST_F(LoadingRulesTest, choosingAFileWithRowsSelectedClearsThemAndTheBoldFontAtOnce) {
+    load(twoDays);
+    click(1);
+    ASSERT_TRUE(controller->fromLabel()->font().bold());
+    choose(oneDay);
+    EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+    EXPECT_FALSE(controller->fromLabel()->font().bold());
+    EXPECT_FALSE(controller->toLabel()->font().bold());
+    EXPECT_TRUE(controller->tableView()->selectedRowIndexes().empty());
+    waitForLoad();
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1"));
+}
+
+TEST_F(LoadingRulesTest, choosingTheSameFileAgainLoadsItAgain) {
+    load(twoDays);
+    ASSERT_EQ(controller->allSteps().size(), 2U);
+    writeExport("two.xml", {{"2025-03-02", "1"}, {"2025-03-01", "1"}, {"2025-02-01", "1"}});
+    choose(twoDays);
+    waitForLoad();
+    EXPECT_EQ(controller->allSteps().size(), 3U);
+}
+
+TEST_F(LoadingRulesTest, aCancelledDialogLeavesEverything) {
+    load(twoDays);
+    click(1);
+    const QStringList before = statistics();
+    choose({});
+    EXPECT_EQ(controller->filePath(), twoDays);
+    EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), twoDays);
+    EXPECT_EQ(controller->filePathField()->text(), twoDays);
+    EXPECT_EQ(controller->displayRows().size(), 3U);
+    EXPECT_EQ(controller->tableView()->model()->rowCount(), 3);
+    EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
+    EXPECT_EQ(statistics(), before);
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+}
+
+TEST_F(LoadingRulesTest, aLoadThatEndsWhileTheEditorIsOpenLeavesItOpen) {
+    load(twoDays);
+    controller->strideDidClick();
+    controller->strideEditor()->setText(QStringLiteral("9"));
+    controller->loadData();
+    waitForLoad();
+    EXPECT_TRUE(controller->strideEditor()->isVisible());
+    EXPECT_EQ(controller->strideEditor()->text(), QStringLiteral("9"));
+    EXPECT_EQ(defaults.persistent(SettingsKeys::strideFootLength), std::nullopt);
+}
+
+TEST_F(LoadingRulesTest, aStrideCommittedDuringALoadCountsWhenItEnds) {
+    load(twoDays);
+    choose(oneDay);
+    ASSERT_EQ(status(), QStringLiteral("Parsing XML…"));
+    controller->strideDidClick();
+    controller->strideEditor()->setText(QStringLiteral("5280"));
+    controller->commitStrideEdit();
+    EXPECT_EQ(controller->milesLabel()->text(), QStringLiteral("Miles: —"));
+    waitForLoad();
+    EXPECT_EQ(controller->milesLabel()->text(), QStringLiteral("Miles: 7.00 @ 5280.00 ft/step"));
+    EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("7.00"));
+}
+
+TEST_F(LoadingRulesTest, aLoadEndsInAClosedWindowToo) {
+    load(twoDays);
+    controller->loadData();
+    controller->window()->close();
+    waitForLoad();
+    EXPECT_EQ(controller->allSteps().size(), 2U);
+    EXPECT_FALSE(controller->window()->isVisible());
+}
+
+TEST_F(LoadingRulesTest, theNumberOfDaysInTheStatusIsNotGrouped) {
+    std::string text = "<HealthData>\n";
+    using namespace std::chrono_literals;
+    std::chrono::sys_days day = 2020y / 1 / 1;
+    for (int i = 0; i < 1234; ++i, day += std::chrono::days(1)) {
+        const std::chrono::year_month_day date = day;
+        text += stepRecord(QStringLiteral("%1-%2-%3 12:00:00 +0000")
+                               .arg(static_cast<int>(date.year()))
+                               .arg(static_cast<unsigned>(date.month()), 2, 10, QLatin1Char('0'))
+                               .arg(static_cast<unsigned>(date.day()), 2, 10, QLatin1Char('0'))
+                               .toStdString(),
+                           "1") +
+                '\n';
+    }
+    load(writeFile("many.xml", QByteArray::fromStdString(text + "</HealthData>\n")));
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1234 days of data."));
+    EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1234"));
+}
+
+TEST_F(LoadingRulesTest, aBookmarkIsStoredAnewOnlyWhereItIsStale) {
+    const RememberedFile remembered{FileBookmark::make({twoDays}), twoDays};
+    EXPECT_EQ(MainWindowController::resolvedFileURL(remembered).freshBookmark, std::nullopt);
+    const QString moved = path("moved.xml");
+    ASSERT_TRUE(QFile::rename(twoDays, moved));
+    EXPECT_EQ(MainWindowController::resolvedFileURL(remembered).freshBookmark,
+              FileBookmark::make({moved}));
+}
+
+}  // namespace
+
+}  // namespace ambulet
