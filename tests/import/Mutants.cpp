@@ -37,6 +37,9 @@ class Dice {
     const auto& oneOf(const List& list) {
         return list[upTo(std::size(list) - 1)];
     }
+    double oneOf(std::initializer_list<double> list) {
+        return std::data(list)[upTo(list.size() - 1)];
+    }
 
     /// A number from `least` to `most`, each power of two as likely.
     std::size_t length(std::size_t least, std::size_t most) {
