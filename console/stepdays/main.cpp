@@ -95,7 +95,8 @@ int main(int argc, char** argv) {
     }
     if (error) {
         std::fprintf(stderr, "stopped at byte %llu: %s\n",
-                     static_cast<unsigned long long>(error->byteOffset), error->reason.message().c_str());
+                     static_cast<unsigned long long>(error->byteOffset),
+                     error->reason.message().c_str());
     } else {
         std::fputs("well-formed\n", stderr);
     }

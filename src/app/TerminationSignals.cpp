@@ -26,7 +26,7 @@ extern "C" void passOn(int signal) {
 }
 
 void handle(int signal) {
-    struct sigaction action {};
+    struct sigaction action = {};
     if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
         action = {};
         action.sa_handler = passOn;

@@ -17,14 +17,14 @@
 // given the prolog, a start tag for each open element, and the rest of the file.
 //
 // What expat keeps counts for its limit of memory, and so for where it stops. Of the part that it
-// has not read it would have kept something, too; but no more than `mostKept`. Where that could make
-// a difference, expat reads the whole file. In bytes, at most:
+// has not read it would have kept something, too; but no more than `mostKept`. Where that could
+// make a difference, expat reads the whole file. In bytes, at most:
 //
-//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, of 200 bytes,
-//              and some 150 for each
+//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, of
+//              200 bytes, and some 150 for each
 //      60,000  the names of 100 open elements, twice
-//     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it has had for the
-//              values of a tag; a search for the worst tags came to 30,000
+//     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it has had
+//              for the values of a tag; a search for the worst tags came to 30,000
 //   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and one
 //              kibibyte
 

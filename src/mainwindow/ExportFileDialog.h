@@ -23,7 +23,8 @@ class PlainIcons : public QAbstractFileIconProvider {
     QIcon _file;
 };
 
-/// A base class, so that the icons outlive the dialog's thread, which QFileDialog's destructor ends.
+/// A base class, so that the icons outlive the dialog's thread, which QFileDialog's destructor
+/// ends.
 struct PlainIconsHolder {
     PlainIcons icons;
 };

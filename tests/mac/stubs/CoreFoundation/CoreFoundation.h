@@ -1,7 +1,8 @@
 #pragma once
 
 // What our sources use of CoreFoundation, declared as its documentation says, so that they can be
-// compiled where there is no Mac. Nothing defines it: this is for looking at types, not for running.
+// compiled where there is no Mac. Nothing defines it: this is for looking at types, not for
+// running.
 
 #include <cstdint>
 
