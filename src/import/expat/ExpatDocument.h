@@ -17,6 +17,8 @@ namespace ambulet {
 struct PlainProlog {
     std::string rootName;
     std::uint64_t end = 0;  // of the root's start tag, in the file
+
+    friend bool operator==(const PlainProlog&, const PlainProlog&) = default;
 };
 
 /// One reading of the document in a file by expat, which can leave a part to another reader:
