@@ -224,7 +224,8 @@ template <class Vectors>
     if (piece.misses < mostMisses) {
         const bool isClose = _tagCount - std::exchange(piece.lastMiss, _tagCount) < closeSuccession;
         piece.misses = isClose ? piece.misses + 1 : 0;
-        std::ranges::rotate(piece.predictions, piece.predictions.end() - 1);
+        std::rotate(piece.predictions.begin(), piece.predictions.end() - 1,
+                    piece.predictions.end());
         piece.predictions[0].learn({value.begin, value.end}, quote, *next);
         if (piece.misses == mostMisses) {
             std::ranges::for_each(piece.predictions, &Prediction::clear);
