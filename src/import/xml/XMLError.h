@@ -93,7 +93,7 @@ enum class XMLErrorReason {
 };
 
 /// `reason`'s message is a text in English, a few words.
-std::error_code make_error_code(XMLErrorReason reason);
+std::error_code make_error_code(XMLErrorReason reason);  // NOLINT(readability-identifier-naming)
 
 /// Where and why reading stopped.
 struct XMLError {
