@@ -51,6 +51,24 @@ bool isNamedAsXML(const QString& path) {
     return path.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
+// The model's destructor waits for its thread, which may wait for a mount that hangs.
+void destroyInBackground(QFileSystemModel* model) {
+    if (model == nullptr) {
+        return;
+    }
+    model->moveToThread(nullptr);  // it gets no more events
+    try {
+        std::thread([model] {
+            delete model;
+#ifdef Q_OS_LINUX
+            malloc_trim(0);  // malloc would keep the memory
+#endif
+        }).detach();
+    } catch (const std::system_error&) {
+        // Deliberate: without a thread it stays.
+    }
+}
+
 QList<QUrl> usualFolders() {
     QList<QUrl> urls;
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
@@ -91,7 +109,9 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
     setFileMode(ExistingFile);
     setLabelText(Accept, QStringLiteral("Open"));
     setWindowModality(Qt::ApplicationModal);
-    setIconProvider(&icons);
+    // Never destroyed, as a thread of the model's uses it.
+    static auto* const icons = new PlainIcons;
+    setIconProvider(icons);
     // Native dialogs match names by case.
     setNameFilter(QStringLiteral("XML files (*.xml *.XML)"));
     arrangeWidgets();
@@ -146,6 +166,14 @@ void ExportFileDialog::accept() {
     QFileDialog::accept();
 }
 
+QFileSystemModel* ExportFileDialog::takeModel() {
+    auto* const model = findChild<QFileSystemModel*>();
+    if (model != nullptr) {
+        model->setParent(nullptr);
+    }
+    return model;
+}
+
 std::optional<QString> ExportFileDialog::chosen() const {
     const QStringList files = selectedFiles();
     return files.isEmpty() ? std::nullopt : std::optional(files.constFirst());
@@ -162,10 +190,14 @@ QString startFolder(const std::optional<QString>& path) {
 }
 
 std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front) {
-    const std::optional<QString> chosen = ExportFileDialog(startFolder(path), front).ask();
-#ifdef Q_OS_LINUX
-    malloc_trim(0);  // a folder of a million files takes half a gigabyte
-#endif
+    QFileSystemModel* model = nullptr;
+    std::optional<QString> chosen;
+    {
+        ExportFileDialog dialog(startFolder(path), front);
+        chosen = dialog.ask();
+        model = dialog.takeModel();
+    }
+    destroyInBackground(model);
     return chosen;
 }
 

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+class QFileSystemModel;
 class QWindow;
 
 namespace ambulet {
@@ -23,23 +24,21 @@ class PlainIcons : public QAbstractFileIconProvider {
     QIcon _file;
 };
 
-/// A base class, so that the icons outlive the dialog's thread, which QFileDialog's destructor
-/// ends.
-struct PlainIconsHolder {
-    PlainIcons icons;
-};
-
 /// Asks for one XML file; nothing else can be chosen. Made for one showing. Main thread only.
 ///
 /// It opens no file, changes none, and writes none: Qt's own history file is neither read nor
 /// written. It has no Q_OBJECT: Qt shows the platform's dialog for QFileDialog's own class only.
-class ExportFileDialog : private PlainIconsHolder, public QFileDialog {
+class ExportFileDialog : public QFileDialog {
   public:
     /// `folder`: where it opens. `front`: the window that it stays in front of.
     ExportFileDialog(const QString& folder, QWindow* front);
 
     /// Returns once the user has chosen, with the file's path, or has cancelled, with none.
     std::optional<QString> ask();
+
+    /// Separates the model, which is of Qt's own dialog, for `destroyInBackground`; null without
+    /// one.
+    QFileSystemModel* takeModel();
 
     /// A file that is not named as XML leaves the dialog open.
     void accept() override;
@@ -53,8 +52,8 @@ class ExportFileDialog : private PlainIconsHolder, public QFileDialog {
 /// answer within 300 milliseconds, the Downloads folder, else the home folder.
 QString startFolder(const std::optional<QString>& path);
 
-/// Shows the dialog, which opens in `startFolder(path)`. Returns what `ask` does, and gives the
-/// dialog's memory back to the system.
+/// Shows the dialog, which opens in `startFolder(path)`. Returns what `ask` does. The dialog's
+/// memory goes back to the system soon afterwards.
 std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front);
 
 }  // namespace ambulet
