@@ -22,6 +22,7 @@ PROGRAM = pathlib.Path(os.environ.get("AMBULET_PROGRAM", BIN / "ambulet"))
 MAIN = "Daily Steps — Ambulet"  # the titles of the windows
 GUIDE = "Getting Started with Daily Steps"
 ABOUT = "About Daily Steps"
+DIALOG = "Select a HealthKit XML export file"
 PATIENCE = 30  # seconds to wait for anything before a test fails
 
 
@@ -128,12 +129,13 @@ def front_window():
 
 
 class Program:
-    """One run of the program, with its settings in the folder `configuration`."""
+    """One run of the program, with its settings in the folder `configuration`. `prefix` is a command
+    that runs the program in its own process."""
 
-    def __init__(self, configuration, *arguments, **environment):
+    def __init__(self, configuration, *arguments, prefix=(), **environment):
         self.scale = int(environment.get("QT_SCALE_FACTOR", 1))
         self.process = subprocess.Popen(
-            [PROGRAM, *arguments],
+            [*prefix, PROGRAM, *arguments],
             env={**os.environ, "LC_ALL": "en_US.UTF-8", "XDG_CONFIG_HOME": str(configuration),
                  **environment})
 
@@ -274,9 +276,13 @@ class ProgramTest(unittest.TestCase):
         self.configuration = self.folder / "configuration"
         self.configuration.mkdir()
 
-    def start(self, *arguments, **environment):
+    def start_without_waiting(self, *arguments, **environment):
         program = Program(self.configuration, *arguments, **environment)
         self.addCleanup(program.kill)
+        return program
+
+    def start(self, *arguments, **environment):
+        program = self.start_without_waiting(*arguments, **environment)
         # The window is there before what is in it. The icon is set before that is made.
         program.find(Atspi.Role.PUSH_BUTTON, "Choose…")
         return program

@@ -1,0 +1,120 @@
+"""Faults of the file and of the system under the real program: the window lives, quitting is
+immediate, the settings stay whole."""
+
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+
+from driver import (BIN, DIALOG, MAIN, Atspi, ProgramTest, close, key, type_text, wait_for,
+                    windows_named)
+
+FAULTS = {"LD_PRELOAD": str(BIN / "libambulet_faults.so")}
+RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
+          b'startDate="2025-03-%02d 12:00:00 +0000"/>\n')
+
+
+class Faults(ProgramTest):
+    def write_export(self, records, name="export.xml"):
+        """An export of one record a day of March, over and over; its path."""
+        file = self.folder / name
+        with file.open("wb") as out:
+            out.write(b"<HealthData>\n")
+            month = b"".join(RECORD % day for day in range(1, 32))
+            for _ in range(records // 31):
+                out.write(month)
+            out.write(b"</HealthData>\n")
+        return file
+
+    def quit(self, program):
+        program.wait_until_in_front()
+        key("ctrl+q")
+        self.assertEqual(program.end(), 0)
+
+    def test_a_mount_that_hangs_leaves_the_window_usable_and_quitting_immediate(self):
+        # Not beside the other file: Qt's open dialog asks for all that is in a folder that it lists.
+        mount = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, mount)
+        other = self.write_export(31, "other.xml")
+        self.remember(self.write_export(31).rename(mount / "export.xml"))
+        program = self.start(AMBULET_HANG=str(mount), **FAULTS)
+        program.label("Parsing XML…")
+        self.quit(program)
+
+        program = self.start(AMBULET_HANG=str(mount), **FAULTS)
+        program.label("Parsing XML…")
+        program.wait_until_in_front()
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
+        program.wait_until_in_front(DIALOG)
+        type_text(str(other))
+        key("Return")
+        program.label(r"Loaded 31 days of data\.")
+        program.wait_until_in_front()
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
+        type_text("3.25")
+        key("Return")
+        program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
+        self.quit(program)
+
+    def test_without_further_descriptors_the_window_lives(self):
+        self.remember(self.write_export(31))
+        program = self.start()
+        program.label(r"Loaded 31 days of data\.")
+        limits = f"--pid={program.process.pid}"
+        subprocess.run(["prlimit", limits, "--nofile=3:"], check=True)
+        program.wait_until_in_front()
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
+        type_text("3.25")
+        key("Return")
+        program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")  # kept in memory
+        self.assertNotIn("strideFootLength", self.settings_file.read_text())
+        subprocess.run(["prlimit", limits, "--nofile=1024:"], check=True)
+        self.quit(program)
+        self.assertIn("strideFootLength=3.25", self.settings_file.read_text())
+
+    def test_a_file_that_changes_while_it_is_read_gives_what_was_read(self):
+        def append(file):
+            with file.open("ab") as out:
+                out.write(b"<HealthData>" * 100000)
+
+        changes = {
+            "truncated": lambda file: os.truncate(file, 1000),
+            "deleted": lambda file: file.unlink(),
+            "replaced": lambda file: self.write_export(31, "new.xml").rename(file),
+            "growing": append,
+        }
+        for name, change in changes.items():
+            with self.subTest(name):
+                file = self.write_export(3_000_000, "changing.xml")
+                self.remember(file)
+                program = self.start()
+                change(file)
+                program.label(r"Loaded \d+ days of data\.")
+                self.quit(program)
+
+    def test_a_quit_at_any_moment_ends_the_program_and_keeps_the_settings(self):
+        file = self.write_export(300_000)
+        self.remember(file)
+        remembered = self.settings_file.read_text().splitlines()[1]
+        moments = random.Random(1)
+        for _ in range(int(os.environ.get("AMBULET_QUITS", "8"))):
+            program = self.start_without_waiting()
+            time.sleep(moments.random() * 0.6)  # the moment itself
+
+            def ended():
+                for window in windows_named(MAIN):
+                    close(window)
+                return program.process.poll() is not None
+
+            wait_for("the end", ended)
+            self.assertEqual(program.process.returncode, 0)
+            self.assertIn(remembered, self.settings_file.read_text().splitlines())
+        self.assertEqual(os.listdir(self.configuration), [self.settings_file.name])
+
+
+if __name__ == "__main__":
+    unittest.main()

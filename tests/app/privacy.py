@@ -1,0 +1,180 @@
+"""A whole session of the real program, watched and confined: no network, nothing written but the
+settings, nothing read but the program, the system and the chosen file."""
+
+import os
+import pathlib
+import re
+import socket
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import landlock
+from driver import ABOUT, DIALOG, GUIDE, PROGRAM, Atspi, ProgramTest, key, type_text, wait_for, windows_named
+
+# What belongs to the system and tells nothing of the user's files.
+SYSTEM = ["/usr", "/lib", "/lib64", "/bin", "/etc", "/proc", "/sys", "/dev", "/var/cache/fontconfig",
+          "/var/lib/dbus", "/run/dbus", "/run/systemd", "/run/nscd", "/var/run/nscd", "/run/udev"]
+# What a desktop keeps for all its programs below the home folder and XDG_CONFIG_HOME.
+DESKTOP_NAMES = re.compile(
+    r"\.Xauthority|\.Xdefaults.*|\.icons|\.themes|\.fonts|\.fonts\.conf.*|\.terminfo|\.drirc|\.compose-cache|"
+    r"\.XCompose|\.cache/(fontconfig|mesa_shader_cache)|\.local/share/(icons|fonts|mime|applications|themes)|"
+    r"(\.config/)?(fontconfig|kdeglobals|user-dirs\.dirs|gtk-.*|dconf|qt6ct|Trolltech\.conf|QtProject.*|"
+    r"kdedefaults|breezerc|oxygenrc|menus|ibus|at-spi.*)")
+# Where the display, the session bus and the accessibility bus listen.
+LOCAL_SOCKET = re.compile(r"@?/tmp/\.X11-unix/|@?/tmp/dbus-|.*/at-spi/|.*/bus|@?/tmp/\.ICE-unix|/(var/)?run/nscd")
+CHANGES = re.compile(r"^(rename|unlink|mkdir|rmdir|link|symlink|truncate|chmod|fchmodat|chown|mknod|creat)")
+
+
+class Call:
+    """A line that strace has written: name, arguments, result."""
+
+    def __init__(self, line):
+        match = re.match(r"(?:\d+ +)?(\w+)\((.*)\) += (-?\d+|\?)", line)
+        self.name, self.arguments, result = match.groups() if match else ("", "", "-1")
+        self.succeeded = not result.startswith("-") and result != "?"
+        self.paths = [path.encode().decode("unicode_escape")
+                      for path in re.findall(r'"((?:[^"\\]|\\.)*)"', self.arguments)]
+
+
+class Privacy(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.files = self.folder / "files"
+        self.files.mkdir()
+        self.file = self.export("1M", "files/export.xml")
+        for name in ("neighbour.xml", "neighbour", ".hidden"):
+            (self.files / name).write_text("<HealthData/>")
+
+    def session(self, prefix, **environment):
+        """First start, choice, stride, guide, About, quit, second start, quit."""
+        program = self.start(prefix=prefix(), **environment)
+        program.wait_until_in_front(GUIDE)
+        for page in range(1, 6):
+            program.label(f"{page} of 5")
+            key("Return")
+        wait_for("the guide to close", lambda: not windows_named(GUIDE))
+        program.wait_until_in_front()
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
+        program.wait_until_in_front(DIALOG)
+        type_text(str(self.file))
+        key("Return")
+        program.label(r"Loaded [1-9]\d* days of data\.")
+        program.wait_until_in_front()
+        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
+        type_text("3.25")
+        key("Return")
+        program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
+        program.choose("Help", "Getting Started…")
+        program.wait_until_in_front(GUIDE)
+        key("alt+F4")
+        wait_for("the guide to close", lambda: not windows_named(GUIDE))
+        program.wait_until_in_front()
+        program.choose("Daily Steps", "About Daily Steps")
+        program.wait_until_in_front(ABOUT)
+        key("alt+F4")
+        wait_for("About to close", lambda: not windows_named(ABOUT))
+        program.wait_until_in_front()
+        key("ctrl+q")
+        self.assertEqual(program.end(), 0)
+
+        again = self.start(prefix=prefix(), **environment)
+        again.label(r"Loaded [1-9]\d* days of data\.")
+        again.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
+        again.wait_until_in_front()
+        key("ctrl+q")
+        self.assertEqual(again.end(), 0)
+
+    def is_the_desktops(self, path):
+        for root in (os.environ["HOME"], str(self.configuration), os.environ["XDG_RUNTIME_DIR"]):
+            if path == root or path.startswith(root + "/") and (
+                    DESKTOP_NAMES.match(path[len(root) + 1:]) or root.endswith("runtime")):
+                return True
+        return False
+
+    def is_the_settings(self, path):
+        name = self.settings_file.name
+        return pathlib.Path(path).parent == self.configuration and (
+            pathlib.Path(path).name == name or re.fullmatch(rf"\.{re.escape(name)}\.new-\w{{6}}",
+                                                            pathlib.Path(path).name))
+
+    def is_allowed_to_be_read(self, path):
+        path = os.path.normpath(path)
+        return (any(path == place or path.startswith(place + "/") for place in SYSTEM)
+                or path == str(PROGRAM) or path == str(self.file)
+                or self.is_the_settings(path) or self.is_the_desktops(path))
+
+    def test_a_session_under_strace(self):
+        logs = []
+
+        def strace():
+            logs.append(self.folder / f"trace{len(logs)}")
+            return ["strace", "-D", "-f", "-qq", "-s", "4096", "-e", "trace=%file,%network",
+                    "-e", "signal=none", "-o", logs[-1]]
+
+        self.session(strace)
+        calls = [Call(line) for log in logs for line in log.read_text(errors="replace").splitlines()
+                 if "resumed>" not in line or line.count('"')]
+        self.assertGreater(len(calls), 1000)
+        read = set()
+        for call in filter(lambda call: call.succeeded, calls):
+            if call.name == "socket":
+                self.assertRegex(call.arguments, "^AF_(UNIX|NETLINK)", "a socket that is not local")
+            elif call.name in ("connect", "sendto") and "sun_path" in call.arguments:
+                self.assertRegex(re.search(r'sun_path=(@?"[^"]*)', call.arguments)[1].replace('"', ""),
+                                 LOCAL_SOCKET)
+            elif call.name in ("bind", "listen", "accept", "accept4"):
+                self.fail(f"{call.name}({call.arguments})")
+            elif CHANGES.match(call.name):
+                for path in call.paths:
+                    self.assertTrue(self.is_the_settings(path) or self.is_the_desktops(path),
+                                    f"{call.name}({call.arguments})")
+            elif call.name in ("open", "openat") and call.paths:
+                path = call.paths[-1]
+                if re.search("O_WRONLY|O_RDWR|O_CREAT|O_TRUNC", call.arguments):
+                    self.assertTrue(self.is_the_settings(path) or path.startswith("/dev/")
+                                    or self.is_the_desktops(path), call.arguments)
+                elif "O_DIRECTORY" not in call.arguments and not os.path.isdir(path):
+                    self.assertTrue(self.is_allowed_to_be_read(path), call.arguments)
+                read.add(os.path.normpath(path))
+        self.assertIn(str(self.file), read)  # what is looked for is seen
+        self.assertIn(str(self.settings_file), read)
+        self.assertEqual(sorted(os.listdir(self.configuration)), [self.settings_file.name])
+
+    def test_a_session_under_landlock(self):
+        if landlock.version() < landlock.TCP_VERSION:
+            print("NOT RUN: this kernel has no Landlock that denies TCP", file=sys.stderr)
+            return
+        home = os.environ["HOME"]
+        options = []
+        for place in [*SYSTEM, PROGRAM.parent, self.file, home, os.environ["XDG_RUNTIME_DIR"],
+                      tempfile.gettempdir() + "/.X11-unix"]:
+            options += ["--read", str(place)]
+        for place in (self.configuration, "/dev", "/proc"):
+            options += ["--write", str(place)]
+        confined = [sys.executable, landlock.__file__, *options, "--"]
+
+        def tried(code, *arguments):
+            return subprocess.run([*confined, sys.executable, "-c", code, *map(str, arguments)],
+                                  check=False, capture_output=True, text=True).stderr
+
+        # The confinement holds.
+        self.assertEqual(tried("import sys; open(sys.argv[1])", self.file), "")
+        for neighbour in ("neighbour.xml", "neighbour", ".hidden"):
+            self.assertIn("PermissionError", tried("import sys; open(sys.argv[1])",
+                                                   self.files / neighbour))
+        self.assertIn("PermissionError", tried("import sys; open(sys.argv[1], 'a')", self.file))
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            connecting = "import socket, sys; socket.create_connection(('127.0.0.1', int(sys.argv[1])))"
+            self.assertIn("PermissionError", tried(connecting, server.getsockname()[1]))
+        # And the program works in it.
+        self.session(lambda: confined)
+        other = self.files / "neighbour.xml"
+        self.remember(other)
+        program = self.start(prefix=confined)
+        program.label(r"Loaded 0 days of data\.")
+
+
+if __name__ == "__main__":
+    unittest.main()
