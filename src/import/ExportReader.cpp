@@ -13,27 +13,33 @@
 #include <thread>
 #include <utility>
 
-// The fast reader never sees the end of the root element, so expat always has the last word. It is
+// The fast reader does not accept the end of the root element, so expat always reads last. It is
 // given the prolog, a start tag for each open element, and the rest of the file.
 //
-// What expat keeps counts for its limit of memory, and so for where it stops. Of the part that it
-// has not read it would have kept something, too; but no more than `mostKept`. Where that could
-// make a difference, expat reads the whole file. In bytes, at most:
+// Expat stops where it would have to keep more than a limit. What it would have kept of the part
+// that the fast reader has read counts, too. That is at most `mostKept`, so it may keep that much
+// less of the rest. If it then stops for want of memory, that is uncertain, and it reads the whole
+// file. Of the part that was read fast it would have kept, in bytes, at most:
 //
 //   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, of
 //              200 bytes, and some 150 for each
-//      60,000  the names of 100 open elements, twice
+//     120,000  the names of 200 open elements, twice: 100 between two chunks, 100 within one
 //     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it has had
 //              for the values of a tag; a search for the worst tags came to 30,000
-//   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and one
-//              kibibyte
+//   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and
+//              one kibibyte
 
 namespace ambulet {
 
 namespace {
 
+constexpr unsigned mostThreads = 4;  // two read as fast as most disks; more cost memory
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
+
+/// The part of the file that must have been scanned for expat to read only the rest. Reading so
+/// little again takes hardly longer, and its memory is certain.
+constexpr std::uint64_t leastScanned = 16;
 
 /// Start tags of the elements within the root.
 std::string startTags(const TagScanner::ElementNames& open) {
@@ -47,24 +53,14 @@ std::string startTags(const TagScanner::ElementNames& open) {
 }  // namespace
 
 unsigned ExportReader::usualThreads() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+    return std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
 }
 
 std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDelegate& delegate,
                                            StepSums& sums) const {
     StepSums::ByDate earlier = sums.takeAll();
     std::optional<XMLError> error;
-    bool isUncertain = false;
-    {
-        ExpatDocument document(file, delegate, _options.blockSize);
-        if (const std::optional<PlainProlog> prolog = document.readPlainProlog()) {
-            error = readFast(document, *prolog, file, sums);
-            isUncertain = error && error->reason == XMLErrorReason::outOfMemory;
-        } else {
-            error = document.read();
-        }
-    }
-    if (isUncertain) {
+    if (!readByBoth(file, delegate, sums, error)) {
         sums.takeAll();
         error = ExpatReader(_options.blockSize).read(file, delegate);
     }
@@ -72,17 +68,27 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
     return error;
 }
 
-/// Reads on from the prolog. Where expat runs out of memory, it might not have if it had read the
-/// whole file.
-std::optional<XMLError> ExportReader::readFast(ExpatDocument& document, const PlainProlog& prolog,
-                                               const InputFile& file, StepSums& sums) const {
-    const FileScan scan{_options.threads, _options.blockSize, _options.chunkSize, mostLongTagBytes};
-    const ScanPlace place = scan.scan(file, {prolog.end, {prolog.rootName}}, sums);
+/// False where expat has to read the whole file; what is in `sums` does not count then.
+bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate, StepSums& sums,
+                              std::optional<XMLError>& error) const {
+    ExpatDocument document(file, delegate, _options.blockSize);
+    const std::optional<PlainProlog> prolog = document.readPlainProlog();
+    if (!prolog) {
+        error = document.read();
+        return true;
+    }
+    const FileScan scan{std::min(_options.threads, mostThreads), _options.blockSize,
+                        _options.chunkSize, mostLongTagBytes};
+    const ScanPlace place = scan.scan(file, {prolog->end, {prolog->rootName}}, sums);
 #ifdef __GLIBC__
-    // Or what the fast reader has freed stays with the program, and expat's memory comes on top.
+    // What the fast reader has freed would stay with the program, and expat's memory come on top.
     malloc_trim(0);
 #endif
-    return document.readFrom(place.offset, startTags(place.open), mostKept);
+    if (place.offset < file.size() / leastScanned) {
+        return false;
+    }
+    error = document.readFrom(place.offset, startTags(place.open), mostKept);
+    return !error || error->reason != XMLErrorReason::outOfMemory;
 }
 
 }  // namespace ambulet

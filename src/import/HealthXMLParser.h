@@ -18,7 +18,7 @@ class InputFile;
 /// those of the step count type are summed by the local calendar day on which they start. All of
 /// them: nothing is taken out where two devices counted the same steps.
 ///
-/// One thread at a time. The sums stay in the parser, so one parser is for one file.
+/// One thread at a time. The sums stay in the parser, so a parser is meant for one file.
 class HealthXMLParser : public XMLReaderDelegate {
   public:
     /// Reads the whole file, on the calling thread and as many more as are useful, and returns the
@@ -27,7 +27,8 @@ class HealthXMLParser : public XMLReaderDelegate {
     /// adds to the first's sums.
     std::vector<DailySteps> parseURL(const std::filesystem::path& path);
 
-    /// The same for an open file. Nothing where the document is well-formed, else the first error.
+    /// The same for an open file. Returns nothing if the document is well-formed, else the first
+    /// error.
     std::optional<XMLError> parse(const InputFile& file, ExportReader::Options options);
 
     /// Adds the record that the tag holds, if it holds one.

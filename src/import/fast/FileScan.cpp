@@ -19,27 +19,29 @@
 // With several threads, each takes the next chunk of the file and scans it from the first place
 // that looks like the beginning of a start tag. That is a speculation: the place may be in a
 // comment. So a chunk has sums of its own, the names of the elements that it closed, and of those
-// that it left open. Whoever puts down the chunk that is next in order merges it, and those after
-// it, if the one before ended exactly where it starts, with the elements open that it closed. A
-// chunk that does not fit is scanned again, in order.
+// that it left open. Chunks are merged in order. A chunk fits if it starts exactly where the chunk
+// before ended, and if the elements that it closed were open there. One that does not fit is
+// scanned again, in order.
 //
-// No thread waits for another one's chunk, but where it is far ahead: so memory is bounded.
+// The thread that puts down the next chunk in order merges it, and those after it that are there.
+// The others scan on; they wait only if they are far ahead, so that memory is bounded.
 
 namespace ambulet {
 
 namespace {
 
-/// Of one tag, comment or text; what is longer is refused. Before it is refused, each block that it
-/// reaches into scans its beginning again.
+/// Bytes of a token that are kept for the next block, which scans them again. A longer token ends
+/// the scan. Exports have none of a hundredth of this.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
 /// The next chunk's first tag is looked for in so many bytes: some dozens of records.
 constexpr std::size_t overlap = std::size_t{16} * 1024;
 
-/// Chunks that are scanned and not merged: enough for a thread that merges to be interrupted.
+/// Chunks that are taken and not merged: enough for a thread that merges to be interrupted.
 constexpr std::uint64_t mostAhead = 24;
 
-/// After so many chunks that did not fit, the document is read in order. They cost twice the time.
+/// After so many chunks that did not fit, the document is read in order. Each costs twice its time,
+/// some milliseconds in all.
 constexpr int mostMisfits = 16;
 
 constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
@@ -167,11 +169,12 @@ class ParallelScan {
     ScanPlace run() {
         std::vector<std::thread> others;
         try {
+            others.reserve(_options.threads);
             for (unsigned thread = 1; thread < _options.threads; ++thread) {
                 others.emplace_back([this] { work(); });
             }
-        } catch (const std::system_error&) {
-            // The system has no more threads. Those that there are will do.
+        } catch (const std::exception&) {
+            // The system has no more threads, or no memory for them. Those that there are will do.
         }
         work();
         for (std::thread& thread : others) {
@@ -255,11 +258,13 @@ class ParallelScan {
         return scanInOrder(chunk.stop);
     }
 
-    /// Whether the chunk starts where the one before ended, closes what is open there, and leaves
-    /// the root open.
+    /// Whether the chunk starts where the one before ended, and closes what is open there, but not
+    /// the root; and whether not too many elements are open then.
     bool fits(const Chunk& chunk) const {
         return chunk.hasStart && chunk.start == _place.offset &&
                chunk.closed.size() < _place.open.size() &&
+               _place.open.size() - chunk.closed.size() + chunk.open.size() <=
+                   TagScanner::deepest &&
                std::equal(chunk.closed.begin(), chunk.closed.end(), _place.open.rbegin()) &&
                chunk.longTagBytes <= _options.mostLongTagBytes - _longTagBytes;
     }
@@ -290,7 +295,7 @@ class ParallelScan {
 
     std::mutex _mutex;  // of what follows
     std::condition_variable _changed;
-    std::map<std::uint64_t, Chunk> _waiting;  // for those before them
+    std::map<std::uint64_t, Chunk> _waiting;  // scanned, but not merged
     std::uint64_t _next = 0;
     std::uint64_t _merged = 0;
     bool _isMerging = false;

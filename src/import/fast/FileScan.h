@@ -10,7 +10,7 @@ namespace ambulet {
 
 class InputFile;
 
-/// A place between two pieces of markup in a file.
+/// A boundary (see TagScanner) in a file.
 struct ScanPlace {
     std::uint64_t offset = 0;
     TagScanner::ElementNames open;  // the elements that are open there, the root first
@@ -22,8 +22,8 @@ struct FileScan {
     /// reads the file in order.
     unsigned threads = 1;
 
-    /// Bytes that are read at once in order; and that a thread reads at once. Neither makes a
-    /// difference to the result.
+    /// Bytes that are read at once in order; and that a thread reads at once. Up to 8 MiB, they
+    /// make no difference to the result.
     std::size_t blockSize = std::size_t{256} * 1024;
     std::size_t chunkSize = std::size_t{512} * 1024;
 

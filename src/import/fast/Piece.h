@@ -26,12 +26,11 @@ class Markup {
     std::size_t size = 0;  // in bytes
     End end = End::content;
 
-    /// The tag in which the piece begins, if it begins after a value, ends in it.
+    /// The piece begins in a tag, and ends it.
     bool endsTag = false;
-    bool isEmptyElement = false;  // that tag is one
+    bool isEmptyElement = false;  // the tag is one
 
-    /// The tag in which the piece ends, if it begins in the piece: the place of its "<", and its
-    /// name.
+    /// The piece ends in a tag that it begins: where its "<" stands, and its name.
     bool beginsTag = false;
     std::size_t tagOffset = 0;
     NameTable::Id element = 0;
@@ -66,7 +65,7 @@ class Markup {
     }
 
   private:
-    static constexpr std::size_t most = 8;  // a longer piece is cut
+    static constexpr std::size_t most = 8;  // with more, the piece ends
 
     std::array<NameTable::Id, most> _closed{};
     std::array<NameTable::Id, most> _opened{};
@@ -88,8 +87,8 @@ class Prediction {
     /// Predicts nothing.
     void clear() { _blocks.clear(); }
 
-    /// Whether the bytes at `at` are well-formed because they are like those that were learnt: they
-    /// are equal but for printable characters in place of others.
+    /// Whether the bytes at `at` are like those that were learnt, and so well-formed. Where they
+    /// differ, both must be printable ASCII, and the learnt byte outside a reference.
     template <class Vectors>
     bool holds(const char* at, char quote) const {
         for (const Block& block : _blocks) {
@@ -127,7 +126,7 @@ class Prediction {
 /// verified once; where its bytes come again they mean the same, but for the elements that are open
 /// there and the attributes that the tag has already.
 struct Piece {
-    /// In bytes. Only a tag with many blanks is longer.
+    /// In bytes. The pieces of exports have up to 60.
     static constexpr std::size_t longest = 8 * ByteScan::width;
 
     // What followed it, the latest first. Three, since a phone, a watch and an application may
@@ -145,14 +144,14 @@ struct Piece {
 
     void set(const Markup& effect) {
         if (effect.quote != markup.quote) {
-            forgetSuccessors();  // they were verified in other quotes
+            forgetWhatFollowed();  // it was verified in other quotes
         }
         markup = effect;
         keepsDepth = effect.keepsDepth();
         attributes = NameSet(effect.attribute);
     }
 
-    void forgetSuccessors() {
+    void forgetWhatFollowed() {
         std::ranges::for_each(predictions, &Prediction::clear);
         successors = {};
     }

@@ -47,8 +47,9 @@ std::size_t characterSize(const char* at) {
     if (first < 0xF0) {
         const bool isOverlong = first == 0xE0 && second < 0xA0;
         const bool isSurrogate = first == 0xED && second >= 0xA0;
-        const bool isLast = first == 0xEF && second == 0xBF;  // U+FFC0 to U+FFFF
-        return isOverlong || isSurrogate || isLast ? 0 : 3;
+        const bool isNone =  // U+FFFE, U+FFFF
+            first == 0xEF && second == 0xBF && static_cast<unsigned char>(at[2]) > 0xBD;
+        return isOverlong || isSurrogate || isNone ? 0 : 3;
     }
     const bool isOverlong = first == 0xF0 && second < 0x90;
     const bool isBeyond = first == 0xF4 && second >= 0x90;
@@ -131,7 +132,8 @@ class Walk {
     }
 
     bool content() {
-        // The end of a piece, so that comments and elements without attributes do not add up.
+        // After so many bytes without a value, the piece ends at the next token, so that it does
+        // not begin anew after a block that cuts it.
         constexpr std::ptrdiff_t much = 4096;
         for (;;) {
             if (!text()) {

@@ -13,7 +13,8 @@ namespace ambulet {
 /// without declared entities. It refuses some that is well-formed, too: names beyond ASCII, names
 /// that the table has no room for.
 ///
-/// A null character must follow the last byte. It is refused, as it may not stand in a document.
+/// 32 null characters must follow the last byte. They are refused, as they may not stand in a
+/// document.
 namespace StrictParser {
 
 /// The markup from the closing quote of a value at `at` up to and with the opening quote of the
@@ -24,8 +25,7 @@ std::optional<Markup> afterValue(Names& names, const char* at, const char* stop)
 /// The same from a place in the content of an element on.
 std::optional<Markup> inContent(Names& names, const char* at, const char* stop);
 
-/// The first byte of a value from `at` on that neither is printable ASCII nor belongs to a
-/// reference or a character that is accepted: where the value is well-formed, its closing quote.
+/// Where the value at `at` ends: at its closing quote, or at the first byte that is refused.
 const char* valueEnd(const char* at, char quote);
 
 /// An accepted value as it is reported: references are resolved, white space is normalised.

@@ -6,15 +6,15 @@
 #include <algorithm>
 #include <utility>
 
-// The markup between two values comes from a small set: `" unit="`, `"/>`, line break and
-// ` <Record type="` are two pieces of it. Each is verified once, by the strict parser, and kept
-// with its effect. A piece predicts what follows it:
+// The markup between two values comes from a small set of pieces. `" unit="` is one; the end of a
+// tag, a line break and ` <Record type="` together are another. Each piece is verified once, by the
+// strict parser, and kept with its effect. A piece predicts what follows it:
 //
 // - a value that is like the last one, and the piece that followed that: one comparison goes past
 //   both. Equal bytes are verified; where they differ, both have printable characters there.
 // - where the size of the values varies, the piece alone: a mask finds the value's end.
 //
-// What is not predicted is looked up in the cache; what is not there is verified.
+// A piece that is not predicted is looked up in the cache. One that is not there is verified.
 //
 // Nothing of a tag counts before the piece after its last value is accepted. So whatever is
 // refused, the state is that of the boundary before the tag, and nothing has to be undone.
@@ -23,16 +23,14 @@ namespace ambulet {
 
 namespace {
 
-/// Elements that may be open. Exports have five.
-constexpr std::size_t deepest = 100;
-
-/// A miss of a predicted value costs about as much as eight hits gain. So misses with fewer tags
-/// between them are in close succession; after a dozen of them, sizes of values are taken to vary.
+/// A miss costs about as much time as eight hits save, and a piece is met about once a tag. So two
+/// misses of a piece with fewer tags between them are in close succession. After a dozen of those
+/// the sizes of its values are taken to vary.
 constexpr std::uint64_t closeSuccession = 8;
 constexpr unsigned mostMisses = 12;
 
-/// Predictions are tried anew after so many blocks, some 16 MiB: a dozen misses of a hundred pieces
-/// take less than a hundredth of the time for those.
+/// Predictions are tried anew after so many blocks, 16 MiB or more. A dozen misses of a hundred
+/// pieces take less than a hundredth of the time that such a stretch takes.
 constexpr unsigned blocksBetweenRetries = 64;
 
 }  // namespace
@@ -70,7 +68,7 @@ TagScanner::TagScanner()
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()),
       _readTags(&TagScanner::readTagsWithBaseline) {
 #if defined(__SSE2__)
-    if (__builtin_cpu_supports("avx2")) {
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi")) {
         _readTags = &TagScanner::readTagsWithAvx2;
     }
 #endif
@@ -108,7 +106,7 @@ TagScanner::ElementNames TagScanner::namesOf(const std::vector<NameTable::Id>& i
 const char* TagScanner::scan(const char* begin, const char* stop) {
     if (_cache.isFull()) {
         _cache.clear();
-        _uncached.forgetSuccessors();
+        _uncached.forgetWhatFollowed();
     }
     if (++_scanCount % blocksBetweenRetries == 0) {
         _cache.retryPredictions();
@@ -158,7 +156,7 @@ template <class Vectors>
         }
         if (next->markup.endsTag) {
             if (at > stop) {
-                next = parse(value.end, stop);  // it may end at `stop`
+                next = parse(value.end, stop);  // up to a boundary at `stop`
                 if (next == nullptr) {
                     return false;
                 }

@@ -16,12 +16,19 @@ namespace ambulet {
 /// Adds up the step records in bytes in memory, as far as it has verified that the bytes are
 /// well-formed. It keeps the markup that it has verified, and compares bytes to come with that. One
 /// thread at a time.
+///
+/// A boundary is a place in the content of an element between two tokens: tags, comments,
+/// processing instructions, CDATA sections and texts.
 class TagScanner {
   public:
     using ElementNames = std::vector<std::string>;
 
     /// So many null characters must follow the last byte: comparisons reach beyond it.
     static constexpr std::size_t padding = Prediction::longest + 2 * ByteScan::width;
+
+    /// The elements that may be open, and that a scan may open more than it closes. Exports have
+    /// five.
+    static constexpr std::size_t deepest = 100;
 
     /// A tag that is longer, in bytes, is a long one.
     static constexpr std::size_t longTag = 8191;
@@ -36,9 +43,9 @@ class TagScanner {
     /// Goes on in the content of an element of which nothing is known.
     void startAnywhere(std::uint64_t mostLongTagBytes);
 
-    /// Scans from `begin`, between two pieces of markup, to the first place from `stop` on that is
-    /// between two pieces of markup; or to the last such place before something that is refused or
-    /// cut off. Returns the place. The step records before it are in `sums`.
+    /// Scans from `begin`, a boundary, to the first boundary from `stop` on; or, where a token
+    /// before that is refused or cut off, to the last boundary before the token. Returns that
+    /// boundary. The step records before it are in `sums`.
     const char* scan(const char* begin, const char* stop);
 
     /// The elements that were closed since the start and had been open before, the innermost first.
@@ -95,7 +102,7 @@ class TagScanner {
     std::uint64_t _longTagBytes = 0;
     std::uint64_t _mostLongTagBytes = 0;
 
-    const char* _boundary = nullptr;  // the last place between two pieces of markup
+    const char* _boundary = nullptr;  // the last one that was reached
 
     // Of the tag that begins at the boundary.
     NameTable::Id _element = 0;

@@ -25,7 +25,7 @@ class StepSums {
     /// Adds the steps of days, as `takeAll` gave them.
     void add(ByDate days);
 
-    /// The sum of each day to which anything was added. They are no longer in this one.
+    /// Takes all sums out of this one: that of each day to which anything was added.
     ByDate takeAll();
 
     /// The days to which anything was added, newest first. A day whose midnight the clock skipped
@@ -38,9 +38,9 @@ class StepSums {
     InstantReader _instants;
     ByDate _sums;
 
-    // Days to which something was added, and what came of it since the sums were taken away so
-    // many times. A few years of them: most records come in runs of one day, but not in all
-    // exports.
+    // A direct-mapped cache of days: finding the day of an instant takes a call of the system's,
+    // and its sum a search of the map. It holds eleven years, since not all exports are in order of
+    // time. `taken` is the generation of `sum`: takeAll begins a new one.
     struct KnownDay {
         LocalDay day;
         std::uint64_t taken = 0;

@@ -50,6 +50,11 @@ InputFile::~InputFile() {
     }
 }
 
+std::uint64_t InputFile::size() const {
+    struct stat status {};
+    return fstat(_descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 std::size_t InputFile::read(std::uint64_t offset, std::span<char> buffer,
                             std::error_code& error) const {
     ssize_t count = 0;

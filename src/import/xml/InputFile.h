@@ -21,6 +21,9 @@ class InputFile {
     InputFile& operator=(InputFile&& other) noexcept;
     ~InputFile();
 
+    /// In bytes, at this moment; 0 where the system does not tell.
+    std::uint64_t size() const;
+
     /// Reads up to `buffer.size()` bytes from byte `offset` on and returns how many; 0 at the end
     /// of the file, and, with the reason in `error`, where reading failed.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;

@@ -6,22 +6,22 @@
 namespace ambulet {
 
 void PatchedFile::replace(ByteRange range, std::string text) {
-    const std::uint64_t passed = _pieces.empty() ? 0 : _pieces.back().range.end;
-    _pieces.push_back({replacedEnd() + (range.begin - passed), range, std::move(text)});
+    const std::uint64_t passed = _patches.empty() ? 0 : _patches.back().range.end;
+    _patches.push_back({replacedEnd() + (range.begin - passed), range, std::move(text)});
 }
 
 std::size_t PatchedFile::read(std::uint64_t offset, std::span<char> buffer,
                               std::error_code& error) const {
     std::uint64_t wanted = buffer.size();
-    for (const Piece& piece : _pieces) {
-        if (offset < piece.begin) {
-            wanted = std::min<std::uint64_t>(wanted, piece.begin - offset);
+    for (const Patch& patch : _patches) {
+        if (offset < patch.begin) {
+            wanted = std::min<std::uint64_t>(wanted, patch.begin - offset);
             break;
         }
-        if (offset < piece.end()) {
+        if (offset < patch.end()) {
             error.clear();
-            return piece.text.copy(buffer.data(), buffer.size(),
-                                   static_cast<std::size_t>(offset - piece.begin));
+            return patch.text.copy(buffer.data(), buffer.size(),
+                                   static_cast<std::size_t>(offset - patch.begin));
         }
     }
     return _file.read(fileOffset(offset), buffer.first(static_cast<std::size_t>(wanted)), error);
@@ -29,17 +29,17 @@ std::size_t PatchedFile::read(std::uint64_t offset, std::span<char> buffer,
 
 std::uint64_t PatchedFile::fileOffset(std::uint64_t offset) const {
     std::uint64_t result = offset;
-    for (const Piece& piece : _pieces) {
-        if (offset < piece.begin) {
+    for (const Patch& patch : _patches) {
+        if (offset < patch.begin) {
             break;
         }
-        result = piece.range.end + (std::max(offset, piece.end()) - piece.end());
+        result = patch.range.end + (std::max(offset, patch.end()) - patch.end());
     }
     return result;
 }
 
 std::uint64_t PatchedFile::replacedEnd() const {
-    return _pieces.empty() ? 0 : _pieces.back().end();
+    return _patches.empty() ? 0 : _patches.back().end();
 }
 
 }  // namespace ambulet

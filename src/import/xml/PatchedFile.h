@@ -36,7 +36,7 @@ class PatchedFile {
     std::uint64_t replacedEnd() const;
 
   private:
-    struct Piece {
+    struct Patch {
         std::uint64_t begin;  // of the text
         ByteRange range;
         std::string text;
@@ -45,7 +45,7 @@ class PatchedFile {
     };
 
     const InputFile& _file;
-    std::vector<Piece> _pieces;
+    std::vector<Patch> _patches;
 };
 
 }  // namespace ambulet

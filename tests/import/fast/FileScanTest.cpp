@@ -112,6 +112,17 @@ TEST(FileScan, theScanEndsBeforeWhatIsRefused) {
     EXPECT_EQ(result.read, before.size());
 }
 
+TEST(FileScan, noMoreElementsAreOpenThanAScannerAccepts) {
+    std::string content;
+    for (int level = 0; level < 300; ++level) {
+        content += "<a>\n" + steps(2);
+    }
+    const Result result = readInChunks(content);
+    EXPECT_EQ(result.open.size(), TagScanner::deepest);
+    // The last record is followed by the tag that is refused.
+    EXPECT_EQ(result.days, onNinth(2 * (static_cast<int>(TagScanner::deepest) - 1) - 1));
+}
+
 TEST(FileScan, longTagsOfAllChunksAreCountedTogether) {
     const std::string longTag = "<a b=\"" + std::string(TagScanner::longTag, 'x') + "\"/>\n";
     std::string content;

@@ -129,6 +129,7 @@ TEST(StrictParser, charactersAreThoseOfXMLInShortestUTF8) {
              {"\xED\x9F\xBF", accepted},      // U+D7FF
              {"\xED\xA0\x80", refused},       // a surrogate
              {"\xEE\x80\x80", accepted},      // U+E000
+             {"\xEF\xBF\xBD", accepted},      // U+FFFD
              {"\xEF\xBF\xBE", refused},       // U+FFFE
              {"\xEF\xBF\xBF", refused},       // U+FFFF
              {"\xF0\x90\x80\x80", accepted},  // U+10000
