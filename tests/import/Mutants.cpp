@@ -164,18 +164,21 @@ std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t 
 /// more.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
-    const std::size_t longest = dice.length(100'000, 500'000);
-    const double ratio = dice.oneIn(3) ? 1 : dice.oneOf({1.05, 1.1, 1.2});
-    const std::size_t turn = dice.upTo(5);
-    const double growth = dice.oneOf({1.1, 1.15, 1.3});
+    const std::size_t longest = dice.oneIn(2) ? 500'000 : dice.length(100'000, 500'000);
+    const double ratio = dice.oneIn(4) ? 1 : dice.oneOf({1.05, 1.1});
+    const std::size_t turn = dice.upTo(1) + 1;
+    const double growth = dice.oneOf({1.1, 1.15, 1.2});
     const std::string_view filling = dice.oneIn(4) ? dice.oneOf(fillings) : "x"sv;
     std::string result = bytes.substr(0, end);
-    double tagSize = 10'000;
+    double tagSize = 1'000;
     for (std::size_t tag = 0; result.size() < size; ++tag) {
         result += "<Note";
         std::size_t number = 0;
         for (const std::size_t length :
-             valueLengths(dice, static_cast<std::size_t>(tagSize), tag * turn, ratio)) {
+             valueLengths(dice,
+                          dice.length(static_cast<std::size_t>(tagSize / 2),
+                                      static_cast<std::size_t>(tagSize)),
+                          tag * turn, ratio)) {
             result += " a" + std::to_string(number++) + "=\"" + repeated(filling, length) + '"';
         }
         result += "/>";
