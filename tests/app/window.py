@@ -247,6 +247,13 @@ class Accessibility(WindowTest):
         self.press(MARCH_3)
         wait_for("the selected state", lambda: has_state(self.cell(MARCH_3), State.SELECTED))
 
+    def test_months_are_told_as_headings_and_rows_by_their_first_cell(self):
+        self.assertEqual(self.cell(MARCH).get_description(), "Heading of the rows that follow")
+        self.assertEqual(self.cell(MARCH_3).get_description(), "")
+        self.assertEqual([self.table.get_row_header(row).get_name() for row in range(6)],
+                         ["March 2025", "Mar 3, 2025", "Mar 2, 2025", "Mar 1, 2025",
+                          "February 2025", "Feb 28, 2025"])
+
 
 class Status(ProgramTest):
     def test_a_changed_status_is_announced_and_the_indicator_has_a_name(self):
