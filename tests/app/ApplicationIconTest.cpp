@@ -1,7 +1,7 @@
 #include "app/ApplicationIcon.h"
 
 #include "platform/Bundle.h"
-#include "widgets/ReadableSelection.h"
+#include "widgets/Contrast.h"
 
 #include <QImage>
 #include <QPixmap>
