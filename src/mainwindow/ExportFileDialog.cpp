@@ -181,7 +181,7 @@ std::optional<QString> ExportFileDialog::chosen() const {
 
 QString startFolder(const std::optional<QString>& path) {
     if (path && !path->isEmpty()) {
-        if (const QString folder = QFileInfo(*path).path(); isFolderThatAnswers(folder)) {
+        if (QString folder = QFileInfo(*path).path(); isFolderThatAnswers(folder)) {
             return folder;
         }
     }

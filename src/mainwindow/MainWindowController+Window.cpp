@@ -99,9 +99,9 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         }
     } else if (watched == window() && type == QEvent::Close) {
         commitStrideEdit();
-    } else if (watched == _milesLabel &&
-               (type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
-                type == QEvent::StyleChange)) {
+    } else if ((type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
+                type == QEvent::StyleChange) &&
+               watched == _milesLabel) {  // asked last: it may be in destruction
         placeStrideEditor();
     }
     return WindowController::eventFilter(watched, event);
