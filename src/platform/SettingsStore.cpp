@@ -46,7 +46,7 @@ QString accountHome() {
 }
 
 QString configurationFolder() {
-    if (const QString folder = folderIn("XDG_CONFIG_HOME"); !folder.isEmpty()) {
+    if (QString folder = folderIn("XDG_CONFIG_HOME"); !folder.isEmpty()) {
         return folder;
     }
     const QString home = folderIn("HOME");

@@ -19,7 +19,7 @@ namespace {
 /// every text of that many digits.
 class WidestDigits {
   public:
-    explicit WidestDigits(QFontMetrics metrics) : _metrics(std::move(metrics)) {}
+    explicit WidestDigits(const QFontMetrics& metrics) : _metrics(metrics) {}
 
     QString in(QString text) {
         for (QChar& character : text) {
