@@ -33,7 +33,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr unsigned mostThreads = 4;  // two read as fast as most disks; more cost memory
+constexpr unsigned mostThreads = 4;  // each takes a chunk and its tables in memory
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
