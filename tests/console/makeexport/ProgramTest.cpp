@@ -57,7 +57,8 @@ TEST_F(Program, memoryDoesNotGrowWithTheExport) {
     getrusage(RUSAGE_CHILDREN, &small);
     EXPECT_EQ(run("--size 300M /dev/null").status, 0);
     getrusage(RUSAGE_CHILDREN, &large);
-    EXPECT_LT(large.ru_maxrss, small.ru_maxrss + 1024);
+    // Equal runs differ by more than 1 MB. Eight bytes for each of the 750,000 records take 6 MB.
+    EXPECT_LT(large.ru_maxrss, small.ru_maxrss + 4096);
 }
 
 TEST_F(Program, aFileThatCannotBeWrittenIsReported) {
