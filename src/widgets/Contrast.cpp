@@ -29,6 +29,11 @@ QColor mixed(const QColor& from, const QColor& to, double share) {
     return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
 }
 
+QColor blackOrWhite(const QColor& ground) {
+    return contrastRatio(Qt::black, ground) > contrastRatio(Qt::white, ground) ? Qt::black
+                                                                               : Qt::white;
+}
+
 QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& other,
                     double ratio) {
     constexpr int steps = 100;

@@ -17,6 +17,9 @@ double contrastRatio(const QColor& one, const QColor& other);
 /// The colour at `share`, from 0 to 1, of the way between two opaque colours.
 QColor mixed(const QColor& from, const QColor& to, double share);
 
+/// Black or white: the one with the higher contrast with `ground`.
+QColor blackOrWhite(const QColor& ground);
+
 /// `wanted`, or the nearest colour to it on the way to `towards` whose contrast with `other` is at
 /// least `ratio`; `towards` where there is none.
 QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& other, double ratio);

@@ -9,10 +9,9 @@ namespace ambulet {
 
 void drawFocusOutline(QPainter& painter, const QRect& rect, const QPalette& palette,
                       const QColor& ground) {
-    const QColor end =
-        contrastRatio(Qt::black, ground) > contrastRatio(Qt::white, ground) ? Qt::black : Qt::white;
     painter.save();
-    painter.setPen(withContrast(palette.color(QPalette::Highlight), end, ground, markContrast));
+    painter.setPen(withContrast(palette.color(QPalette::Highlight), blackOrWhite(ground), ground,
+                                markContrast));
     painter.setBrush(Qt::NoBrush);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.drawRect(rect.adjusted(0, 0, -1, -1));

@@ -31,13 +31,9 @@ class SelectionKeeper : public QObject {
         QPalette own = _widget->palette();
         for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
             const QColor ink = application.color(group, QPalette::HighlightedText);
-            // Away from the ink.
-            const QColor end = contrastRatio(ink, Qt::black) > contrastRatio(ink, Qt::white)
-                                   ? Qt::black
-                                   : Qt::white;
             own.setColor(group, QPalette::Highlight,
-                         withContrast(application.color(group, QPalette::Highlight), end, ink,
-                                      textContrast));
+                         withContrast(application.color(group, QPalette::Highlight),
+                                      blackOrWhite(ink), ink, textContrast));
         }
         _widget->setPalette(own);
     }
