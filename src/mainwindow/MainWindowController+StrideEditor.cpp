@@ -101,7 +101,7 @@ void MainWindowController::closeStrideEditor() {
     const bool hadFocus = _strideEditor->hasFocus();
     _strideEditor->hide();
     if (_milesLabel) {
-        _milesLabel->setDrawnLength(-1);
+        _milesLabel->setDrawnLength(std::nullopt);
     }
     if (!hadFocus) {
         return;  // it is where the user has put it

@@ -95,7 +95,7 @@ void ClickableLabel::focusOutEvent(QFocusEvent* event) {
     update();
 }
 
-void ClickableLabel::setDrawnLength(qsizetype length) {
+void ClickableLabel::setDrawnLength(std::optional<qsizetype> length) {
     _drawnLength = length;
     update();
 }
@@ -104,7 +104,8 @@ void ClickableLabel::setDrawnLength(qsizetype length) {
 void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
-                          isEnabled(), text().left(_drawnLength), foregroundRole());
+                          isEnabled(), text().left(_drawnLength.value_or(text().size())),
+                          foregroundRole());
     if (hasFocus()) {
         QRect marked = rect();
         marked.setWidth(qMin(marked.width(), sizeHint().width()));  // the text rarely fills it

@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+#include <optional>
+
 namespace ambulet {
 
 /// A line of text that acts like a button: a click with the primary button, or Space or Return
@@ -16,9 +18,9 @@ class ClickableLabel : public QLabel {
   public:
     explicit ClickableLabel(QWidget* parent = nullptr);
 
-    /// Draws only the first `length` characters of the text, of which the rest lies under a view
-    /// that is open over the label; -1 draws all. The text itself stays whole.
-    void setDrawnLength(qsizetype length);
+    /// Draws only the first `length` characters of the text, or the whole text if there is no
+    /// length. For a view that covers the rest. The text itself does not change.
+    void setDrawnLength(std::optional<qsizetype> length);
 
   Q_SIGNALS:
     void clicked();
@@ -32,7 +34,7 @@ class ClickableLabel : public QLabel {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    qsizetype _drawnLength = -1;
+    std::optional<qsizetype> _drawnLength;
     bool _pressed = false;
 };
 
