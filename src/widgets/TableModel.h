@@ -22,6 +22,7 @@ class TableModel : public QAbstractTableModel {
     using QAbstractTableModel::QAbstractTableModel;
 
     void setDataSource(TableViewDataSource* dataSource);
+    TableViewDataSource* dataSource() const { return _dataSource; }
     void setColumns(std::vector<TableColumn> columns);
     const std::vector<TableColumn>& columns() const { return _columns; }
 

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <map>
-#include <utility>
 
 namespace ambulet {
 
@@ -93,14 +92,14 @@ void TableView::fitColumnsToTexts() {
 int TableView::widthOfTexts(int column) const {
     int widest = fontMetrics().horizontalAdvance(
         _model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-    if (_dataSource != nullptr && _model->rowCount() > 0) {
+    if (_model->dataSource() != nullptr && _model->rowCount() > 0) {
         QFont bold = font();
         bold.setBold(true);
         const QFontMetrics groupMetrics(bold);
         WidestDigits digits(fontMetrics());
         WidestDigits groupDigits(groupMetrics);
         const QString& identifier = _model->columns()[static_cast<std::size_t>(column)].identifier;
-        for (const int row : _dataSource->rowsWithWidestTexts(identifier)) {
+        for (const int row : _model->dataSource()->rowsWithWidestTexts(identifier)) {
             const QModelIndex index = _model->index(row, column);
             const bool group = index.data(TableModel::groupRole).toBool();
             const QString text = (group ? groupDigits : digits).in(index.data().toString());

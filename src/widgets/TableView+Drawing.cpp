@@ -25,14 +25,14 @@ void TableView::paintEvent(QPaintEvent* event) {
 }
 
 void TableView::paintTextOfEmptyTable(QPainter& painter) const {
-    if (_model->rowCount() > 0 || _dataSource == nullptr) {
+    if (_model->rowCount() > 0 || _model->dataSource() == nullptr) {
         return;
     }
     const QColor ink = palette().color(QPalette::Text);
     const QColor ground = palette().color(QPalette::Base);
     painter.setPen(withContrast(mixed(ink, ground, 0.35), ink, ground, textContrast));
     painter.drawText(viewport()->rect().adjusted(RowDelegate::padding, 0, -RowDelegate::padding, 0),
-                     Qt::AlignCenter | Qt::TextWordWrap, _dataSource->textOfEmptyTable());
+                     Qt::AlignCenter | Qt::TextWordWrap, _model->dataSource()->textOfEmptyTable());
 }
 
 // Users who work by keyboard see where the focus is: around the current row, or around the whole

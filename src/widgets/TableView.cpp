@@ -66,7 +66,6 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
 }
 
 void TableView::setDataSource(TableViewDataSource* dataSource) {
-    _dataSource = dataSource;
     _model->setDataSource(dataSource);
 }
 
@@ -129,8 +128,8 @@ void TableView::setSelectedRowIndexes(std::vector<int> rows) {
     }
     _selectedRowIndexes = std::move(rows);
     viewport()->update();  // Qt repaints only the rows that it can select itself
-    if (_dataSource != nullptr) {
-        _dataSource->tableViewSelectionDidChange();
+    if (_model->dataSource() != nullptr) {
+        _model->dataSource()->tableViewSelectionDidChange();
     }
 }
 

@@ -94,7 +94,6 @@ class TableView : public QTableView {
     bool showToolTip(const QHelpEvent& event);
 
     TableModel* _model;
-    TableViewDataSource* _dataSource = nullptr;
     // Kept here and not in Qt's selection model, which forgets all at a reset and cannot hold rows
     // that the user may not select.
     std::vector<int> _selectedRowIndexes;
