@@ -63,15 +63,13 @@ void MainWindowController::windowDidLoad() {
     }
     setupTableColumns();
     makeStrideEditor();
-    // The interface description names the settings' key.
     const QString frameKey = window()->property("frameAutosaveName").toString();
     RememberedFrame::attach(*window(), _defaults.data(frameKey),
                             [&defaults = _defaults, frameKey](const QByteArray& frame) {
                                 defaults.setData(frameKey, frame);
                             });
     if (_tableView) {
-        _tableView
-            ->setFocus();  // which is not seen: a mark would come only once the window is active
+        _tableView->setFocus();  // draws no outline: the window is not active yet
     }
     qApp->installEventFilter(this);
     loadData();

@@ -4,7 +4,8 @@
 
 namespace ambulet {
 
-/// The keys of the settings. There are no others.
+/// The keys of the settings. The key of the main window's frame is not here: the interface
+/// description holds it, as the window's `frameAutosaveName`.
 namespace SettingsKeys {
 
 /// Text: the chosen file's path. Its presence says that a file was once chosen.
@@ -15,9 +16,6 @@ inline const QString xmlFileBookmark = QStringLiteral("xmlFileBookmark");
 
 /// Number: feet per step, greater than 0.
 inline const QString strideFootLength = QStringLiteral("strideFootLength");
-
-/// Data: the main window's place and size. The interface description names it, too.
-inline const QString mainWindowFrame = QStringLiteral("MainWindowFrame");
 
 }  // namespace SettingsKeys
 
