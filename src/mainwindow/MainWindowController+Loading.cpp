@@ -20,7 +20,9 @@ DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
     std::vector<std::chrono::sys_seconds> instants;
     instants.reserve(days.size());
     for (const DailySteps& day : days) {
-        instants.push_back(*day.date());
+        if (day.date()) {
+            instants.push_back(*day.date());
+        }
     }
     return DayOffsets(instants);
 }
@@ -42,30 +44,32 @@ void MainWindowController::loadData() {
     runInBackground(
         [remembered] {
             readTimeZone();
-            Load load{true, resolvedFileURL(remembered), {}, {}};
+            Load load{resolvedFileURL(remembered), {}, {}};
             if (load.found.file) {
                 const FileAccess access(*load.found.file);
                 load.days = HealthXMLParser().parseURL(load.found.file->path);
                 load.offsets = offsetsOf(load.days);
             }
-            return load;
+            return std::optional(std::move(load));
         },
-        this, [this, remembered](Load load) { didLoad(remembered, std::move(load)); });
+        this,
+        [this, remembered](std::optional<Load> load) { didLoad(remembered, std::move(load)); });
 }
 
-void MainWindowController::didLoad(const RememberedFile& remembered, Load load) {
-    _exportFile.refresh(remembered, load.found);
+// `load` is empty if no thread could be started or memory ran out.
+void MainWindowController::didLoad(const RememberedFile& remembered, std::optional<Load> load) {
     stopProgress();
-    if (!load.wasRun) {
+    if (!load) {
         showStatus(QStringLiteral("The file could not be read."));
         return;
     }
-    if (!load.found.file) {
+    _exportFile.refresh(remembered, load->found);
+    if (!load->found.file) {
         showStatus(QStringLiteral("No file selected."));
         return;
     }
-    _displayFormatter.setOffsets(load.offsets);
-    _allSteps = std::move(load.days);
+    _displayFormatter.setOffsets(load->offsets);
+    _allSteps = std::move(load->days);
     showStatus(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
     rebuildDisplayRows();
     updateStatsForSteps(_allSteps);

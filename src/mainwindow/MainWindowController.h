@@ -170,12 +170,11 @@ class MainWindowController final : public WindowController, public TableViewData
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    /// What a load comes back with.
+    /// The result of a load.
     struct Load {
-        bool wasRun = false;  // false where there was no thread, or no memory, for it
         FoundFile found;
         std::vector<DailySteps> days;
-        DayOffsets offsets;  // at the days' beginnings
+        DayOffsets offsets;  // at the start of each day
     };
 
     void makeStrideEditor();
@@ -186,7 +185,7 @@ class MainWindowController final : public WindowController, public TableViewData
     double strideFeet() const;
     void startProgress();
     void stopProgress();
-    void didLoad(const RememberedFile& remembered, Load load);
+    void didLoad(const RememberedFile& remembered, std::optional<Load> load);
     void showStatus(const QString& text);
 
     UserDefaults& _defaults;
