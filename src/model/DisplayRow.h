@@ -7,8 +7,7 @@
 
 namespace ambulet {
 
-/// A row of the day table: a month's summary, or a day. Which of the two is the alternative it
-/// holds.
+/// A row of the day table: the summary of a month, or a day.
 using DisplayRow = std::variant<MonthSummary, DailySteps>;
 
 }  // namespace ambulet

@@ -7,11 +7,11 @@
 
 namespace ambulet {
 
-/// The figures of one month's row: a total, and averages over the days that have records (not over
-/// the calendar days of the month). A plain value; nothing in it is rounded.
+/// The figures of a month row: a total, and averages over the days that have records (not over the
+/// calendar days of the month). A plain value; nothing in it is rounded.
 class MonthSummary {
   public:
-    /// The month and year in the user's language, UTF-8; none in a fresh record.
+    /// The month and year in the user's language, in UTF-8. Empty in a new record.
     const std::optional<std::string>& title() const { return _title; }
     void setTitle(std::optional<std::string> title) { _title = std::move(title); }
 
@@ -21,7 +21,7 @@ class MonthSummary {
     double avgSteps() const { return _avgSteps; }
     void setAvgSteps(double avgSteps) { _avgSteps = avgSteps; }
 
-    /// At the stride that was in force when the row was made.
+    /// Computed with the stride at the time when the row was made.
     double avgMiles() const { return _avgMiles; }
     void setAvgMiles(double avgMiles) { _avgMiles = avgMiles; }
 

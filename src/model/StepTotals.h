@@ -14,8 +14,8 @@ constexpr std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
 }
 
-/// What some days come to. The averages are over the days given, each of which counts once,
-/// whatever calendar days lie between them; they are 0 where there are none.
+/// Totals and averages of some days. An average divides by the number of the days given, not by the
+/// calendar days between them. Without days it is 0.
 class StepTotals {
   public:
     /// `strideFeet`: feet per step.
@@ -28,7 +28,7 @@ class StepTotals {
 
     std::int64_t days() const { return _days; }
     std::int64_t steps() const { return _steps; }
-    /// NaN, without a sign, where the stride is infinite and there are no steps.
+    /// Positive NaN if the stride is infinite and there are no steps.
     double miles() const {
         const double miles = _strideFeet * static_cast<double>(_steps) / feetPerMile;
         return std::isnan(miles) ? std::numeric_limits<double>::quiet_NaN() : miles;

@@ -11,7 +11,7 @@
 namespace ambulet {
 
 DateFormatter::DateFormatter(std::unique_ptr<icu::DateFormat> format) : _format(std::move(format)) {
-    // ICU is given local time as if it were UTC, since its own time zone data may be years old.
+    // ICU gets local time as if it were UTC, because its time zone data may be years old.
     _format->setTimeZone(*icu::TimeZone::getGMT());
 }
 

@@ -15,27 +15,27 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Turns instants into texts, in the user's locale, in that locale's calendar, and in local time by
-/// the system's time zone data. The locale is the one at the time the formatter is made.
+/// Formats instants in the user's locale, in that locale's calendar, and in local time. Time zone
+/// data is the system's. The locale is read once, when the formatter is made.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU's own data are missing.
+/// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
 class DateFormatter {
   public:
     /// A date without a time of day, in the locale's medium style ("Mar 2, 2025").
     static DateFormatter mediumDate();
 
-    /// A pattern of Unicode's date fields, such as "MMMM yyyy".
+    /// `pattern`: Unicode date fields, such as "MMMM yyyy".
     static DateFormatter withPattern(std::string_view pattern);
 
     DateFormatter(DateFormatter&&) noexcept;
     DateFormatter& operator=(DateFormatter&&) noexcept;
     ~DateFormatter();
 
-    /// From now on these offsets say what local time is.
+    /// Sets the offsets of local time from UTC that `string` uses from now on.
     void setOffsets(const DayOffsets& offsets) { _offsets = offsets; }
     const DayOffsets& offsets() const { return _offsets; }
 
-    /// UTF-8.
+    /// The text, in UTF-8.
     std::string string(std::chrono::sys_seconds instant) const;
 
   private:

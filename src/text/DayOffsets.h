@@ -8,18 +8,18 @@
 
 namespace ambulet {
 
-/// The offsets of local time from UTC at some instants, as they were when this was made. The user
-/// may change the system's time zone later; a day that begins at one of the instants stays the same
+/// The offsets of local time from UTC at some instants, recorded when this was made. If the user
+/// changes the system's time zone later, a day that begins at one of these instants stays the same
 /// calendar day. A plain value; any thread.
 class DayOffsets {
   public:
-    /// Of no instants.
+    /// Records no instants.
     DayOffsets() = default;
 
     /// `instants`: ascending or descending.
     explicit DayOffsets(std::span<const std::chrono::sys_seconds> instants);
 
-    /// The offset at one of the instants; at any other, the offset in the time zone of now.
+    /// The recorded offset; for any other instant, the offset in the current time zone.
     std::chrono::seconds at(std::chrono::sys_seconds instant) const;
 
   private:

@@ -12,13 +12,13 @@
 
 namespace ambulet {
 
-// Phones write one form, and there may be millions of it, so that form is read by hand. Whatever
-// else the pattern lets through is rare and left to ICU, at a hundred times the cost:
+// Phones write one form, and an export has millions of instants, so that form is parsed by hand.
+// Everything else that the pattern allows is rare. ICU parses it, at a hundred times the cost:
 // - other spellings of the offset, such as "Z" and "-08:00";
-// - more or fewer digits in a field, though ICU 72 refuses one-digit days, minutes and seconds;
-// - digits of other scripts, and further blanks.
-// Where both can read a text they agree. Years before 1583 are left to ICU, which has the Julian
-// calendar there.
+// - more or fewer digits in a field (ICU 72 rejects one-digit days, minutes and seconds);
+// - digits of other scripts, and additional blanks;
+// - years before 1583, for which ICU uses the Julian calendar.
+// If both can parse a text, the results are equal.
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -27,7 +27,7 @@ namespace {
 
 constexpr sys_days tooLate = 32767y / January / 1;
 
-/// Takes the numbers out of a text that should have digits at certain places.
+/// Reads numbers at fixed positions of a text.
 class Digits {
   public:
     explicit Digits(std::string_view text) : _text(text) {}
@@ -35,7 +35,7 @@ class Digits {
     int two(std::size_t at) { return one(at) * 10 + one(at + 1); }
     int four(std::size_t at) { return two(at) * 100 + two(at + 2); }
 
-    /// Whether all that was taken were digits.
+    /// Whether all characters read so far were digits.
     bool areDigits() const { return _areDigits; }
 
   private:
@@ -49,7 +49,7 @@ class Digits {
     bool _areDigits = true;
 };
 
-// ICU's own would read "1e3" as 1000 wherever a number stands.
+// ICU's default would read "1e3" as 1000 in any field.
 icu::NumberFormat* newNumberFormat(UErrorCode& status) {
     auto format = std::make_unique<icu::DecimalFormat>(
         u"0", icu::DecimalFormatSymbols(icu::Locale::getUS(), status), status);
@@ -61,7 +61,7 @@ icu::SimpleDateFormat* newFormat() {
     UErrorCode status = U_ZERO_ERROR;
     auto format = std::make_unique<icu::SimpleDateFormat>(u"yyyy-MM-dd HH:mm:ss Z",
                                                           icu::Locale::getUS(), status);
-    // Numbers alone are read, not a month's name.
+    // Otherwise the name of a month is accepted in place of its number.
     format->setBooleanAttribute(UDAT_PARSE_MULTIPLE_PATTERNS_FOR_MATCH, false, status);
     format->adoptNumberFormat(newNumberFormat(status));
     orThrow(status);

@@ -13,8 +13,8 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Reads instants in the form "yyyy-MM-dd HH:mm:ss Z", as 2024-03-09 07:15:02 -0800, in the
-/// Gregorian calendar and the same in every locale and time zone.
+/// Parses instants of the pattern "yyyy-MM-dd HH:mm:ss Z", for example 2024-03-09 07:15:02 -0800,
+/// in the Gregorian calendar. Locale and time zone make no difference.
 ///
 /// One thread at a time.
 class InstantReader {
@@ -22,13 +22,17 @@ class InstantReader {
     InstantReader();
     ~InstantReader();
 
-    /// None for a text in another form, with a field out of range, with a number in exponential
-    /// notation, or with more after it than blanks and tabs; and for the years after 32766. Throws
-    /// std::runtime_error if ICU is needed and lacks its own data.
+    /// Empty if
+    /// - the text does not match the pattern,
+    /// - a field is out of range or has an exponent,
+    /// - the year is after 32766, or
+    /// - anything but blanks and tabs follows.
+    ///
+    /// Throws std::runtime_error if ICU is needed and its data is missing.
     std::optional<std::chrono::sys_seconds> instant(std::string_view text);
 
-    /// The instant of a text in the exact form, each field with all of its digits, in the years
-    /// 1583 to 9999; none for any other, whether `instant` reads it or not.
+    /// As `instant`, but only for texts in which each field has all of its digits, and for the
+    /// years 1583 to 9999. Empty for all others.
     static std::optional<std::chrono::sys_seconds> exactInstant(std::string_view text);
 
   private:

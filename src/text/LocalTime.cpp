@@ -4,9 +4,9 @@
 
 namespace ambulet {
 
-// Everything is derived from one fact that the system knows: how far local time is ahead of UTC at
-// an instant. It is assumed that no zone changes its offset twice within two days. The closest two
-// changes in the time zone database are four days apart (Freetown, September 1939).
+// Everything here is computed from the one thing that the system is asked: the offset of local time
+// from UTC at an instant. The code assumes that no zone changes its offset twice within two days.
+// The closest two changes in the time zone database are four days apart (Freetown, September 1939).
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -18,8 +18,7 @@ sys_seconds wallClock(sys_seconds instant) {
     return instant + offsetFromUtc(instant);
 }
 
-/// The first instant after `before`, which has another offset than `after`, with the offset of
-/// `after`.
+/// The instant at which the offset changes to that of `after`. `before` must have another offset.
 sys_seconds change(sys_seconds before, sys_seconds after) {
     const seconds offset = offsetFromUtc(after);
     while (after - before > 1s) {
@@ -62,8 +61,8 @@ std::optional<sys_seconds> startOfDay(year_month_day date) {
     if (!date.ok()) {
         return std::nullopt;
     }
-    // Offsets lie within 16 hours of UTC. The larger one gives the earlier instant, and it is the
-    // larger one that is in force before the clock is put back.
+    // No offset exceeds 16 hours, so a change at this midnight lies between the two instants. The
+    // offset before it is tried first: if the clock is put back, that gives the earlier midnight.
     const sys_seconds midnight = sys_days(date);
     for (const seconds offset : {offsetFromUtc(midnight - 16h), offsetFromUtc(midnight + 16h)}) {
         if (offsetFromUtc(midnight - offset) == offset) {

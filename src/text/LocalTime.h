@@ -5,22 +5,22 @@
 
 namespace ambulet {
 
-/// The Gregorian calendar in local time, by the system's time zone data. Local time is that of the
-/// time zone at the process's start or, if later, at the last `readTimeZone`. Any thread.
+/// The Gregorian calendar in local time, by the system's time zone data. The time zone is read when
+/// the process starts and at each `readTimeZone`. Any thread.
 ///
-/// Instants are of the years -32766 to 32766.
+/// Instants must be in the years -32766 to 32766.
 
-/// Reads anew which time zone the system is set to.
+/// Reads the system's time zone setting again.
 void readTimeZone();
 
-/// Seconds that local time is ahead of UTC at `instant`.
+/// Local time minus UTC at `instant`.
 std::chrono::seconds offsetFromUtc(std::chrono::sys_seconds instant);
 
 /// The local calendar date at `instant`.
 std::chrono::year_month_day localDate(std::chrono::sys_seconds instant);
 
-/// A stretch of a local day: `date` is the local date of every instant from `begin` up to, and
-/// without, `end`.
+/// A period within a local day: `date` is the local date of every instant from `begin` until just
+/// before `end`.
 struct LocalDay {
     std::chrono::year_month_day date;
     std::chrono::sys_seconds begin;
@@ -31,12 +31,12 @@ struct LocalDay {
     }
 };
 
-/// The stretch around `instant`: its whole day, or where the clock was changed on that day, the
-/// part of the day before or after the change.
+/// The period that contains `instant`: the whole local day, or, if the clock changes on that day,
+/// the part before or after the change.
 LocalDay localDay(std::chrono::sys_seconds instant);
 
-/// The instant at which the clock shows 00:00 on `date`, the earlier one if it does so twice; none
-/// if it never does (the clock was put forward over it) or if `date` is no date.
+/// The instant at which the clock shows 00:00 on `date`; the earlier one if it does so twice. Empty
+/// if the clock skips 00:00, or if `date` is invalid.
 std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::year_month_day date);
 
 }  // namespace ambulet

@@ -11,7 +11,7 @@ namespace ambulet {
 
 namespace {
 
-/// The value of a variable that is set and not empty, else nothing.
+/// The value of an environment variable; empty if it is not set.
 std::string_view variable(const char* name) {
     const char* value = std::getenv(name);
     return value == nullptr ? std::string_view() : value;
@@ -26,7 +26,7 @@ std::string_view firstOf(std::initializer_list<const char*> names) {
     return {};
 }
 
-// ICU writes a script between the language and the region; the system's names have it at the end.
+// ICU puts the script between language and region; the system puts it at the end, as a modifier.
 const char* scriptOf(std::string_view modifier) {
     if (modifier == "latin") {
         return "Latn";

@@ -4,9 +4,8 @@
 
 namespace ambulet {
 
-/// The user's locale as the environment has it, under ICU's name for it ("de_DE", "sr_Latn_RS").
-/// Codesets ("UTF-8") are left out; the locales C and POSIX, an unknown language, and no locale at
-/// all are "en_US".
+/// The user's locale from the environment, by its ICU name ("de_DE", "sr_Latn_RS"), without a
+/// codeset. "en_US" if the locale is C or POSIX, has an unknown language, or is not set.
 /// Any thread, as long as no other changes the environment.
 
 /// For dates: LC_ALL, else LC_TIME, else LANG.

@@ -9,8 +9,8 @@
 
 namespace ambulet {
 
-// ICU's calendar runs in GMT and is given local time as if it were UTC, since ICU's own time zone
-// data are often older than the system's.
+// ICU's calendar runs in GMT and gets local time as if it were UTC, because ICU's time zone data is
+// often older than the system's.
 MonthReader::MonthReader(DayOffsets offsets) : _offsets(std::move(offsets)) {
     UErrorCode status = U_ZERO_ERROR;
     _calendar.reset(icu::Calendar::createInstance(*icu::TimeZone::getGMT(),

@@ -13,13 +13,13 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Tells in which month of the user's calendar an instant lies, in local time. The calendar is the
-/// one that a DateFormatter made at the same time writes in.
+/// Finds the month of an instant, in local time and in the calendar of the user's locale, which is
+/// also the calendar of a DateFormatter. The locale is read once, when the reader is made.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU's own data are missing.
+/// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
 class MonthReader {
   public:
-    /// Two are equal for the same month of the same year, and for no others.
+    /// Two of them are equal if they are the same month of the same year.
     struct Month {
         int era;
         int year;
@@ -29,7 +29,7 @@ class MonthReader {
         friend bool operator==(const Month&, const Month&) = default;
     };
 
-    /// `offsets`: what local time is.
+    /// `offsets`: local time minus UTC.
     explicit MonthReader(DayOffsets offsets = {});
     ~MonthReader();
 

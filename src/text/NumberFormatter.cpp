@@ -32,7 +32,7 @@ NumberFormatter::NumberFormatter(int minimumFractionDigits, int maximumFractionD
     _format->setMaximumFractionDigits(maximumFractionDigits);
     _format->setMinimumFractionDigits(minimumFractionDigits);
     _format->setRoundingMode(icu::NumberFormat::kRoundHalfEven);
-    // The locale's own rule for when grouping begins: Spanish writes 1234 and 12.345.
+    // The locale decides how many digits a number needs to be grouped: Spanish has 1234 and 12.345.
     if (auto* decimal = dynamic_cast<icu::DecimalFormat*>(_format.get())) {
         decimal->setMinimumGroupingDigits(UNUM_MINIMUM_GROUPING_DIGITS_AUTO);
     }

@@ -12,10 +12,10 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Turns numbers into texts: decimal, grouped as the user's locale does it, rounded half to even.
-/// The locale is the one at the time the formatter is made.
+/// Formats numbers: decimal, grouped by the rules of the user's locale, rounded half to even. The
+/// locale is read once, when the formatter is made.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU lacks its own data.
+/// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
 class NumberFormatter {
   public:
     NumberFormatter(int minimumFractionDigits, int maximumFractionDigits);
@@ -24,11 +24,11 @@ class NumberFormatter {
     NumberFormatter& operator=(NumberFormatter&&) noexcept;
     ~NumberFormatter();
 
-    /// UTF-8.
+    /// The text, in UTF-8.
     std::string string(std::int64_t number) const;
 
-    /// UTF-8. It is the shortest decimal number that reads back as `number` that is rounded (2.675
-    /// to 2.68). Positive infinity is "+∞".
+    /// The text, in UTF-8. The number that is rounded is the shortest decimal number that reads
+    /// back as `number`, so 2.675 gives 2.68. Positive infinity is "+∞".
     std::string string(double number) const;
 
   private:

@@ -14,7 +14,7 @@ namespace ambulet {
 
 namespace {
 
-// The characters that Unicode calls white space.
+// All characters with the Unicode property White_Space.
 constexpr std::string_view whiteSpace[] = {
     " ",      "\t",     "\n",     "\v",     "\f",     "\r",     "\u0085", "\u00A0", "\u1680",
     "\u2000", "\u2001", "\u2002", "\u2003", "\u2004", "\u2005", "\u2006", "\u2007", "\u2008",
@@ -22,7 +22,7 @@ constexpr std::string_view whiteSpace[] = {
 
 std::string_view withoutLeadingSpace(std::string_view text) {
     const auto leads = [&text](std::string_view space) { return text.starts_with(space); };
-    // Nearly every text begins with a visible ASCII character, and this is asked of each record.
+    // The loop is skipped for nearly every record: its value starts with a visible ASCII character.
     while (!text.empty() && (text.front() <= ' ' || text.front() > '~')) {
         const auto* const space = std::ranges::find_if(whiteSpace, leads);
         if (space == std::end(whiteSpace)) {

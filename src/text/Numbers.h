@@ -5,16 +5,16 @@
 
 namespace ambulet {
 
-/// Numbers read from UTF-8 texts, the same in every locale. Whatever follows the number is ignored.
-/// White space is Unicode's. Any thread.
+/// Read the number that a UTF-8 text starts with, and ignore the rest. White space is what Unicode
+/// calls so. The locale makes no difference. Any thread.
 
-/// White space, one sign, white space, ASCII digits. 0 where there are no digits; the end of the
-/// range where the number is beyond it.
+/// Reads white space, one sign, white space, ASCII digits; all but the digits may be missing. 0 if
+/// there are no digits. The nearest end of the range if the number is out of range.
 std::int64_t integerValue(std::string_view text);
 
-/// White space, then the longest decimal number with a "." and an exponent, if any: "1.5e3". 0
-/// where there is none; infinity or 0 where it is too large or too small. No hexadecimal numbers,
-/// no "inf", no "nan".
+/// Reads white space and then the longest decimal number, with "." and exponent if it has them:
+/// "1.5e3". 0 if there is no number. Infinity or 0 if the number is too large or too small.
+/// Hexadecimal numbers, "inf" and "nan" are not numbers here.
 double doubleValue(std::string_view text);
 
 }  // namespace ambulet

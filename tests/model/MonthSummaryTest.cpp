@@ -16,7 +16,7 @@ TEST(MonthSummary, aFreshRecordHasNoTitleAndZeroNumbers) {
     EXPECT_EQ(month.avgMiles(), 0.0);
 }
 
-TEST(MonthSummary, aLaterChangeOfTheGivenTextLeavesTheTitle) {
+TEST(MonthSummary, changingTheTextAfterwardsDoesNotChangeTheTitle) {
     std::string text = "March 2025";
     MonthSummary month;
     month.setTitle(text);

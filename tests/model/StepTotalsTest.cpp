@@ -29,7 +29,7 @@ TEST(StepTotals, averagesDivideByTheDaysGiven) {
     EXPECT_NEAR(totals.averageMiles(), 1.420455, 1e-6);
 }
 
-TEST(StepTotals, noDaysGiveZeroAndNoDivision) {
+TEST(StepTotals, withoutDaysTheAveragesAreZero) {
     const StepTotals totals({}, 2.5);
     EXPECT_EQ(totals.days(), 0);
     EXPECT_EQ(totals.steps(), 0);
@@ -43,7 +43,7 @@ TEST(StepTotals, aStrideOfZeroGivesZeroMiles) {
     EXPECT_EQ(StepTotals(days({5280}), 1).miles(), 1);
 }
 
-TEST(StepTotals, anInfiniteStrideWithoutStepsGivesNaNWithoutASign) {
+TEST(StepTotals, anInfiniteStrideWithoutStepsGivesPositiveNaN) {
     const double miles = StepTotals(days({0}), std::numeric_limits<double>::infinity()).miles();
     EXPECT_TRUE(std::isnan(miles));
     EXPECT_FALSE(std::signbit(miles));

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr sys_seconds march2 = sys_days(2025y / March / 2);
 
-// What ICU itself makes of midnight, UTC, of 2 March 2025.
+// ICU's own text for 2 March 2025, 00:00 UTC.
 std::string byIcu(icu::DateFormat& format) {
     format.setTimeZone(*icu::TimeZone::getGMT());
     icu::UnicodeString text;
@@ -59,7 +59,7 @@ TEST(DateFormatter, followsTheUsersLocale) {
     }
 }
 
-TEST(DateFormatter, aMonthStandsInTheFormThatItHasWithinADate) {
+TEST(DateFormatter, usesTheFormOfAMonthNameInsideADate) {
     const ScopedLocale polish("pl_PL.UTF-8");
     const std::string title = DateFormatter::withPattern("MMMM yyyy").string(march2);
     EXPECT_EQ(title, patternByIcu(u"MMMM yyyy", "pl_PL"));
@@ -75,13 +75,13 @@ TEST(DateFormatter, followsTheLocalesOwnCalendar) {
     EXPECT_EQ(DateFormatter::withPattern("yyyy-MM-dd").string(march2), "1403-12-12");
 }
 
-TEST(DateFormatter, keepsTheLocaleThatItWasMadeIn) {
+TEST(DateFormatter, keepsTheLocaleOfTheTimeWhenItWasMade) {
     const DateFormatter formatter = DateFormatter::mediumDate();
     const ScopedLocale german("de_DE.UTF-8");
     EXPECT_EQ(formatter.string(march2), "Mar 2, 2025");
 }
 
-TEST(DateFormatter, showsTheDateThatTheInstantHasInTheUsersZone) {
+TEST(DateFormatter, showsTheDateInTheUsersTimeZone) {
     const sys_seconds instant = sys_days(2024y / March / 10) + 7h + 30min;
     const DateFormatter formatter = DateFormatter::mediumDate();
     for (const auto& [zone, date] : {std::pair("America/Los_Angeles", "Mar 9, 2024"),
@@ -93,8 +93,8 @@ TEST(DateFormatter, showsTheDateThatTheInstantHasInTheUsersZone) {
     }
 }
 
-TEST(DateFormatter, knowsTheZonesRulesAsTheSystemDoes) {
-    // Egypt took up summer time again in 2023: 21:30 UTC of 1 July was 00:30 of the 2nd in Cairo.
+TEST(DateFormatter, usesTheSystemsTimeZoneRulesAndNotIcus) {
+    // Egypt reintroduced summer time in 2023: in Cairo, 1 July 21:30 UTC was 2 July 00:30.
     const ScopedTimeZone cairo("Africa/Cairo");
     EXPECT_EQ(DateFormatter::withPattern("yyyy-MM-dd HH:mm")
                   .string(sys_days(2023y / July / 1) + 21h + 30min),

@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 constexpr sys_seconds march(sys_days(2025y / March / 1) - 1h);  // midnight in Berlin, in winter
 constexpr sys_seconds july(sys_days(2025y / July / 1) - 2h);    // and in summer
 
-TEST(DayOffsets, areThoseOfTheTimeZoneInWhichTheyWereMade) {
+TEST(DayOffsets, stayThoseOfTheTimeZoneInWhichTheyWereMade) {
     std::vector<sys_seconds> instants = {march, july};
     for (int order = 0; order < 2; ++order, std::ranges::reverse(instants)) {
         const ScopedTimeZone berlin("Europe/Berlin");
@@ -30,7 +30,7 @@ TEST(DayOffsets, areThoseOfTheTimeZoneInWhichTheyWereMade) {
     }
 }
 
-TEST(DayOffsets, atOtherInstantsAreThoseOfNow) {
+TEST(DayOffsets, atOtherInstantsAreThoseOfTheCurrentTimeZone) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const std::vector<sys_seconds> instants = {march};
     const DayOffsets offsets(instants);
@@ -40,7 +40,7 @@ TEST(DayOffsets, atOtherInstantsAreThoseOfNow) {
     EXPECT_EQ(DayOffsets().at(july), -4h);
 }
 
-TEST(DayOffsets, decideWhatDateAndMonthAre) {
+TEST(DayOffsets, decideTheDateAndMonthThatAreShown) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const std::vector<sys_seconds> instants = {march};
     const DayOffsets offsets(instants);

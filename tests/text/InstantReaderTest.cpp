@@ -24,7 +24,7 @@ Instant at(std::int64_t secondsSince1970) {
     return sys_seconds(seconds(secondsSince1970));
 }
 
-// The other road, on its own: ICU, for texts that must be read to their very end.
+// What ICU alone reads, if it reads the whole text.
 class IcuReader {
   public:
     IcuReader() : _format(u"yyyy-MM-dd HH:mm:ss Z", icu::Locale("en_US"), _status) {
@@ -61,7 +61,7 @@ TEST(InstantReader, readsTheFormThatPhonesWrite) {
     EXPECT_EQ(read("1583-01-01 00:00:00 +0000"), at(-12212553600));
 }
 
-TEST(InstantReader, readsTheOtherOffsetsThatThePatternHas) {
+TEST(InstantReader, readsTheOtherSpellingsOfAnOffset) {
     for (const char* offset : {"-08:00", "-08", "GMT-8", "GMT-08:00"}) {
         EXPECT_EQ(read(std::string("2024-03-09 07:15:02 ") + offset), at(1709997302)) << offset;
     }
@@ -70,17 +70,17 @@ TEST(InstantReader, readsTheOtherOffsetsThatThePatternHas) {
     EXPECT_EQ(read("2024-03-09 15:15:02 GMT"), at(1709997302));
 }
 
-TEST(InstantReader, readsLooselyWrittenNumbersAndBlanks) {
+TEST(InstantReader, readsOneDigitFieldsAndRepeatedBlanks) {
     EXPECT_EQ(read("2024-3-09 7:15:02 -0800"), at(1709997302));
     EXPECT_EQ(read("  2024-03-09   07:15:02  -0800"), at(1709997302));
     EXPECT_EQ(read("٢٠٢٤-٠٣-٠٩ ٠٧:١٥:٠٢ -0800"), at(1709997302));
 }
 
-TEST(InstantReader, readsFieldsOfMoreDigits) {
+TEST(InstantReader, readsFieldsWithAdditionalDigits) {
     EXPECT_EQ(read("02024-003-009 007:015:002 -0800"), at(1709997302));
 }
 
-// ICU 72 refuses them, though it takes one-digit months and hours; ICU 76 takes them, too.
+// ICU 72 refuses them, although it reads one-digit months and hours. ICU 76 reads all of them.
 TEST(InstantReader, leavesOneDigitDaysMinutesAndSecondsToIcu) {
     const IcuReader icu;
     for (const char* text :
@@ -133,7 +133,7 @@ TEST(InstantReader, refusesFieldsOutOfRange) {
     }
 }
 
-TEST(InstantReader, refusesYearsBeyondWhatADateHolds) {
+TEST(InstantReader, refusesYearsThatADateCannotHold) {
     EXPECT_NE(read("12024-03-09 07:15:02 -0800"), std::nullopt);
     EXPECT_NE(read("32766-12-31 00:00:00 +0000"), std::nullopt);
     EXPECT_EQ(read("32767-01-01 00:00:00 +0000"), std::nullopt);
@@ -141,7 +141,7 @@ TEST(InstantReader, refusesYearsBeyondWhatADateHolds) {
     EXPECT_EQ(read("99999999999999-01-01 00:00:00 +0000"), std::nullopt);
 }
 
-TEST(InstantReader, readsTheSameInEveryLocaleAndZone) {
+TEST(InstantReader, readsTheSameInstantInEveryLocaleAndTimeZone) {
     for (const char* name : {"C", "th_TH.UTF-8", "fa_IR.UTF-8", "ar_EG.UTF-8", "ja_JP.UTF-8"}) {
         const ScopedLocale locale(name);
         const ScopedTimeZone zone("Asia/Bangkok");
@@ -150,7 +150,7 @@ TEST(InstantReader, readsTheSameInEveryLocaleAndZone) {
     }
 }
 
-TEST(InstantReader, oneReaderReadsBothFormsInTurn) {
+TEST(InstantReader, oneReaderCanAlternateBetweenExactAndOtherForms) {
     InstantReader reader;
     for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(reader.instant("2024-03-09 07:15:02 -0800"), at(1709997302));
@@ -159,7 +159,7 @@ TEST(InstantReader, oneReaderReadsBothFormsInTurn) {
     }
 }
 
-TEST(InstantReader, theExactFormIsReadByHand) {
+TEST(InstantReader, readsTheExactFormWithoutIcu) {
     EXPECT_EQ(InstantReader::exactInstant("2024-03-09 07:15:02 -0800"), at(1709997302));
     for (const char* text : {"2024-03-09 07:15:02 -08:0", "2024-03-09 07:15:02 Z", "",
                              "2024-03-09 07:15:02 -0800 ", " 2024-03-09 07:15:02 -0800"}) {
@@ -167,9 +167,10 @@ TEST(InstantReader, theExactFormIsReadByHand) {
     }
 }
 
-// Both roads over the same texts: wherever the hand reader reads one, ICU reads the same; and from
-// 1583 on, wherever ICU reads an exact form, so does the hand reader.
-class BothRoads : public testing::Test {
+// Reads the same texts by hand and by ICU:
+// - If the hand reader reads a text, ICU reads the same instant.
+// - If ICU reads an exact form in a year from 1583 on, the hand reader reads it, too.
+class ByHandAndByIcu : public testing::Test {
   protected:
     void compare(const std::string& text) {
         const Instant byHand = InstantReader::exactInstant(text);
@@ -186,7 +187,7 @@ class BothRoads : public testing::Test {
     int _read = 0;
 };
 
-TEST_F(BothRoads, agreeOnEveryDateOfManyYears) {
+TEST_F(ByHandAndByIcu, agreeOnEveryDateOfManyYears) {
     for (const int year : {0,    1,    4,    1000, 1581, 1582, 1583, 1584, 1600, 1699, 1700,
                            1899, 1900, 1904, 1969, 1970, 1972, 1999, 2000, 2001, 2004, 2023,
                            2024, 2025, 2037, 2038, 2100, 2399, 2400, 8999, 9996, 9999}) {
@@ -202,7 +203,7 @@ TEST_F(BothRoads, agreeOnEveryDateOfManyYears) {
     EXPECT_EQ(_read, 26 * 365 + 9);
 }
 
-TEST_F(BothRoads, agreeOnEveryTimeOfDay) {
+TEST_F(ByHandAndByIcu, agreeOnEveryTimeOfDay) {
     for (int hour = 0; hour <= 99; ++hour) {
         for (int minute = 0; minute <= 99; ++minute) {
             compare(form("2024-02-29 %02d:%02d:09 -0330", hour, minute));
@@ -214,7 +215,7 @@ TEST_F(BothRoads, agreeOnEveryTimeOfDay) {
     EXPECT_EQ(_read, 24 * 60 + 60);
 }
 
-TEST_F(BothRoads, agreeOnEveryOffset) {
+TEST_F(ByHandAndByIcu, agreeOnEveryOffset) {
     for (const char sign : {'+', '-'}) {
         for (int offset = 0; offset <= 9999; ++offset) {
             compare(form("2024-02-29 09:08:07 %c%04d", sign, offset));
@@ -223,7 +224,7 @@ TEST_F(BothRoads, agreeOnEveryOffset) {
     EXPECT_EQ(_read, 2 * 24 * 60);
 }
 
-TEST_F(BothRoads, agreeWhereOneCharacterIsAnother) {
+TEST_F(ByHandAndByIcu, agreeWhenAnyOneCharacterIsReplaced) {
     const std::string exact = "2024-02-09 07:15:02 -0800";
     for (std::size_t at = 0; at < exact.size(); ++at) {
         for (int character = 1; character < 128; ++character) {

@@ -16,8 +16,9 @@ namespace {
 using namespace std::chrono;
 using namespace std::chrono_literals;
 
-// Offsets on both sides and off the hour, days of 23 to 25 hours and of half an hour more, clocks
-// changed at midnight and at one minute past it, days left out, rules changed lately.
+// Among these are positive and negative offsets, offsets that are not whole hours, days of 23 to 25
+// hours, clock changes by half an hour, at midnight and a minute after it, skipped days, and rules
+// that changed recently.
 const char* const zones[] = {
     "UTC",          "Europe/Berlin",     "America/New_York",     "America/Sao_Paulo",
     "Asia/Beirut",  "Africa/Cairo",      "Pacific/Apia",         "America/St_Johns",
@@ -41,7 +42,7 @@ year_month_day dateOf(const std::tm& parts) {
     return year(parts.tm_year + 1900) / (parts.tm_mon + 1) / parts.tm_mday;
 }
 
-TEST(LocalTime, theDateIsTheOneOfTheUsersZone) {
+TEST(LocalTime, theDateIsThatOfTheUsersTimeZone) {
     const sys_seconds instant = at(1710055800);  // 2024-03-09 23:30:00 -0800
     for (const auto& [zone, date] :
          {std::pair("America/Los_Angeles", 2024y / March / 9), std::pair("UTC", 2024y / March / 10),
@@ -52,7 +53,7 @@ TEST(LocalTime, theDateIsTheOneOfTheUsersZone) {
     }
 }
 
-TEST(LocalTime, theOffsetIsTheOneInForceAtTheInstant) {
+TEST(LocalTime, theOffsetIsThatOfTheInstantAndNotTodays) {
     const ScopedTimeZone local("Asia/Kathmandu");
     EXPECT_EQ(offsetFromUtc(at(0)), 5h + 30min);  // 5:45 since 1986
     EXPECT_EQ(offsetFromUtc(at(1710055800)), 5h + 45min);
@@ -81,14 +82,14 @@ TEST(LocalTime, aDayWhoseMidnightTheClockSkippedHasNoStart) {
     }
 }
 
-TEST(LocalTime, aDayThatTheZoneLeftOutHasNoStart) {
+TEST(LocalTime, aDayThatTheTimeZoneSkippedHasNoStart) {
     const ScopedTimeZone samoa("Pacific/Apia");
     EXPECT_EQ(startOfDay(2011y / December / 29), at(1325152800));
     EXPECT_EQ(startOfDay(2011y / December / 30), std::nullopt);
     EXPECT_EQ(startOfDay(2011y / December / 31), at(1325239200));
 }
 
-TEST(LocalTime, aMidnightThatComesTwiceBeginsTheDayTheFirstTime) {
+TEST(LocalTime, ifMidnightOccursTwiceTheDayStartsAtTheFirst) {
     {
         const ScopedTimeZone cuba("America/Havana");  // at 1:00 back to 0:00
         EXPECT_EQ(startOfDay(2024y / November / 3), at(1730606400));
@@ -97,13 +98,13 @@ TEST(LocalTime, aMidnightThatComesTwiceBeginsTheDayTheFirstTime) {
     EXPECT_EQ(startOfDay(2010y / November / 7), at(1289097000));
 }
 
-TEST(LocalTime, whatIsNoDateHasNoStart) {
+TEST(LocalTime, anInvalidDateHasNoStart) {
     EXPECT_EQ(startOfDay(2025y / February / 29), std::nullopt);
     EXPECT_EQ(startOfDay(2024y / February / 29), at(1709164800));
     EXPECT_EQ(startOfDay(2024y / month(13) / 1), std::nullopt);
 }
 
-TEST(LocalTime, aDaysStretchIsTheWholeDayWhereTheClockIsNotChanged) {
+TEST(LocalTime, withoutAClockChangeTheLocalDayIsTheWholeDay) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const LocalDay day = localDay(at(1710025200 + 12345));
     EXPECT_EQ(day.date, 2024y / March / 10);
@@ -115,7 +116,7 @@ TEST(LocalTime, aDaysStretchIsTheWholeDayWhereTheClockIsNotChanged) {
     EXPECT_FALSE(day.contains(day.end));
 }
 
-TEST(LocalTime, aDaysStretchEndsWhereTheClockIsChanged) {
+TEST(LocalTime, theLocalDayEndsAtAClockChange) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const sys_seconds midnight = sys_days(2024y / March / 30) + 23h;
     const sys_seconds change = sys_days(2024y / March / 31) + 1h;
@@ -128,8 +129,8 @@ TEST(LocalTime, aDaysStretchEndsWhereTheClockIsChanged) {
     EXPECT_EQ(before.date, after.date);
 }
 
-TEST(LocalTime, aStretchHoldsOneDateInEveryZone) {
-    // Steps of 41 h 13 min come upon every hour of the day in every season.
+TEST(LocalTime, allInstantsOfALocalDayHaveItsDateInEveryTimeZone) {
+    // Steps of 41 h 13 min reach every hour of the day in every season.
     for (const char* zone : zones) {
         const ScopedTimeZone local(zone);
         for (sys_seconds instant = sys_days(1930y / 1 / 1); instant < sys_days(2038y / 1 / 1);
@@ -145,9 +146,8 @@ TEST(LocalTime, aStretchHoldsOneDateInEveryZone) {
     }
 }
 
-TEST(LocalTime, aDaysStartIsTheFirstInstantAtWhichTheClockShowsItsMidnight) {
-    // Every zone's clock, watched through four years at every quarter of an hour: all of them are
-    // ahead of UTC by whole quarters.
+TEST(LocalTime, theStartOfADayIsTheFirstInstantAtWhichTheClockShowsMidnight) {
+    // Reads every zone's clock every 15 minutes for four years. All offsets are multiples of that.
     for (const char* zone : zones) {
         const ScopedTimeZone local(zone);
         std::vector<std::pair<year_month_day, sys_seconds>> midnights;
@@ -170,7 +170,7 @@ TEST(LocalTime, aDaysStartIsTheFirstInstantAtWhichTheClockShowsItsMidnight) {
     }
 }
 
-TEST(LocalTime, workFarFromToday) {
+TEST(LocalTime, datesFarFromTodayWork) {
     for (const char* zone : {"UTC", "Asia/Tokyo", "America/New_York"}) {
         const ScopedTimeZone local(zone);
         for (const year_month_day date : {year(-32766) / 1 / 1, 1y / 1 / 1, 1583y / 10 / 15,

@@ -14,7 +14,7 @@ std::string dateLocaleOf(const char* name) {
     return dateLocale();
 }
 
-TEST(Locale, allCategoriesComeBeforeTheCategorysOwnAndThatBeforeLang) {
+TEST(Locale, lcAllOverridesTheCategorysVariableWhichOverridesLang) {
     const ScopedVariable lang("LANG", "pl_PL.UTF-8");
     const ScopedVariable all("LC_ALL", std::nullopt);
     const ScopedVariable time("LC_TIME", std::nullopt);
@@ -32,7 +32,7 @@ TEST(Locale, allCategoriesComeBeforeTheCategorysOwnAndThatBeforeLang) {
     EXPECT_EQ(numberLocale(), "es_ES");
 }
 
-TEST(Locale, anEmptyVariableIsAsOneNotSet) {
+TEST(Locale, anEmptyVariableCountsAsNotSet) {
     const ScopedVariable lang("LANG", "pl_PL");
     const ScopedVariable time("LC_TIME", "");
     const ScopedVariable numeric("LC_NUMERIC", "");

@@ -15,7 +15,7 @@ bool sameMonth(std::chrono::sys_seconds one, std::chrono::sys_seconds other) {
     return reader.month(one) == reader.month(other);
 }
 
-TEST(MonthReader, monthAndYearMustBothMatch) {
+TEST(MonthReader, twoMonthsAreEqualIfMonthAndYearAreEqual) {
     const ScopedVariable locale("LC_ALL", "en_US.UTF-8");
     EXPECT_TRUE(
         sameMonth(std::chrono::sys_days(2025y / 1 / 1), std::chrono::sys_days(2025y / 1 / 31)));
@@ -25,7 +25,7 @@ TEST(MonthReader, monthAndYearMustBothMatch) {
         sameMonth(std::chrono::sys_days(2025y / 1 / 1), std::chrono::sys_days(2024y / 1 / 1)));
 }
 
-TEST(MonthReader, theMonthIsTheLocalTimesMonth) {
+TEST(MonthReader, theMonthIsThatOfTheLocalTime) {
     const ScopedVariable locale("LC_ALL", "en_US.UTF-8");
     const std::chrono::sys_seconds evening = std::chrono::sys_days(2025y / 1 / 31) + 20h;
     const std::chrono::sys_seconds later = evening + 8h;  // 4:00 of February 1 in UTC
@@ -37,8 +37,8 @@ TEST(MonthReader, theMonthIsTheLocalTimesMonth) {
     EXPECT_FALSE(sameMonth(evening, later));
 }
 
-// The Persian year 1403 had 30 days in its last month: 2025-03-20 was the last of them.
-TEST(MonthReader, theCalendarIsTheLocales) {
+// 2025-03-20 was the last day of the Persian year 1403.
+TEST(MonthReader, theCalendarIsThatOfTheLocale) {
     const ScopedVariable locale("LC_ALL", "fa_IR.UTF-8");
     const auto day = [](std::chrono::year_month_day date) { return std::chrono::sys_days(date); };
     EXPECT_TRUE(sameMonth(day(2025y / 3 / 19), day(2025y / 3 / 20)));

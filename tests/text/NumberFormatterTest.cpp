@@ -55,7 +55,7 @@ TEST(NumberFormatter, roundsHalfToEven) {
     EXPECT_EQ(twoDecimals(0.375), "0.38");
 }
 
-TEST(NumberFormatter, showsExactlyTheDecimalsAskedFor) {
+TEST(NumberFormatter, showsTheRequestedNumberOfDecimals) {
     EXPECT_EQ(twoDecimals(1.4205), "1.42");
     EXPECT_EQ(twoDecimals(3), "3.00");
     EXPECT_EQ(twoDecimals(0), "0.00");
@@ -69,7 +69,7 @@ TEST(NumberFormatter, roundsTheShortestDecimalNumber) {
     EXPECT_EQ(twoDecimals(2.675), "2.68");
 }
 
-TEST(NumberFormatter, positiveInfinityHasASign) {
+TEST(NumberFormatter, positiveInfinityIsShownWithAPlusSign) {
     EXPECT_EQ(whole(std::numeric_limits<double>::infinity()), "+∞");
     EXPECT_EQ(twoDecimals(std::numeric_limits<double>::infinity()), "+∞");
     EXPECT_EQ(twoDecimals(-std::numeric_limits<double>::infinity()), "-∞");
@@ -82,7 +82,7 @@ TEST(NumberFormatter, followsTheUsersLocale) {
     }
 }
 
-TEST(NumberFormatter, groupingBeginsWhereTheLocaleHasIt) {
+TEST(NumberFormatter, theLocaleDecidesHowManyDigitsAreNeededForGrouping) {
     const ScopedLocale spanish("es_ES.UTF-8");
     EXPECT_EQ(whole(std::int64_t{1234}), byIcu("es_ES", 1234));
     EXPECT_EQ(whole(std::int64_t{12345}), byIcu("es_ES", 12345));
@@ -90,7 +90,7 @@ TEST(NumberFormatter, groupingBeginsWhereTheLocaleHasIt) {
     EXPECT_EQ(whole(std::int64_t{12345}).size(), 6U);
 }
 
-TEST(NumberFormatter, theCLocaleGroups) {
+TEST(NumberFormatter, theCLocaleGroupsDigits) {
     const ScopedLocale c("C");
     EXPECT_EQ(whole(std::int64_t{1234567}), "1,234,567");
 }

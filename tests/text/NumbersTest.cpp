@@ -16,7 +16,7 @@ namespace {
 using Integers = std::numeric_limits<std::int64_t>;
 using Doubles = std::numeric_limits<double>;
 
-TEST(Numbers, anIntegerEndsAtTheFirstOtherCharacter) {
+TEST(Numbers, readingAnIntegerEndsAtTheFirstNonDigit) {
     EXPECT_EQ(integerValue("12"), 12);
     EXPECT_EQ(integerValue("12.9"), 12);
     EXPECT_EQ(integerValue("1.9"), 1);
@@ -42,16 +42,16 @@ TEST(Numbers, whiteSpaceMayStandBeforeAnIntegerAndBeforeItsDigits) {
     EXPECT_EQ(integerValue(" - 7"), -7);
     EXPECT_EQ(integerValue("- \t7"), -7);
     EXPECT_EQ(integerValue("\u00A0\u2007\u202F\u30007"), 7);
-    EXPECT_EQ(integerValue("\u200B7"), 0);  // a zero-width space is none
+    EXPECT_EQ(integerValue("\u200B7"), 0);  // a zero-width space is no white space
 }
 
-TEST(Numbers, aTextWithoutLeadingDigitsIsTheInteger0) {
+TEST(Numbers, aTextThatStartsWithoutDigitsIsTheInteger0) {
     for (const char* text : {"", " ", "abc", "-", "+ ", ".5", "- x", "٣", "\xC2", "\xFF 5"}) {
         EXPECT_EQ(integerValue(text), 0) << text;
     }
 }
 
-TEST(Numbers, anIntegerBeyondTheRangeIsTheEndOfTheRange) {
+TEST(Numbers, anIntegerOutOfRangeIsTheNearestEndOfTheRange) {
     EXPECT_EQ(integerValue("9223372036854775807"), Integers::max());
     EXPECT_EQ(integerValue("9223372036854775808"), Integers::max());
     EXPECT_EQ(integerValue("18446744073709551616"), Integers::max());
@@ -63,7 +63,7 @@ TEST(Numbers, anIntegerBeyondTheRangeIsTheEndOfTheRange) {
     EXPECT_EQ(integerValue(std::string(100, '0') + "42"), 42);
 }
 
-TEST(Numbers, aDoubleIsTheLongestDecimalNumber) {
+TEST(Numbers, aDoubleIsTheLongestDecimalNumberAtTheStart) {
     EXPECT_EQ(doubleValue("2.5"), 2.5);
     EXPECT_EQ(doubleValue("2.5 feet"), 2.5);
     EXPECT_EQ(doubleValue("2.5.5"), 2.5);
@@ -86,7 +86,7 @@ TEST(Numbers, whiteSpaceMayStandBeforeADouble) {
     EXPECT_EQ(doubleValue("- 2.5"), 0);
 }
 
-TEST(Numbers, aTextThatIsNoDecimalNumberIsTheDouble0) {
+TEST(Numbers, aTextThatStartsWithoutADecimalNumberIsTheDouble0) {
     for (const char* text : {"", " ", "abc", ".", "-", "+.", "e5", ".e5", "inf", "-inf", "infinity",
                              "INF", "nan", "NaN", "nan(1)", "∞"}) {
         EXPECT_EQ(doubleValue(text), 0) << text;
@@ -107,13 +107,13 @@ TEST(Numbers, aDoubleOutOfRangeIsInfinityOr0) {
     EXPECT_EQ(doubleValue("0." + std::string(400, '0') + "1e401"), 1);
 }
 
-TEST(Numbers, areReadTheSameWhereTheProcesssLocaleHasADecimalComma) {
+TEST(Numbers, areReadTheSameInALocaleWithADecimalComma) {
     const TemporaryFolder folder;
     const std::string source = folder.write("source", "LC_NUMERIC\ndecimal_point \",\"\n"
                                                       "thousands_sep \".\"\ngrouping 3;3\n"
                                                       "END LC_NUMERIC\n");
     const std::string locale = folder.path() / "comma";
-    // It warns that the other categories are missing, and says so with its status.
+    // localedef fails with a warning, because the other categories are missing.
     static_cast<void>(
         std::system(("localedef --force --quiet -i " + source + " " + locale).c_str()));
     const ScopedVariable path("LOCPATH", folder.path());

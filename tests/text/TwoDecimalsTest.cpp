@@ -15,21 +15,21 @@ TEST(TwoDecimals, roundsExactTiesToTheEvenDigit) {
     EXPECT_EQ(twoDecimals(2.875), "2.88");
 }
 
-// 2.675 is a little less than that in binary, 2.665 a little more.
+// As a double, 2.675 is slightly smaller, and 2.665 slightly larger.
 TEST(TwoDecimals, roundsTheBinaryValue) {
     EXPECT_EQ(twoDecimals(2.675), "2.67");
     EXPECT_EQ(twoDecimals(2.665), "2.67");
     EXPECT_EQ(twoDecimals(2.456), "2.46");
 }
 
-TEST(TwoDecimals, alwaysHasTwoAndNeverGroups) {
+TEST(TwoDecimals, alwaysHasTwoDecimalsAndNeverGroups) {
     EXPECT_EQ(twoDecimals(0), "0.00");
     EXPECT_EQ(twoDecimals(3), "3.00");
     EXPECT_EQ(twoDecimals(-0.5), "-0.50");
     EXPECT_EQ(twoDecimals(1e12), "1000000000000.00");
 }
 
-TEST(TwoDecimals, theLargestNumbersHaveRoom) {
+TEST(TwoDecimals, theLargestDoubleFits) {
     EXPECT_EQ(twoDecimals(std::numeric_limits<double>::lowest()).size(), 1U + 309U + 3U);
     EXPECT_EQ(twoDecimals(std::numeric_limits<double>::infinity()), "inf");
 }
