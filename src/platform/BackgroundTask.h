@@ -21,16 +21,14 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 /// from its event loop. Returns at once. Call it on the receiver's thread.
 ///
 /// - Calls are independent. Completions run in the order in which the works end.
-/// - The completion is dropped if the receiver or the application object is destroyed first.
-/// Neither
-///   destructor waits for the work.
+/// - If the receiver or the application object is destroyed first, the completion is dropped.
+///   Neither destructor waits for the work.
 /// - If the work throws, or no thread can be started, the result is `Result()`. The completion runs
 ///   in that case, too.
 /// - `work` is destroyed before the completion is posted, on the thread that ran it. A dropped
 ///   completion may be destroyed on that thread, too.
-/// - The end of the process ends the work. So the work must not use what the end of `main`
-/// destroys,
-///   or `main` must end by `std::_Exit`.
+/// - The end of the process ends the work. So the work must not use anything that is destroyed
+///   after `main`, or `main` must end with `std::_Exit`.
 template <std::invocable Work, std::invocable<std::invoke_result_t<Work&>> Completion>
 requires std::default_initializable<std::invoke_result_t<Work&>>
 void runInBackground(Work work, QObject* receiver, Completion completion) {
