@@ -15,8 +15,8 @@ class AutoresizingLayout;
 /// Closing it only hides it. Escape closes it.
 ///
 /// The window consists of a content of the given size and, above it, an optional menu bar. The
-/// content and the minimum size grow with the user's font: by one factor for frames and fonts,
-/// which is 1 at the usual font sizes.
+/// content and the minimum size grow with the user's font. One factor scales frames and fonts; it
+/// is 1 at the usual font sizes.
 ///
 /// The window manager adds the frame, often only after the window is on the screen. Sizes and
 /// places that depend on the frame are corrected as soon as it is known. Where clients cannot place
@@ -30,7 +30,7 @@ class AuxiliaryWindow final : public QWidget {
     /// `content` is the content's initial size at factor 1, in points.
     AuxiliaryWindow(QSize content, Sizing sizing);
 
-    /// Where the views are added.
+    /// The layout that the views are added to.
     AutoresizingLayout& content() { return *_content; }
 
     /// Adds a menu bar to a window without one. The window grows by its height and owns it.

@@ -100,7 +100,8 @@ void ClickableLabel::setDrawnLength(std::optional<qsizetype> length) {
     update();
 }
 
-// Not by QLabel, which centres a text with a focus policy one pixel off those of other labels.
+// QLabel is not used for this: if it has a focus policy, it centres its text one pixel higher or
+// lower than other labels do.
 void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
@@ -108,7 +109,7 @@ void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
                           foregroundRole());
     if (hasFocus()) {
         QRect marked = rect();
-        marked.setWidth(qMin(marked.width(), sizeHint().width()));  // the text rarely fills it
+        marked.setWidth(qMin(marked.width(), sizeHint().width()));  // only around the text
         drawFocusOutline(painter, marked, palette(), palette().color(QPalette::Window));
     }
 }

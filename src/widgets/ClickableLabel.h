@@ -6,20 +6,20 @@
 
 namespace ambulet {
 
-/// A line of text that acts like a button: a click with the primary button, or Space or Return
-/// while it has the keyboard focus, sends `clicked`. Assistive programs see a button whose
+/// A line of text that acts like a button. It sends `clicked` on a click with the primary button,
+/// and on Space or Return while it has the keyboard focus. Assistive programs see a button whose
 /// description is the tooltip. The pointer over it is a hand.
 ///
-/// Build it empty and set the text after: the accessibility bus takes a label that is built with
-/// its text for a plain one.
+/// Construct it without a text and set the text later. Otherwise QLabel's constructor creates the
+/// accessible interface of a plain label.
 class ClickableLabel : public QLabel {
     Q_OBJECT
 
   public:
     explicit ClickableLabel(QWidget* parent = nullptr);
 
-    /// Draws only the first `length` characters of the text, or the whole text if there is no
-    /// length. For a view that covers the rest. The text itself does not change.
+    /// Draws only the first `length` characters of the text, because another view covers the rest;
+    /// without a length, the whole text. The text itself does not change.
     void setDrawnLength(std::optional<qsizetype> length);
 
   Q_SIGNALS:

@@ -8,9 +8,9 @@ class QPalette;
 
 namespace ambulet {
 
-/// Draws the mark of the keyboard focus along the inside of `rect`: an outline and never a fill, in
-/// the palette's highlight colour or the nearest one that stands out from `ground`. (Fusion fills
-/// its focus frame, which takes contrast from the text in it.)
+/// Draws the outline that marks the keyboard focus, just inside `rect`. Its colour is the palette's
+/// highlight colour, changed until it contrasts with `ground`. It is never filled: Fusion fills its
+/// focus frame, which lowers the contrast of the text in it.
 void drawFocusOutline(QPainter& painter, const QRect& rect, const QPalette& palette,
                       const QColor& ground);
 

@@ -6,16 +6,16 @@
 
 namespace ambulet {
 
-/// Shows a picture: an image centred and scaled to the view, up or down, in proportion. Main thread
-/// only.
+/// Shows an image, centred and scaled up or down to the size of the view. Its proportions are kept.
+/// Main thread only.
 class ImageView final : public QWidget {
     Q_OBJECT
 
   public:
     ImageView();
 
-    /// Shows `image`; a null image empties the view. `description` says what it shows, for
-    /// assistive programs.
+    /// Shows `image`; a null image empties the view. `description` tells assistive programs what
+    /// the image shows.
     void setImage(const QImage& image, const QString& description);
     const QImage& image() const { return _image; }
 
@@ -24,7 +24,7 @@ class ImageView final : public QWidget {
 
   private:
     QImage _image;
-    QPixmap _scaled;  // to the screen's pixels
+    QPixmap _scaled;  // in the screen's pixels
 };
 
 }  // namespace ambulet

@@ -1,5 +1,5 @@
-// QLineEdit's own signals do not serve: `editingFinished` also comes when another window is
-// activated and when the field is hidden, and comes a second time after `returnPressed`.
+// QLineEdit's own signals are not used: `editingFinished` is also sent when another window is
+// activated, when the field is hidden, and a second time after `returnPressed`.
 
 #include "widgets/InPlaceField.h"
 
@@ -14,7 +14,7 @@ InPlaceField::InPlaceField(QWidget* parent) : QLineEdit(parent) {
 }
 
 bool InPlaceField::event(QEvent* event) {
-    // Escape is the field's, whatever shortcut may be bound to it elsewhere.
+    // Escape goes to the field even if it is a shortcut of an action.
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         event->accept();

@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-/// A field that opens over what it edits, and says when its editing ends. Hidden, it says nothing:
-/// whoever hides it has ended the editing.
+/// A field that opens over the text that it edits, and signals when editing ends. Hiding it ends
+/// editing without a signal.
 class InPlaceField : public QLineEdit {
     Q_OBJECT
 
@@ -13,12 +13,12 @@ class InPlaceField : public QLineEdit {
     explicit InPlaceField(QWidget* parent = nullptr);
 
   Q_SIGNALS:
-    /// Return or Enter.
+    /// Return or Enter was pressed.
     void insertNewline();
-    /// Escape.
+    /// Escape was pressed.
     void cancelOperation();
-    /// The focus has gone to another control. Not sent while another window, a menu or a dialog has
-    /// it for a time: then it comes back.
+    /// The focus has moved to another control. Not sent if another window, a menu or a dialog takes
+    /// the focus, because the field then gets it back.
     void didEndEditing();
 
   protected:

@@ -8,7 +8,7 @@
 namespace ambulet {
 
 QFont systemFont(int points, QFont::Weight weight) {
-    QFont font;  // the family is the application's, also when that changes
+    QFont font;  // without a family, so that it follows the application's
     font.setPixelSize(points);
     if (weight != QFont::Normal) {
         font.setWeight(weight);
@@ -47,7 +47,7 @@ void Label::changeEvent(QEvent* event) {
 }
 
 void Label::updateColor() {
-    QPalette own;  // of one colour: the others go on following the application's
+    QPalette own;  // sets one colour only; the others follow the application's palette
     own.setColor(QPalette::WindowText, labelColor(_color, QApplication::palette(this)));
     setPalette(own);
 }

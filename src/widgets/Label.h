@@ -4,12 +4,11 @@
 
 namespace ambulet {
 
-/// The system's font at a size in points (of which one is one device-independent pixel).
+/// The application's font at a size in points. One point is one device-independent pixel.
 QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 
-/// The colours of texts. All but the first are made from the palette's so that they stand back from
-/// it, or out, and still have a contrast of 4.5 to 1 or more with the window's ground, as far as
-/// the palette's text has it.
+/// The colours of texts. All but the first are made from the palette's text colour. They have a
+/// contrast of at least 4.5 to 1 with the window's background, if the palette's text colour has.
 enum class LabelColor { Label, SecondaryLabel, TertiaryLabel, Link };
 
 QColor labelColor(LabelColor color, const QPalette& palette);

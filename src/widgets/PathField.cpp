@@ -12,7 +12,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr int textMargin = 2;  // what QLineEdit leaves at each side of its text
+constexpr int textMargin = 2;  // of QLineEdit, at each side of its text
 
 }  // namespace
 
@@ -20,7 +20,7 @@ PathField::PathField(QWidget* parent) : QLineEdit(parent) {
     keepSelectionReadable(this);
     setReadOnly(true);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& path) {
-        // A tooltip that looks like HTML is shown as that.
+        // Qt renders a tooltip that looks like HTML.
         setToolTip(Qt::mightBeRichText(path) ? Qt::convertFromPlainText(path, Qt::WhiteSpacePre)
                                              : path);
     });
@@ -34,7 +34,7 @@ void PathField::paintEvent(QPaintEvent* event) {
                             .adjusted(textMargin, 0, -textMargin, 0);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, space.width());
     if (text().isEmpty()) {
-        // Qt's placeholder has half the contrast of the text.
+        // Qt draws the placeholder with half the opacity of the text.
         const QColor ink = palette().color(QPalette::Text);
         const QColor ground = palette().color(QPalette::Base);
         paintLine(option, space, placeholderText(),

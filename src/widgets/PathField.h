@@ -6,9 +6,9 @@ class QStyleOptionFrame;
 
 namespace ambulet {
 
-/// Shows a file's path, to read, select and copy; nobody types in it. A path that is too long for
-/// the field is shortened in its middle while the field has no keyboard focus, and is whole in the
-/// tooltip. Without a path it shows the placeholder.
+/// Shows the path of a file. The user can select and copy it, but not edit it. If the path is too
+/// long for the field, the tooltip has the whole path, and the field shows it without its middle
+/// while it does not have the keyboard focus. Without a path it shows the placeholder.
 class PathField : public QLineEdit {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ namespace ambulet {
 
 namespace {
 
-// A drag moves a window many times a second, and each time would be written to the disk.
+// Dragging a window moves it many times a second. Storing waits until it rests.
 constexpr std::chrono::milliseconds restBeforeSaving(500);
 
 }  // namespace
@@ -34,7 +34,7 @@ RememberedFrame::RememberedFrame(QWidget& window, const std::optional<QByteArray
     _rest.setInterval(restBeforeSaving);
     connect(&_rest, &QTimer::timeout, this, &RememberedFrame::save);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &RememberedFrame::save);
-    // Not the window alone: only its QWindow learns when it is on the screen.
+    // The QWindow, too: only it is told when the window is on the screen.
     qApp->installEventFilter(this);
 }
 

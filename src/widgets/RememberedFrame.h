@@ -11,19 +11,23 @@ class QWidget;
 
 namespace ambulet {
 
-/// Opens a window where it was left and as large, and reports where it is so that the next start
-/// can do the same. A place on a screen that is gone is brought back; a window that is larger than
-/// its screen is made to fit once its frame is known. Main thread only.
+/// Restores the position and size that a window had at the last start, and reports them when they
+/// change. A window on a screen that no longer exists is moved to one that does. A window larger
+/// than its screen is made smaller as soon as its frame is known. Main thread only.
 class RememberedFrame final : public QObject {
     Q_OBJECT
 
   public:
     using Store = std::function<void(const QByteArray& frame)>;
 
-    /// Owned by `window`, which must not be on the screen yet. `stored`: what `store` was given
-    /// last, none at the very first start; damaged data count as none. `store` is called where the
-    /// frame is another one half a second after the window's last move or resize, when it closes
-    /// and when the program quits.
+    /// Creates one for `window`, which owns it and must not be on the screen yet.
+    ///
+    /// `stored`: the data that `store` was last called with; empty at the first start. Damaged data
+    /// is ignored.
+    /// `store`: called with the frame if it has changed
+    /// - half a second after the last move or resize,
+    /// - when the window closes, and
+    /// - when the program quits.
     static void attach(QWidget& window, const std::optional<QByteArray>& stored, Store store);
 
   protected:
@@ -36,7 +40,7 @@ class RememberedFrame final : public QObject {
     QWidget& _window;
     std::optional<QByteArray> _stored;
     Store _store;
-    QTimer _rest;  // runs from the last move or resize on
+    QTimer _rest;  // started at each move or resize
     bool _fitted = false;
 };
 

@@ -6,14 +6,16 @@ namespace ambulet {
 
 class TableView;
 
-/// Draws a table's rows. Group rows stand on a band, and look enabled: that they cannot be selected
-/// is no reason to dim them. Every row that counts as selected is drawn so, a group row, too. A
-/// text has its own direction, whatever the window's is. No cell shows a focus frame.
+/// Draws the rows of a table:
+/// - A group row has a background of its own and looks enabled, although it has no item flags.
+/// - A row that the table counts as selected looks selected, even a group row.
+/// - The direction of a text depends on the text, not on the window.
+/// - No cell shows a focus frame.
 class RowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
   public:
-    /// Points at either side of a cell's text, beyond the style's own.
+    /// Space at each side of a cell's text, in points, in addition to the style's.
     static constexpr int padding = 11;
 
     explicit RowDelegate(TableView& table);

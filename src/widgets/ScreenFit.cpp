@@ -14,7 +14,7 @@ namespace {
 constexpr int reachableWidth = 50;
 constexpr int leastHeight = 10;  // of the title bar, if the window draws it itself
 
-// Whether there is a part of the title bar by which the user can move the window.
+// Whether the user can reach enough of the title bar to move the window.
 bool canBeReached(const QWidget& window) {
     const QMargins margins = frameMargins(window);
     const QRect frame = window.geometry().marginsAdded(margins);
@@ -37,9 +37,9 @@ QMargins frameMargins(const QWidget& window) {
 void moveFrame(QWidget& window, QPoint place) {
     const QMargins margins = frameMargins(window);
     if (margins.isNull()) {
-        window.move(place);  // the place of a frame added later
+        window.move(place);  // applies to the frame that is added later
     } else {
-        // move() may still assume the frame before the window was shown, that is none.
+        // move() may still assume that there is no frame, as before the window was shown.
         window.setGeometry(QRect(place + QPoint(margins.left(), margins.top()), window.size()));
     }
 }

@@ -17,10 +17,10 @@ void moveFrame(QWidget& window, QPoint place);
 /// of its screen. Returns whether the size changed.
 bool shrinkToScreen(QWidget& window);
 
-/// Like `shrinkToScreen`, and moves a window that was too large, or that the user could not reach,
-/// so that its frame, or at least its title bar, is in that area. A window can be reached if 50
-/// points or more of the width of its title bar, in its whole height, lie in the available area of
-/// a screen. Any other window stays where it is.
+/// Like `shrinkToScreen`. In addition, a window that was too large, or that the user could not
+/// reach, is moved so that its frame, or at least its title bar, is in that area. The user can
+/// reach a window if a part of its title bar, of full height and at least 50 points wide, is in the
+/// available area of a screen.
 void fitOnScreen(QWidget& window);
 
 }  // namespace ambulet

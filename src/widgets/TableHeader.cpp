@@ -34,7 +34,7 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
 }
 
-// A cell's own margin is the style's for focus frames and one more; a header's is another one.
+// The style's margin of a cell is that of a focus frame plus 1. Headers have a different one.
 int TableHeader::cellMargin() const {
     return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
 }

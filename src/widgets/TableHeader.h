@@ -4,14 +4,14 @@
 
 namespace ambulet {
 
-/// The header of a table whose cells keep some space at both sides of their texts: its titles keep
-/// the same, so that they stand in line with the cells. A title that is cut ends in an ellipsis and
-/// is whole in a tooltip.
+/// The header of a table whose cells have padding. Its titles have the same padding, so that they
+/// are aligned with the cells. A title that does not fit ends with an ellipsis, and the tooltip has
+/// the whole title.
 class TableHeader : public QHeaderView {
     Q_OBJECT
 
   public:
-    /// `padding`: the space, in points, that the cells keep beyond the style's own.
+    /// `padding`: of the cells, in points, in addition to the style's.
     TableHeader(int padding, QWidget* parent);
 
   protected:

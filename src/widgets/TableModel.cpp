@@ -92,8 +92,8 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
-    // With no flag at all, rather than with the selectable one alone missing, arrow keys pass over
-    // the row, clicks on it leave the selection as it is and ranges across it go on behind it.
+    // Not even ItemIsEnabled: that makes arrow keys skip the row, clicks on it leave the selection
+    // unchanged, and ranges continue after it.
     return isShown(index) && _dataSource->shouldSelectRow(index.row())
                ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
                : Qt::NoItemFlags;

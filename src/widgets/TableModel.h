@@ -10,13 +10,13 @@ namespace ambulet {
 
 class TableViewDataSource;
 
-/// Gives a data source's rows to Qt's item views. Nothing is cached: each text is asked for when it
-/// is shown. Without a data source there are no rows.
+/// Qt's model of the rows of a data source. Nothing is cached: the data source is asked for a text
+/// each time it is shown. Without a data source there are no rows.
 class TableModel : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    /// For a row that heads a group, true.
+    /// The role under which a cell says whether it is in a group row.
     static constexpr int groupRole = Qt::UserRole;
 
     using QAbstractTableModel::QAbstractTableModel;
@@ -26,7 +26,7 @@ class TableModel : public QAbstractTableModel {
     void setColumns(std::vector<TableColumn> columns);
     const std::vector<TableColumn>& columns() const { return _columns; }
 
-    /// The rows are other ones now.
+    /// Tells the views that the rows have changed.
     void reload();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -36,13 +36,14 @@ class TableModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
-    // The data source may have lost rows that the views still ask for.
+    // False if the data source no longer has the row; until `reload` the views may still ask for
+    // it.
     bool isShown(const QModelIndex& index) const;
     const TableColumn& columnOf(const QModelIndex& index) const;
 
     TableViewDataSource* _dataSource = nullptr;
     std::vector<TableColumn> _columns;
-    // What the views were last told; the data source may be ahead of them until `reload`.
+    // The number of rows that the views know of. The data source may have another until `reload`.
     int _rowCount = 0;
 };
 

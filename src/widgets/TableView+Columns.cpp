@@ -1,4 +1,4 @@
-// How wide the columns are.
+// The widths of the columns.
 
 #include "widgets/RowDelegate.h"
 #include "widgets/TableModel.h"
@@ -14,8 +14,8 @@ namespace ambulet {
 
 namespace {
 
-/// Puts the widest digit of a font in place of all digits: the width that comes of it holds for
-/// every text of that many digits.
+/// Replaces every digit of a text by the widest digit of a font. The result is at least as wide as
+/// every number with the same number of digits.
 class WidestDigits {
   public:
     explicit WidestDigits(const QFontMetrics& metrics) : _metrics(metrics) {}
@@ -43,12 +43,12 @@ class WidestDigits {
     }
 
     QFontMetrics _metrics;
-    std::map<char16_t, char16_t> _widestByZero;  // of each script
+    std::map<char16_t, char16_t> _widestByZero;  // the key is the zero of a script
 };
 
 }  // namespace
 
-// QHeaderView has one minimum for all its sections; ours differ.
+// Each column has a minimum of its own; QHeaderView has one for all sections.
 void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
     const int minimum = _model->columns()[static_cast<std::size_t>(column)].minimumWidth;
     if (newWidth < minimum) {
@@ -58,8 +58,7 @@ void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
     }
 }
 
-// The last column takes up what the others leave, and is never below its own minimum: past that
-// the table scrolls sideways. (The header's own stretching knows one minimum for all sections.)
+// The last column takes the rest of the width. At its minimum, the table scrolls horizontally.
 void TableView::fitLastColumn() {
     const int last = _model->columnCount() - 1;
     if (last < 0) {
@@ -71,13 +70,13 @@ void TableView::fitLastColumn() {
     }
     const int minimum = _model->columns()[static_cast<std::size_t>(last)].minimumWidth;
     const int left = viewport()->width() - others;
-    // Set by hand: where the vertical scroll bar comes, the columns are too wide for a moment.
+    // Not left to Qt: when the vertical scroll bar appears, the columns are too wide for a moment.
     setHorizontalScrollBarPolicy(left < minimum ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setColumnWidth(last, std::max(minimum, left));
 }
 
-// Larger fonts and longer languages need wider columns than the ones asked for. A column that the
-// user has set is left alone.
+// Larger fonts and some languages need more than the columns' initial widths. Widths that the user
+// has set do not change.
 void TableView::fitColumnsToTexts() {
     for (int column = 0; column < static_cast<int>(_ownWidths.size()) - 1; ++column) {
         int& own = _ownWidths[static_cast<std::size_t>(column)];

@@ -1,4 +1,4 @@
-// What a table draws besides its rows: the pinned group row, the text of an empty table, the focus.
+// Drawing all but the rows: the pinned group row, the text of an empty table, the focus outline.
 
 #include "widgets/Contrast.h"
 #include "widgets/FocusOutline.h"
@@ -35,8 +35,8 @@ void TableView::paintTextOfEmptyTable(QPainter& painter) const {
                      Qt::AlignCenter | Qt::TextWordWrap, _model->dataSource()->textOfEmptyTable());
 }
 
-// Users who work by keyboard see where the focus is: around the current row, or around the whole
-// table while there is none.
+// For users of the keyboard: an outline around the current row, or around the whole table if there
+// is no current row.
 void TableView::paintFocus(QPainter& painter) const {
     if (!_focusVisible || !hasFocus()) {
         return;
@@ -53,7 +53,7 @@ void TableView::paintFocus(QPainter& painter) const {
     drawFocusOutline(painter, marked, palette(), ground);
 }
 
-// The group row above the topmost row; -1 where there is none, or where it is not scrolled away.
+// The group row of the topmost row, if it is scrolled out of view; otherwise -1.
 int TableView::pinnedRow() const {
     int row = rowAt(0);
     while (row >= 0 && !_model->index(row, 0).data(TableModel::groupRole).toBool()) {
@@ -68,7 +68,7 @@ QRect TableView::pinnedRect() const {
         return {};
     }
     const int height = rowHeight(pinned);
-    // All rows are equally high, so the next group row pushes it only where it is the second row.
+    // All rows have the same height. So a group row pushes the pinned one if it is the second row.
     const int second = rowAt(height);
     int top = 0;
     if (second > pinned && _model->index(second, 0).data(TableModel::groupRole).toBool()) {
@@ -96,7 +96,7 @@ void TableView::paintPinnedRow(QPainter& painter) const {
     painter.drawLine(place.bottomLeft(), place.bottomRight());
 }
 
-// While the user drags a selection, it is the days under the pinned row that are meant.
+// While the user drags a selection, the rows under the pinned row count.
 QModelIndex TableView::indexAt(const QPoint& point) const {
     if (state() != DragSelectingState && pinnedRect().contains(point)) {
         return _model->index(pinnedRow(), columnAt(point.x()));
@@ -109,7 +109,7 @@ void TableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     if (!index.isValid() || index.row() == pinnedRow()) {
         return;
     }
-    // Not to where the pinned row would lie over it.
+    // The pinned row must not cover it.
     const int hidden = pinnedRect().bottom() + 1 - rowViewportPosition(index.row());
     if (hidden > 0) {
         verticalScrollBar()->setValue(verticalScrollBar()->value() - hidden);
@@ -128,7 +128,7 @@ bool TableView::viewportEvent(QEvent* event) {
     return QTableView::viewportEvent(event);
 }
 
-// The whole text of a cell that has too little space for it.
+// The tooltip of a cell whose text does not fit.
 bool TableView::showToolTip(const QHelpEvent& event) {
     const QModelIndex index = indexAt(event.pos());
     if (!index.isValid()) {

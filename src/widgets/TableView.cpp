@@ -1,5 +1,5 @@
-// Selection, keys and mouse. What is drawn is in TableView+Drawing.cpp, how wide the columns are in
-// TableView+Columns.cpp.
+// Selection, keys and mouse. TableView+Drawing.cpp draws; TableView+Columns.cpp sets the widths of
+// the columns.
 
 #include "widgets/TableView.h"
 
@@ -24,7 +24,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr int rowPadding = 8;  // points above and below a row's text, together
+constexpr int rowPadding = 8;  // in points, the sum of those above and below a row's text
 
 std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     std::vector<int> rows;
@@ -88,12 +88,12 @@ const std::vector<TableColumn>& TableView::columns() const {
 void TableView::reloadData() {
     const int current = currentIndex().row();
     _model->reload();
-    // At once, or the rows may be painted without their scroll bar first. Qt shows that by a queued
+    // Otherwise the rows may first be painted without their scroll bar, which Qt shows by a queued
     // call.
     executeDelayedItemsLayout();
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     const int rows = _model->rowCount();
-    // Arrow keys and ranges go on from where they were.
+    // Arrow keys and ranges continue from the same row as before.
     const QModelIndex kept = _model->index(current, 0);
     if (kept.isValid() && _model->flags(kept).testFlag(Qt::ItemIsSelectable)) {
         setAutoScroll(false);
@@ -127,13 +127,13 @@ void TableView::setSelectedRowIndexes(std::vector<int> rows) {
         return;
     }
     _selectedRowIndexes = std::move(rows);
-    viewport()->update();  // Qt repaints only the rows that it can select itself
+    viewport()->update();  // Qt repaints only rows that the user can select
     if (_model->dataSource() != nullptr) {
         _model->dataSource()->tableViewSelectionDidChange();
     }
 }
 
-// Makes Qt's selection show the indexes kept here.
+// Sets Qt's selection to the indexes kept here.
 void TableView::showSelection() {
     const QScopedValueRollback showing(_showingSelection, true);
     QItemSelection selection;
@@ -170,13 +170,14 @@ void TableView::changeEvent(QEvent* event) {
     }
 }
 
-// Home and End go to the first and the last row; in a table of whole rows the first and the last
-// column, where Qt would go, are no places of their own. The first key in a table without a current
-// row goes to the first row; Qt would stop at a group row there.
+// Differs from Qt in two cases:
+// - Home and End go to the first and the last row, not to the first and the last column.
+// - If there is no current row, the first key goes to the first row that the user can select; Qt
+//   would stop at a group row.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool first = !currentIndex().isValid();
     if (first && action == MoveNext) {
-        return {};  // asked for when the focus comes: that alone makes no row the current one
+        return {};  // Qt asks for this when the table gets the focus; no row becomes current then
     }
     if (action == MoveEnd) {
         return selectableIndex(_model->rowCount() - 1, -1);
@@ -188,7 +189,7 @@ QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
     return QTableView::moveCursor(action, modifiers);
 }
 
-// The nearest row from `row` on, upwards or downwards by `step`, that the user can select.
+// The first row that the user can select, from `row` on in the direction of `step`.
 QModelIndex TableView::selectableIndex(int row, int step) const {
     for (; row >= 0 && row < _model->rowCount(); row += step) {
         const QModelIndex index = _model->index(row, 0);
@@ -212,8 +213,8 @@ void TableView::keyPressEvent(QKeyEvent* event) {
     viewport()->update();
 }
 
-// Qt does nothing where a key leads to the row that is current already, though Escape may have
-// cleared the selection since, or all rows been selected.
+// Qt does nothing if a key leads to the current row. But Escape may have cleared the selection in
+// the meantime, or all rows may have been selected.
 void TableView::selectWhereKeyLeads(const QKeyEvent* event) {
     const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
                        event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
@@ -251,13 +252,13 @@ void TableView::copy() const {
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }
 
-// Only the left button selects; Qt would let the others do so, too.
+// Only the left button selects. In Qt all buttons do.
 void TableView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
     _focusVisible = false;
-    // A press on a group row changes nothing, also not where the next range begins.
+    // A press on a group row changes nothing, not even the start of the next range.
     const QModelIndex index = indexAt(event->pos());
     _pressedGroupRow = index.isValid() && !_model->flags(index).testFlag(Qt::ItemIsSelectable);
     if (!_pressedGroupRow) {

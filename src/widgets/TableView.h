@@ -13,53 +13,53 @@ namespace ambulet {
 class TableModel;
 class TableViewDataSource;
 
-/// A table of whole-row selections under fixed columns, filled by a data source: group rows on a
-/// band, several rows selected at once, a selection that outlives a reload of the data. The last
-/// column takes up what the others leave. Escape clears the selection, Ctrl+C copies.
+/// A table of rows under fixed columns, filled by a data source. Main thread only.
 ///
-/// The group row of the topmost rows stays at the top while they scroll, until the next group row
-/// pushes it away: there it is drawn over the rows, and what is done to it there is done to it.
-///
-/// Each column is as wide as its widest text. Where the user has made it narrower, what is cut ends
-/// in an ellipsis and is whole in a tooltip. Main thread only.
+/// - Selection: any number of whole rows. It is kept when the data is reloaded. Escape clears it,
+///   Ctrl+C copies it.
+/// - Group rows: each heads the rows up to the next one, and stays at the top of the table while
+///   they scroll ("pinned"), until the next group row pushes it away. The mouse works on a pinned
+///   row as on any other.
+/// - Columns: each is at least as wide as its widest text, until the user changes it; the last one
+///   takes the rest of the width. A text that does not fit ends with an ellipsis, and the tooltip
+///   has the whole text.
 class TableView : public QTableView {
     Q_OBJECT
 
   public:
     explicit TableView(QWidget* parent = nullptr);
 
-    /// Not owned; null shows no rows.
+    /// Sets the data source, which is not owned. Null shows no rows.
     void setDataSource(TableViewDataSource* dataSource);
 
-    /// In place of all columns that there were.
+    /// Replaces all columns.
     void setColumns(std::vector<TableColumn> columns);
     const std::vector<TableColumn>& columns() const;
 
-    /// Asks the data source for everything anew. The selected indexes and the scroll position stay
-    /// as far as there still are such rows; nobody is told of it.
+    /// Reads everything from the data source again. The selected indexes and the scroll position
+    /// are kept as far as those rows still exist. The data source is not notified.
     void reloadData();
 
-    /// Ascending. Rows that the user could not select are here too where `selectRowIndexes` was
-    /// given them.
+    /// In ascending order. Includes rows that only `selectRowIndexes` can select.
     const std::vector<int>& selectedRowIndexes() const { return _selectedRowIndexes; }
 
-    /// Selects just these rows, selectable by the user or not; those that do not exist are left
-    /// out.
+    /// Selects these rows and no others, even rows that the user cannot select. Rows that do not
+    /// exist are ignored.
     void selectRowIndexes(std::vector<int> rows);
 
     void deselectAll();
 
     bool isRowSelected(int row) const;
 
-    /// Where the group row of the topmost rows is drawn, in the viewport; null where it stands in
-    /// its own place, or where the topmost rows have none.
+    /// The rectangle of the pinned group row, in the viewport. Null if none is pinned: the group
+    /// row is visible in its own place, or the topmost row has no group row.
     QRect pinnedRect() const;
 
     QModelIndex indexAt(const QPoint& point) const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
-    /// Puts the selected rows on the clipboard, or all rows where none is selected: as they are
-    /// shown, a row a line under a line of the headers, the cells set apart by tabs.
+    /// Puts the selected rows on the clipboard, or all rows if none is selected: the texts as
+    /// shown, separated by tabs, one line for each row, after a line with the column titles.
     void copy() const;
 
   protected:
@@ -94,12 +94,12 @@ class TableView : public QTableView {
     bool showToolTip(const QHelpEvent& event);
 
     TableModel* _model;
-    // Kept here and not in Qt's selection model, which forgets all at a reset and cannot hold rows
-    // that the user may not select.
+    // Kept here because Qt's selection model forgets everything at a reset, and cannot hold rows
+    // that the user cannot select.
     std::vector<int> _selectedRowIndexes;
     bool _showingSelection = false;
-    // Of each column, the width that it has by the table's own doing; the user may have set
-    // another.
+    // The widths that the table itself gave to the columns. If a column has another width, the user
+    // set it.
     std::vector<int> _ownWidths;
     bool _focusVisible = false;
     bool _pressedGroupRow = false;

@@ -26,7 +26,7 @@ class WindowController : public QObject {
     virtual void showWindow();
 
   protected:
-    /// Creates the window. Called once, on its first use. The result must not be null.
+    /// Creates the window. Called once, when it is first used. The result must not be null.
     virtual std::unique_ptr<QWidget> loadWindow() = 0;
 
     /// Called once, right after `loadWindow`.

@@ -35,7 +35,7 @@ TEST_F(AutoresizingLayoutTest, frameOriginsAreAtTheLowerLeft) {
     EXPECT_EQ(view->geometry(), QRect(10, 200 - 20 - 40, 30, 40));
 }
 
-TEST_F(AutoresizingLayoutTest, theStretchingMarginsAndSizesTakeUpTheDifference) {
+TEST_F(AutoresizingLayoutTest, theStretchingMarginOrSizeTakesTheDifference) {
     struct {
         Horizontally horizontally;
         Vertically vertically;
@@ -55,7 +55,7 @@ TEST_F(AutoresizingLayoutTest, theStretchingMarginsAndSizesTakeUpTheDifference) 
     }
 }
 
-TEST_F(AutoresizingLayoutTest, aViewShrunkToNothingRegainsItsFrame) {
+TEST_F(AutoresizingLayoutTest, aViewThatWasShrunkToNothingRegainsItsFrame) {
     const QWidget* const view = addView(Horizontally::Width, Vertically::Height);
     resize(20, 100);
     EXPECT_EQ(view->size(), QSize(0, 0));

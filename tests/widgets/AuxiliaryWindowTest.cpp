@@ -111,7 +111,7 @@ TEST(AuxiliaryWindow, aResizableWindowCanBeMaximisedButNotMinimised) {
     EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
 }
 
-TEST(AuxiliaryWindow, escapeClosesTheWindowUnlessItIsOnlyHeld) {
+TEST(AuxiliaryWindow, escapeClosesTheWindowButAHeldEscapeDoesNot) {
     AuxiliaryWindow window(QSize(360, 260), Sizing::Fixed);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -159,7 +159,7 @@ class ScopedFontSize {
     const QFont _before = QApplication::font();
 };
 
-TEST(AuxiliaryWindow, usualFontSizesLeaveTheSizeAlone) {
+TEST(AuxiliaryWindow, usualFontSizesDoNotChangeTheSize) {
     for (const int pixels : {8, 12, 16}) {
         const ScopedFontSize font(pixels);
         for (const Sizing sizing : {Sizing::Fixed, Sizing::Resizable}) {

@@ -29,7 +29,7 @@ TEST_F(ClickableLabelTest, aPrimaryClickIsSentOnce) {
     EXPECT_EQ(clicks.size(), 1);
 }
 
-TEST_F(ClickableLabelTest, aPressReleasedOutsideIsNoClick) {
+TEST_F(ClickableLabelTest, aPressThatIsReleasedOutsideIsNoClick) {
     QTest::mousePress(&label, Qt::LeftButton);
     QTest::mouseRelease(&label, Qt::LeftButton, {}, QPoint(10, 50));
     QTest::mouseRelease(&label, Qt::LeftButton);
@@ -59,7 +59,7 @@ TEST_F(ClickableLabelTest, theFocusIsVisible) {
     EXPECT_NE(label.grab().toImage(), without);
 }
 
-TEST_F(ClickableLabelTest, itIsAButtonToAssistivePrograms) {
+TEST_F(ClickableLabelTest, assistiveProgramsSeeAButton) {
     QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&label);
     ASSERT_NE(accessible, nullptr);
     EXPECT_EQ(accessible->role(), QAccessible::Button);
@@ -72,7 +72,7 @@ TEST_F(ClickableLabelTest, itIsAButtonToAssistivePrograms) {
     EXPECT_EQ(clicks.size(), 1);
 }
 
-TEST_F(ClickableLabelTest, aPlainLabelIsStillALabelToAssistivePrograms) {
+TEST_F(ClickableLabelTest, assistiveProgramsStillSeeAPlainLabelAsALabel) {
     QLabel plain;
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&plain)->role(), QAccessible::StaticText);
 }

@@ -7,7 +7,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(Contrast, theRatioIsTheGuidelines) {
+TEST(Contrast, theRatioIsComputedByTheGuidelines) {
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::black, Qt::white), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::white, Qt::black), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::red, Qt::red), 1);
@@ -15,7 +15,7 @@ TEST(Contrast, theRatioIsTheGuidelines) {
     EXPECT_NEAR(contrastRatio(QColor(119, 119, 119), Qt::white), 4.478, 0.001);
 }
 
-TEST(Contrast, aMixedColourLiesBetweenItsTwo) {
+TEST(Contrast, aMixedColourIsBetweenTheTwoColours) {
     EXPECT_EQ(mixed(QColor(10, 20, 30), QColor(110, 220, 130), 0.5), QColor(60, 120, 80));
     EXPECT_EQ(mixed(Qt::black, Qt::white, 0), QColor(Qt::black));
     EXPECT_EQ(mixed(Qt::black, Qt::white, 1), QColor(Qt::white));
@@ -25,7 +25,7 @@ TEST(Contrast, aColourWithEnoughContrastIsKept) {
     EXPECT_EQ(withContrast(QColor(0, 0, 128), Qt::black, Qt::white, 4.5), QColor(0, 0, 128));
 }
 
-TEST(Contrast, aColourWithTooLittleContrastIsChangedNoFurtherThanNeeded) {
+TEST(Contrast, aColourWithTooLittleContrastIsChangedAsLittleAsNecessary) {
     const QColor pale(48, 140, 198);
     const QColor darker = withContrast(pale, Qt::black, Qt::white, 4.5);
     EXPECT_GE(contrastRatio(darker, Qt::white), 4.5);
@@ -33,12 +33,12 @@ TEST(Contrast, aColourWithTooLittleContrastIsChangedNoFurtherThanNeeded) {
     EXPECT_EQ(darker.hslHue() / 5, pale.hslHue() / 5);
 }
 
-TEST(Contrast, whereNoColourHasEnoughTheEndIsTaken) {
+TEST(Contrast, ifNoMixtureHasEnoughContrastTheOtherColourIsUsed) {
     EXPECT_EQ(withContrast(Qt::gray, QColor(130, 130, 130), QColor(120, 120, 120), 4.5),
               QColor(130, 130, 130));
 }
 
-TEST(Contrast, aSeparatorHasThreeToOneWithTheWindowInLightAndDarkPalettes) {
+TEST(Contrast, aSeparatorHasAContrastOfThreeToOneInLightAndDarkPalettes) {
     for (const auto& [ground, text] : {std::pair(QColor(239, 239, 239), QColor(Qt::black)),
                                        {QColor(49, 54, 59), QColor(239, 240, 241)}}) {
         QPalette palette;

@@ -38,16 +38,16 @@ QRect painted(const QImage& screen) {
     return found;
 }
 
-TEST(ImageView, aLargeImageIsScaledDownInProportionAndCentred) {
+TEST(ImageView, aLargeImageIsScaledDownProportionallyAndCentred) {
     EXPECT_EQ(painted(shown(filled(400, 400, Qt::black))), QRect(50, 0, 100, 100));
     EXPECT_EQ(painted(shown(filled(800, 100, Qt::black))), QRect(0, 37, 200, 25));
 }
 
-TEST(ImageView, aSmallImageIsScaledUpInProportion) {
+TEST(ImageView, aSmallImageIsScaledUpProportionally) {
     EXPECT_EQ(painted(shown(filled(10, 10, Qt::black))), QRect(50, 0, 100, 100));
 }
 
-TEST(ImageView, anImageOfTheViewsSizeIsShownPixelByPixel) {
+TEST(ImageView, anImageOfTheViewsSizeIsShownUnscaled) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
         // Any scaling would turn lines one pixel wide grey.
         QImage lines =

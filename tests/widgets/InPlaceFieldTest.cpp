@@ -37,7 +37,7 @@ class InPlaceFieldTest : public testing::Test {
     QSignalSpy ends{field, &InPlaceField::didEndEditing};
 };
 
-TEST_F(InPlaceFieldTest, returnAndEnterAreOneNewlineEach) {
+TEST_F(InPlaceFieldTest, returnAndEnterEachSendOneNewline) {
     QTest::keyClick(field, Qt::Key_Return);
     QTest::keyClick(field, Qt::Key_Enter);
     EXPECT_EQ(counts(), (Counts{2, 0, 0}));
@@ -48,7 +48,7 @@ TEST_F(InPlaceFieldTest, escapeCancels) {
     EXPECT_EQ(counts(), (Counts{0, 1, 0}));
 }
 
-TEST_F(InPlaceFieldTest, escapeIsTheFieldsAlsoWhereItIsAShortcutElsewhere) {
+TEST_F(InPlaceFieldTest, escapeGoesToTheFieldEvenIfItIsAShortcut) {
     QAction action;
     action.setShortcut(Qt::Key_Escape);
     window.addAction(&action);
@@ -58,7 +58,7 @@ TEST_F(InPlaceFieldTest, escapeIsTheFieldsAlsoWhereItIsAShortcutElsewhere) {
     EXPECT_EQ(counts(), (Counts{0, 1, 0}));
 }
 
-TEST_F(InPlaceFieldTest, anotherControlTakingTheFocusEndsTheEditing) {
+TEST_F(InPlaceFieldTest, editingEndsWhenAnotherControlTakesTheFocus) {
     other->setFocus(Qt::TabFocusReason);
     EXPECT_EQ(counts(), (Counts{0, 0, 1}));
     field->setFocus();
@@ -66,7 +66,7 @@ TEST_F(InPlaceFieldTest, anotherControlTakingTheFocusEndsTheEditing) {
     EXPECT_EQ(counts(), (Counts{0, 0, 2}));
 }
 
-TEST_F(InPlaceFieldTest, aFocusThatComesBackDoesNotEndTheEditing) {
+TEST_F(InPlaceFieldTest, editingDoesNotEndIfTheFocusWillComeBack) {
     for (const auto reason :
          {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason, Qt::MenuBarFocusReason}) {
         QFocusEvent event(QEvent::FocusOut, reason);
@@ -75,7 +75,7 @@ TEST_F(InPlaceFieldTest, aFocusThatComesBackDoesNotEndTheEditing) {
     EXPECT_EQ(counts(), (Counts{0, 0, 0}));
 }
 
-TEST_F(InPlaceFieldTest, hidingItEndsNothing) {
+TEST_F(InPlaceFieldTest, hidingTheFieldSendsNoSignal) {
     field->hide();
     QCoreApplication::processEvents();
     EXPECT_FALSE(field->hasFocus());

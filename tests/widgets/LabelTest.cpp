@@ -30,7 +30,7 @@ double contrastOfGreys(const QColor& one, const QColor& other) {
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-TEST(LabelColor, secondaryAndTertiaryTextStandsBackAndIsLegibleLightAndDark) {
+TEST(LabelColor, secondaryAndTertiaryTextIsFainterButLegibleInLightAndDarkPalettes) {
     const QPalette palettes[] = {paletteOf(Qt::black, QColor(239, 239, 239), Qt::blue),
                                  paletteOf(QColor(252, 252, 252), QColor(42, 42, 42), Qt::blue)};
     for (const QPalette& palette : palettes) {
@@ -47,25 +47,25 @@ TEST(LabelColor, secondaryAndTertiaryTextStandsBackAndIsLegibleLightAndDark) {
     }
 }
 
-TEST(LabelColor, whereTheTextItselfIsFaintTheColoursAreTheTexts) {
+TEST(LabelColor, ifTheTextColourIsFaintAllColoursAreTheTextColour) {
     const QPalette palette = paletteOf(QColor(130, 130, 130), QColor(200, 200, 200), Qt::blue);
     EXPECT_EQ(labelColor(LabelColor::SecondaryLabel, palette), QColor(130, 130, 130));
     EXPECT_EQ(labelColor(LabelColor::TertiaryLabel, palette), QColor(130, 130, 130));
 }
 
-TEST(LabelColor, aLegibleLinkColourIsThePalettes) {
+TEST(LabelColor, aLegibleLinkColourIsNotChanged) {
     const QColor link(0, 0, 200);
     EXPECT_EQ(labelColor(LabelColor::Link, paletteOf(Qt::black, Qt::white, link)), link);
 }
 
-TEST(LabelColor, aLinkColourThatCannotBeReadMovesTowardsTheTexts) {
+TEST(LabelColor, anIllegibleLinkColourIsMixedWithTheTextColour) {
     const QPalette palette = paletteOf(Qt::white, Qt::black, QColor(60, 60, 60));
     const QColor link = labelColor(LabelColor::Link, palette);
     EXPECT_GE(contrastOfGreys(link, Qt::black), 4.5);
     EXPECT_LT(contrastOfGreys(link, Qt::black), 5.0);
 }
 
-TEST(Label, itsColourFollowsThePaletteOfTheApplication) {
+TEST(Label, theColourFollowsTheApplicationsPalette) {
     const QPalette before = QApplication::palette();
     QWidget window;
     auto* const label =
@@ -82,12 +82,12 @@ TEST(Label, itsColourFollowsThePaletteOfTheApplication) {
     EXPECT_EQ(shown(), labelColor(LabelColor::SecondaryLabel, before));
 }
 
-TEST(Label, itsTextIsShownAsItIs) {
+TEST(Label, theTextIsShownAsPlainText) {
     const Label label(QStringLiteral("<b>1 & 2</b>"), systemFont(11), LabelColor::Label);
     EXPECT_EQ(label.textFormat(), Qt::PlainText);
 }
 
-TEST(SystemFont, itIsTheApplicationsInTheGivenSize) {
+TEST(SystemFont, theFamilyIsTheApplicationsAndTheSizeAsGiven) {
     QLabel label;
     label.setFont(systemFont(13));
     EXPECT_EQ(label.font().pixelSize(), 13);

@@ -12,7 +12,7 @@ QImage picture(PathField& field) {
     return field.grab().toImage();
 }
 
-TEST(PathField, cannotBeTypedIn) {
+TEST(PathField, theUserCannotEditThePath) {
     PathField field;
     field.setText(QStringLiteral("/tmp/export.xml"));
     field.show();
@@ -21,7 +21,7 @@ TEST(PathField, cannotBeTypedIn) {
     EXPECT_EQ(field.text(), QStringLiteral("/tmp/export.xml"));
 }
 
-TEST(PathField, theWholePathIsInTheTooltip) {
+TEST(PathField, theTooltipHasTheWholePath) {
     PathField field;
     const QString path = QStringLiteral("/home/someone/") + QString(300, u'x');
     field.setText(path);
@@ -29,7 +29,7 @@ TEST(PathField, theWholePathIsInTheTooltip) {
 }
 
 // A tooltip is shown as HTML where it looks like it.
-TEST(PathField, aPathThatLooksLikeHTMLIsShownAsItIsInTheTooltip) {
+TEST(PathField, theTooltipShowsAPathThatLooksLikeHTMLUnchanged) {
     PathField field;
     const QString path = QStringLiteral("/home/a <b>bold</b>  &lt; name/<br>/export.xml");
     ASSERT_TRUE(Qt::mightBeRichText(path));
@@ -42,7 +42,7 @@ TEST(PathField, aPathThatLooksLikeHTMLIsShownAsItIsInTheTooltip) {
 
 // Two paths that differ only in their last letters look different in a field far too short for
 // them, as they would not if the end were cut off; likewise for the first letters.
-TEST(PathField, aLongPathIsShortenedInItsMiddle) {
+TEST(PathField, aLongPathIsShownWithoutItsMiddle) {
     PathField field;
     field.resize(200, 30);
     const QString middle(300, u'-');

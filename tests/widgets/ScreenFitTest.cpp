@@ -24,13 +24,13 @@ class ScreenFitTest : public testing::Test {
     QWidget window;
 };
 
-TEST_F(ScreenFitTest, aWindowThatIsNotTooLargeIsNotMoved) {
+TEST_F(ScreenFitTest, aWindowThatFitsIsNotMoved) {
     show({100, 120, 300, 200});
     fitOnScreen(window);
     EXPECT_EQ(window.geometry(), QRect(100, 120, 300, 200));
 }
 
-TEST_F(ScreenFitTest, aWindowStaysAsLongAsItsTitleBarCanBeReached) {
+TEST_F(ScreenFitTest, aWindowIsNotMovedIfTheUserCanReachItsTitleBar) {
     show({100, 120, 300, 200});
     const QSize frame = window.frameGeometry().size();
     const int bar = std::max(frameMargins(window).top(), 10);
@@ -60,7 +60,7 @@ TEST_F(ScreenFitTest, aWindowStaysAsLongAsItsTitleBarCanBeReached) {
     }
 }
 
-TEST_F(ScreenFitTest, aWindowTooLargeIsMadeToFitIncludingItsFrame) {
+TEST_F(ScreenFitTest, aWindowThatIsTooLargeIsMadeToFitIncludingItsFrame) {
     show({100, 120, screen.width() + 1, screen.height() + 1});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry(), screen);

@@ -15,7 +15,7 @@ const std::vector<TableColumn> columns = {
     {QStringLiteral("empty"), QStringLiteral("Second"), 100, 50, Qt::AlignRight},
 };
 
-TEST(TableModel, satisfiesTheToolkitsOwnRules) {
+TEST(TableModel, passesQtsModelTester) {
     TestRows rows("GddGd");
     TableModel model;
     const QAbstractItemModelTester tester(&model,
@@ -27,7 +27,7 @@ TEST(TableModel, satisfiesTheToolkitsOwnRules) {
     model.setDataSource(nullptr);
 }
 
-TEST(TableModel, cellsHoldTheDataSourcesTexts) {
+TEST(TableModel, cellsHaveTheTextsOfTheDataSource) {
     TestRows rows("Gd");
     TableModel model;
     model.setColumns(columns);
@@ -47,7 +47,7 @@ TEST(TableModel, groupRowsAreBoldAndHaveNoFlags) {
     EXPECT_TRUE(model.flags(model.index(1, 0)).testFlag(Qt::ItemIsSelectable));
 }
 
-TEST(TableModel, headersAndCellsShareTheColumnsAlignment) {
+TEST(TableModel, headersAndCellsHaveTheAlignmentOfTheirColumn) {
     TestRows rows("d");
     TableModel model;
     model.setColumns(columns);
@@ -62,7 +62,7 @@ TEST(TableModel, headersAndCellsShareTheColumnsAlignment) {
               Qt::AlignLeading | Qt::AlignVCenter);
 }
 
-TEST(TableModel, aDataSourceThatHasLostRowsBeforeTheReloadIsNotAskedForThem) {
+TEST(TableModel, aDataSourceIsNotAskedForRowsThatItNoLongerHas) {
     TestRows rows("Gdd");
     TableModel model;
     model.setColumns(columns);
@@ -72,7 +72,7 @@ TEST(TableModel, aDataSourceThatHasLostRowsBeforeTheReloadIsNotAskedForThem) {
     EXPECT_EQ(model.flags(model.index(2, 0)), Qt::NoItemFlags);
 }
 
-TEST(TableModel, assistiveProgramsAreToldRowsByTheirFirstCellAndGroupRowsAsHeadings) {
+TEST(TableModel, assistiveProgramsGetRowsNamedByTheirFirstCellAndGroupRowsAsHeadings) {
     TestRows rows("Gd");
     TableModel model;
     model.setColumns(columns);

@@ -53,7 +53,7 @@ TEST_F(TableViewTest, aClickSelectsOneRow) {
     EXPECT_EQ(rows.notifications, 2);
 }
 
-TEST_F(TableViewTest, aControlClickAddsARowAndTakesItAway) {
+TEST_F(TableViewTest, aControlClickAddsARowOrRemovesIt) {
     click(2);
     click(6, Qt::ControlModifier);
     EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 6}));
@@ -67,7 +67,7 @@ TEST_F(TableViewTest, aShiftClickSelectsTheRangeWithoutItsGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({3, 4, 6}));
 }
 
-TEST_F(TableViewTest, aClickOnAGroupRowLeavesTheSelection) {
+TEST_F(TableViewTest, aClickOnAGroupRowDoesNotChangeTheSelection) {
     click(2);
     for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
         click(5, modifiers);
@@ -96,7 +96,7 @@ TEST_F(TableViewTest, onlyTheLeftButtonChangesTheSelection) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4}));
 }
 
-TEST_F(TableViewTest, aPressOnAGroupRowDoesNotMoveTheBeginningOfTheNextRange) {
+TEST_F(TableViewTest, aPressOnAGroupRowDoesNotMoveTheStartOfTheNextRange) {
     click(2);
     click(5);
     click(6, Qt::ShiftModifier);
@@ -115,7 +115,7 @@ TEST_F(TableViewTest, aDragFromAGroupRowSelectsNothing) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows());
 }
 
-TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstRowThatCanBeSelected) {
+TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstSelectableRow) {
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown}) {
@@ -128,7 +128,7 @@ TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstRowThatCanBeSelected) {
     }
 }
 
-TEST_F(TableViewTest, keysAndRangesGoOnFromWhereTheyWereAfterAReload) {
+TEST_F(TableViewTest, afterAReloadArrowKeysAndRangesContinueFromTheSameRow) {
     click(2);
     table.reloadData();
     QTest::keyClick(&table, Qt::Key_Down);
@@ -142,7 +142,7 @@ TEST_F(TableViewTest, keysAndRangesGoOnFromWhereTheyWereAfterAReload) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4}));
 }
 
-TEST_F(TableViewTest, arrowKeysPassOverGroupRows) {
+TEST_F(TableViewTest, arrowKeysSkipGroupRows) {
     click(4);
     QTest::keyClick(&table, Qt::Key_Down);
     EXPECT_EQ(table.selectedRowIndexes(), Rows({6}));
@@ -150,13 +150,13 @@ TEST_F(TableViewTest, arrowKeysPassOverGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({4}));
 }
 
-TEST_F(TableViewTest, selectAllTakesEveryRowButTheGroupRows) {
+TEST_F(TableViewTest, selectAllSelectsAllRowsButTheGroupRows) {
     table.setFocus();
     QTest::keySequence(&table, QKeySequence::SelectAll);
     EXPECT_EQ(table.selectedRowIndexes(), Rows({1, 2, 3, 4, 6, 7}));
 }
 
-TEST_F(TableViewTest, afterSelectAllAMovingKeySelectsOneRow) {
+TEST_F(TableViewTest, afterSelectAllAnArrowKeySelectsOneRow) {
     for (const auto& [key, row] : {std::pair(Qt::Key_Up, 1),
                                    {Qt::Key_Down, 2},
                                    {Qt::Key_Home, 1},
@@ -173,19 +173,19 @@ TEST_F(TableViewTest, afterSelectAllAMovingKeySelectsOneRow) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({7}));
 }
 
-TEST_F(TableViewTest, theProgramCanSelectGroupRowsToo) {
+TEST_F(TableViewTest, selectRowIndexesCanSelectGroupRows) {
     table.selectRowIndexes({5, 0, 5, 99, -1});
     EXPECT_EQ(table.selectedRowIndexes(), Rows({0, 5}));
     EXPECT_EQ(rows.notifications, 1);
 }
 
-TEST_F(TableViewTest, selectingTheSameRowsAgainNotifiesNobody) {
+TEST_F(TableViewTest, selectingTheSameRowsAgainDoesNotNotify) {
     table.selectRowIndexes({1, 2});
     table.selectRowIndexes({2, 1});
     EXPECT_EQ(rows.notifications, 1);
 }
 
-TEST_F(TableViewTest, deselectAllOnAnEmptySelectionNotifiesNobody) {
+TEST_F(TableViewTest, deselectAllOnAnEmptySelectionDoesNotNotify) {
     table.deselectAll();
     EXPECT_EQ(rows.notifications, 0);
     click(1);
@@ -194,7 +194,7 @@ TEST_F(TableViewTest, deselectAllOnAnEmptySelectionNotifiesNobody) {
     EXPECT_EQ(rows.notifications, 2);
 }
 
-TEST_F(TableViewTest, aReloadKeepsTheSelectedRowsAndNotifiesNobody) {
+TEST_F(TableViewTest, aReloadKeepsTheSelectedRowsAndDoesNotNotify) {
     table.selectRowIndexes({0, 2, 7});
     rows.notifications = 0;
     table.reloadData();
@@ -204,7 +204,7 @@ TEST_F(TableViewTest, aReloadKeepsTheSelectedRowsAndNotifiesNobody) {
     EXPECT_EQ(rows.notifications, 0);
 }
 
-TEST_F(TableViewTest, aReloadWithFewerRowsKeepsTheSelectedRowsThatAreLeft) {
+TEST_F(TableViewTest, aReloadWithFewerRowsKeepsTheSelectedRowsThatStillExist) {
     table.selectRowIndexes({2, 7});
     rows.kinds = "Gdd";
     table.reloadData();
@@ -239,7 +239,7 @@ TEST_F(TableViewTest, newColumnsReplaceTheOldOnes) {
     EXPECT_EQ(table.columnWidth(1), 110);
 }
 
-TEST_F(TableViewTest, theLastColumnTakesUpTheGrowthOfTheTable) {
+TEST_F(TableViewTest, theLastColumnGrowsWithTheTable) {
     EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 170 - 110);
     table.resize(900, 400);
     EXPECT_EQ(table.columnWidth(0), 170);
@@ -247,7 +247,7 @@ TEST_F(TableViewTest, theLastColumnTakesUpTheGrowthOfTheTable) {
     EXPECT_EQ(table.columnWidth(2), table.viewport()->width() - 170 - 110);
 }
 
-TEST_F(TableViewTest, aNarrowTableScrollsSidewaysRatherThanGoBelowTheLastColumnsMinimum) {
+TEST_F(TableViewTest, aTableTooNarrowForTheLastColumnsMinimumScrollsHorizontally) {
     table.resize(300, 400);
     EXPECT_EQ(table.columnWidth(2), 80);
     EXPECT_GT(table.horizontalScrollBar()->maximum(), 0);
@@ -279,7 +279,7 @@ class ScrollBarWatch final : public QObject {
     TableView& _table;
 };
 
-TEST_F(TableViewTest, moreRowsThanFitAreNeverSeenWithoutTheirScrollBarOrWithAHorizontalOne) {
+TEST_F(TableViewTest, rowsAreNeverPaintedWithoutTheirScrollBarOrWithAHorizontalOne) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
     QCoreApplication::processEvents();
     ASSERT_FALSE(table.verticalScrollBar()->isVisible());
@@ -312,7 +312,7 @@ TEST_F(TableViewTest, aLargerFontMakesTallerRows) {
     EXPECT_GT(table.rowHeight(1), before);
 }
 
-TEST_F(TableViewTest, aColumnIsWidenedForLongTextsAndNeverBelowWhatWasAsked) {
+TEST_F(TableViewTest, aColumnIsWidenedForLongTextsAndNeverNarrowerThanItsInitialWidth) {
     EXPECT_EQ(table.columnWidth(0), 170);
     QFont huge = table.font();
     huge.setPixelSize(200);
@@ -325,7 +325,7 @@ TEST_F(TableViewTest, aColumnIsWidenedForLongTextsAndNeverBelowWhatWasAsked) {
     EXPECT_EQ(table.columnWidth(0), 170);
 }
 
-TEST_F(TableViewTest, aColumnThatTheUserHasSetIsLeftAlone) {
+TEST_F(TableViewTest, aColumnThatTheUserHasResizedKeepsItsWidth) {
     table.setColumnWidth(0, 90);
     QFont huge = table.font();
     huge.setPixelSize(200);
@@ -334,7 +334,7 @@ TEST_F(TableViewTest, aColumnThatTheUserHasSetIsLeftAlone) {
     EXPECT_EQ(table.columnWidth(0), 90);
 }
 
-TEST_F(TableViewTest, shiftAndArrowsExtendOverGroupRowsWithoutTakingThem) {
+TEST_F(TableViewTest, shiftAndArrowKeysExtendPastGroupRowsWithoutSelectingThem) {
     click(4);
     QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(table.selectedRowIndexes(), Rows({4, 6}));
@@ -344,7 +344,7 @@ TEST_F(TableViewTest, shiftAndArrowsExtendOverGroupRowsWithoutTakingThem) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({4, 6}));
 }
 
-TEST_F(TableViewTest, homeAndEndGoToTheFirstAndTheLastRowThatCanBeSelected) {
+TEST_F(TableViewTest, homeAndEndGoToTheFirstAndTheLastSelectableRow) {
     for (const auto& [modifiers, home, end] :
          {std::tuple(Qt::NoModifier, Rows({1}), Rows({7})),
           {Qt::ShiftModifier, Rows({1, 2}), Rows({2, 3, 4, 6, 7})}}) {
@@ -384,7 +384,7 @@ TEST_F(TableViewTest, pageKeysMoveByAboutAPageAndNeverSelectGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
 }
 
-TEST_F(TableViewTest, aDragSelectsTheDaysItPasses) {
+TEST_F(TableViewTest, aDragSelectsTheDaysThatItPasses) {
     const auto middle = [&](int row) {
         return table.visualRect(table.model()->index(row, 0)).center();
     };
@@ -412,7 +412,7 @@ TEST_F(TableViewTest, afterEscapeAKeyThatLeadsToTheSameRowSelectsItAgain) {
     }
 }
 
-TEST_F(TableViewTest, copyTakesTheSelectedRowsAsTheyAreShownUnderTheHeaders) {
+TEST_F(TableViewTest, copyPutsTheHeadersAndTheSelectedRowsOnTheClipboardAsShown) {
     table.setColumns(
         {columns[0], {QStringLiteral("empty"), QStringLiteral("Second"), 100, 50, {}}, columns[2]});
     table.selectRowIndexes({1, 7});
@@ -421,7 +421,7 @@ TEST_F(TableViewTest, copyTakesTheSelectedRowsAsTheyAreShownUnderTheHeaders) {
               QStringLiteral("First\tSecond\tThird\na1\t\tc1\na7\t\tc7\n"));
 }
 
-TEST_F(TableViewTest, copyTakesAllRowsWhereNoneIsSelected) {
+TEST_F(TableViewTest, copyTakesAllRowsIfNoneIsSelected) {
     rows.kinds = "Gd";
     table.reloadData();
     QTest::keySequence(&table, QKeySequence::Copy);
@@ -429,7 +429,7 @@ TEST_F(TableViewTest, copyTakesAllRowsWhereNoneIsSelected) {
               QStringLiteral("First\tSecond\tThird\na0\tb0\tc0\na1\tb1\tc1\n"));
 }
 
-TEST_F(TableViewTest, theFocusIsVisibleOnceItComesByKeyboard) {
+TEST_F(TableViewTest, theFocusIsVisibleIfItCameByKeyboard) {
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     table.setFocus(Qt::MouseFocusReason);
@@ -440,7 +440,7 @@ TEST_F(TableViewTest, theFocusIsVisibleOnceItComesByKeyboard) {
     EXPECT_NE(table.viewport()->grab().toImage(), without);
 }
 
-TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
+TEST_F(TableViewTest, groupRowsHaveABackgroundMixedFromThePalettesColours) {
     QPalette dark;
     dark.setColor(QPalette::Base, Qt::black);
     dark.setColor(QPalette::Text, Qt::white);
@@ -454,7 +454,7 @@ TEST_F(TableViewTest, groupRowsAreDrawnOnABandInThePalettesColours) {
     EXPECT_EQ(ground(0), QColor(20, 20, 20));  // 8 % of the way from black to white: 20.4
 }
 
-TEST_F(TableViewTest, aGroupRowThatCountsAsSelectedIsDrawnAsSelected) {
+TEST_F(TableViewTest, aSelectedGroupRowIsDrawnAsSelected) {
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     const auto ground = [&](int row) {
@@ -469,7 +469,7 @@ TEST_F(TableViewTest, aGroupRowThatCountsAsSelectedIsDrawnAsSelected) {
     EXPECT_NE(ground(2), selected);
 }
 
-TEST_F(TableViewTest, theFocusIsAnOutlineThatStandsOutAndNeverAFill) {
+TEST_F(TableViewTest, theFocusIsAContrastingOutlineAndNotFilled) {
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     for (const bool current : {false, true}) {
@@ -498,7 +498,7 @@ TEST_F(TableViewTest, theFocusIsAnOutlineThatStandsOutAndNeverAFill) {
     }
 }
 
-TEST_F(TableViewTest, aTextOfARightToLeftLanguageHasItsOwnDirection) {
+TEST_F(TableViewTest, aRightToLeftTextIsDrawnRightToLeft) {
     // Apart from the marks that set it apart as right-to-left, which are not drawn, the two are
     // one.
     const QString date = QStringLiteral("2 \u05d1\u05de\u05e8\u05e5 2025");
@@ -510,7 +510,7 @@ TEST_F(TableViewTest, aTextOfARightToLeftLanguageHasItsOwnDirection) {
     EXPECT_NE(cell(date), cell(u'\u2066' + date + u'\u2069'));
 }
 
-TEST_F(TableViewTest, aTextOfARightToLeftLanguageStaysOnItsColumnsSide) {
+TEST_F(TableViewTest, aRightToLeftTextIsAlignedLikeItsColumn) {
     const auto firstInk = [&](const QString& text, int column) {
         rows.textOfRow[1] = text;
         const QImage cell =
@@ -528,7 +528,7 @@ TEST_F(TableViewTest, aTextOfARightToLeftLanguageStaysOnItsColumnsSide) {
     EXPECT_GT(firstInk(QStringLiteral("\u05d1\u05de"), 1), 110 / 2);
 }
 
-TEST_F(TableViewTest, theTextOfAnEmptyTableIsShownInItsMiddleUntilThereAreRows) {
+TEST_F(TableViewTest, anEmptyTableShowsItsTextInTheMiddleUntilItHasRows) {
     const auto picture = [&] { return table.viewport()->grab().toImage(); };
     rows.kinds.clear();
     table.reloadData();
@@ -546,7 +546,7 @@ TEST_F(TableViewTest, theTextOfAnEmptyTableIsShownInItsMiddleUntilThereAreRows) 
     EXPECT_EQ(filled, picture());
 }
 
-TEST_F(TableViewTest, aColumnIsWideEnoughForTheWidestNumberWhereverItStands) {
+TEST_F(TableViewTest, aColumnIsWideEnoughForTheWidestNumberInAnyRow) {
     rows.kinds = std::string(2000, 'd');
     rows.textOfRow[1500] = QStringLiteral("1,111,111,111,111,111,111");
     table.reloadData();
@@ -554,7 +554,7 @@ TEST_F(TableViewTest, aColumnIsWideEnoughForTheWidestNumberWhereverItStands) {
     EXPECT_GE(table.columnWidth(1), table.fontMetrics().horizontalAdvance(widest));
 }
 
-TEST_F(TableViewTest, whatIsCutIsWholeInATooltip) {
+TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
     const auto tooltipOf = [](QWidget* view, QPoint place) {
         QToolTip::hideText();
         QHelpEvent event(QEvent::ToolTip, place, view->mapToGlobal(place));
@@ -595,7 +595,7 @@ class PinnedRowTest : public TableViewTest {
     }
 };
 
-TEST_F(PinnedRowTest, inItsOwnPlaceTheGroupRowIsNotPinned) {
+TEST_F(PinnedRowTest, aGroupRowThatIsVisibleInItsPlaceIsNotPinned) {
     EXPECT_TRUE(table.pinnedRect().isNull());
     scrollTo(11 * height());
     EXPECT_TRUE(table.pinnedRect().isNull());
@@ -610,7 +610,7 @@ TEST_F(PinnedRowTest, theGroupRowStaysAtTheTopWhileItsRowsScroll) {
     }
 }
 
-TEST_F(PinnedRowTest, theNextGroupRowPushesItAway) {
+TEST_F(PinnedRowTest, theNextGroupRowPushesThePinnedRowAway) {
     for (const int pushed : {1, height() / 2, height() - 1}) {
         scrollTo(10 * height() + pushed);
         EXPECT_EQ(table.pinnedRect(), QRect(0, -pushed, table.viewport()->width(), height()));
@@ -620,7 +620,7 @@ TEST_F(PinnedRowTest, theNextGroupRowPushesItAway) {
     EXPECT_EQ(table.indexAt({5, 5}).row(), 11);
 }
 
-TEST_F(PinnedRowTest, rowsBeforeTheFirstGroupRowHaveNone) {
+TEST_F(PinnedRowTest, noRowIsPinnedOverRowsBeforeTheFirstGroupRow) {
     rows.kinds = std::string(50, 'd') + "G" + std::string(50, 'd');
     table.reloadData();
     QCoreApplication::processEvents();
@@ -628,7 +628,7 @@ TEST_F(PinnedRowTest, rowsBeforeTheFirstGroupRowHaveNone) {
     EXPECT_TRUE(table.pinnedRect().isNull());
 }
 
-TEST_F(PinnedRowTest, aClickOnItLeavesTheSelection) {
+TEST_F(PinnedRowTest, aClickOnThePinnedRowDoesNotChangeTheSelection) {
     click(1);
     scrollTo(5 * height());
     for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
@@ -639,7 +639,7 @@ TEST_F(PinnedRowTest, aClickOnItLeavesTheSelection) {
     EXPECT_EQ(table.indexAt({30, height() + 5}).row(), 6);
 }
 
-TEST_F(PinnedRowTest, aKeyNeverLeadsToARowUnderIt) {
+TEST_F(PinnedRowTest, aKeyNeverLeadsToARowCoveredByThePinnedRow) {
     scrollTo(60 * height());
     QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, {30, 3 * height()});
     for (int press = 0; press < 40; ++press) {
@@ -649,7 +649,7 @@ TEST_F(PinnedRowTest, aKeyNeverLeadsToARowUnderIt) {
     }
 }
 
-TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderIt) {
+TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderThePinnedRow) {
     scrollTo(5 * height());
     const auto send = [&](QEvent::Type type, QPoint place) {
         QMouseEvent event(type, place, table.viewport()->mapToGlobal(place),
@@ -664,7 +664,7 @@ TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderIt) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({5, 6, 7, 8}));
 }
 
-TEST_F(PinnedRowTest, itIsDrawnAsSelectedWhereItCountsSo) {
+TEST_F(PinnedRowTest, aSelectedPinnedRowIsDrawnAsSelected) {
     table.selectRowIndexes({0});
     const QImage own = top();
     scrollTo(5 * height());

@@ -41,7 +41,7 @@ TEST(WindowController, aClosedWindowIsHiddenAndCanBeShownAgain) {
     EXPECT_EQ(controller.loads, 1);
 }
 
-TEST(WindowController, ctrlWClosesTheWindowUnlessItIsOnlyHeld) {
+TEST(WindowController, ctrlWClosesTheWindowButAHeldCtrlWDoesNot) {
     TestController controller;
     controller.showWindow();
     QWidget* const window = controller.window();
