@@ -27,8 +27,8 @@ RememberedFile ExportFile::remembered() const {
     return {bookmark, _path};
 }
 
-// The bookmark is made here and not with the load: until it is stored, the earlier one leads to the
-// earlier file, and the program may end before the load does.
+// The bookmark is stored at once, not by the load. Otherwise, if the program ended before the load,
+// the next start would open the previous file.
 void ExportFile::choose(const QString& path) {
     _path = path;
     _defaults.setString(SettingsKeys::xmlFilePath, path);

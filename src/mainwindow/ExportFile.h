@@ -11,7 +11,7 @@ namespace ambulet {
 
 class UserDefaults;
 
-/// What is remembered of a file, enough to find it. A plain value; any thread.
+/// What the settings store about a file in order to find it again. A plain value; any thread.
 struct RememberedFile {
     std::optional<QByteArray> bookmark;  ///< one that `FileBookmark` knows
     std::optional<QString> path;
@@ -19,34 +19,37 @@ struct RememberedFile {
     bool isNone() const { return !bookmark && !path; }
 };
 
-/// Where a remembered file was found.
+/// The result of looking for a remembered file.
 struct FoundFile {
     std::optional<FileURL> file;
     std::optional<QByteArray> freshBookmark;  ///< to be stored in place of a stale one
 };
 
-/// Where the file is: where the bookmark leads, else at the path, whether there is a file or not;
-/// none where there is neither. Asks the file system and so may take seconds, or hang.
+/// Looks for the file. The result is the file to which the bookmark resolves, else the path, even
+/// if no file is there; empty if there is neither. Accesses the file system, so it may take
+/// seconds, or hang.
 FoundFile findFile(const RememberedFile& remembered);
 
-/// The export file that the user has chosen, as the settings hold it. Its operations do not ask the
-/// file system for the remembered file. Main thread only.
+/// The export file that the user has chosen, as stored in the settings. Only `choose` accesses the
+/// file system, and only for the file just chosen. Main thread only.
 class ExportFile {
   public:
-    /// Reads the stored path. Registered defaults do not count. The settings must outlive this.
+    /// Reads the stored path; a registered default does not count. The settings must outlive this.
     explicit ExportFile(UserDefaults& defaults);
 
-    /// The path that was chosen last, wherever the file is now; none where no file was ever chosen.
+    /// The path that was chosen last, even if the file has moved since. Empty if no file was ever
+    /// chosen.
     const std::optional<QString>& path() const { return _path; }
 
-    /// What the settings hold.
+    /// The stored path and bookmark. A damaged bookmark is left out.
     RememberedFile remembered() const;
 
-    /// Stores the path of another file and a bookmark of it. Where no bookmark can be made the
-    /// earlier one stays stored.
+    /// Stores the path of a file and a bookmark of it. If no bookmark can be made, the previous one
+    /// stays stored.
     void choose(const QString& path);
 
-    /// Stores the fresh bookmark, if there is one, unless another was stored since `remembered`.
+    /// Stores the fresh bookmark, if there is one. Does nothing if the stored bookmark is no longer
+    /// that of `remembered`.
     void refresh(const RememberedFile& remembered, const FoundFile& found);
 
   private:

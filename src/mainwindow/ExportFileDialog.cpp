@@ -30,12 +30,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// QFileDialog reads a history when it is made and writes it when it is destroyed.
+// QFileDialog's constructor reads a history file, and its destructor writes it.
 void keepFromQtsHistory() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 }
 
-// It may lie on a mount that hangs, so a thread of its own asks.
+// Asks on another thread, because the folder may be on a mount that hangs.
 bool isFolderThatAnswers(const QString& path) {
     auto answer = std::make_shared<std::promise<bool>>();
     std::future<bool> future = answer->get_future();
@@ -56,16 +56,16 @@ void destroyInBackground(QFileSystemModel* model) {
     if (model == nullptr) {
         return;
     }
-    model->moveToThread(nullptr);  // it gets no more events
+    model->moveToThread(nullptr);  // no more events for it
     try {
         std::thread([model] {
             delete model;
 #ifdef Q_OS_LINUX
-            malloc_trim(0);  // malloc would keep the memory
+            malloc_trim(0);  // otherwise malloc keeps the memory
 #endif
         }).detach();
     } catch (const std::system_error&) {
-        // Deliberate: without a thread it stays.
+        // Deliberate: if no thread can be started, the model leaks.
     }
 }
 
@@ -109,10 +109,10 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
     setFileMode(ExistingFile);
     setLabelText(Accept, QStringLiteral("Open"));
     setWindowModality(Qt::ApplicationModal);
-    // Never destroyed, as a thread of the model's uses it.
+    // Never destroyed, because the model's thread uses it.
     static auto* const icons = new PlainIcons;
     setIconProvider(icons);
-    // Native dialogs match names by case.
+    // Both cases, because native dialogs are case-sensitive.
     setNameFilter(QStringLiteral("XML files (*.xml *.XML)"));
     arrangeWidgets();
     setDirectory(folder);
@@ -120,7 +120,7 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
     windowHandle()->setTransientParent(front);
 }
 
-// Qt's own dialog; the platform's has no such widgets.
+// Only Qt's own dialog has these widgets; the platform's does not.
 void ExportFileDialog::arrangeWidgets() {
     if (auto* const model = findChild<QFileSystemModel*>()) {
         model->setOption(QFileSystemModel::DontWatchForChanges);
@@ -149,12 +149,12 @@ std::optional<QString> ExportFileDialog::ask() {
         if (!path || isNamedAsXML(*path)) {
             return path;
         }
-        // The platform's own dialog has closed already, so it opens again.
+        // Not an XML file. Only the platform's dialog closes then; it is opened again.
     }
     return std::nullopt;
 }
 
-// The name filter only leaves other files out of the list; a name can be typed all the same.
+// The name filter only hides other files. The user can still type the name of one.
 void ExportFileDialog::accept() {
     auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     const std::optional<QString> path = chosen();

@@ -10,7 +10,7 @@ class QWindow;
 
 namespace ambulet {
 
-/// Icons and types told from the name alone. Qt's own provider opens files without a known suffix.
+/// Chooses icons and types by file names only. Qt's own provider opens files with unknown suffixes.
 class PlainIcons : public QAbstractFileIconProvider {
   public:
     PlainIcons();
@@ -24,23 +24,24 @@ class PlainIcons : public QAbstractFileIconProvider {
     QIcon _file;
 };
 
-/// Asks for one XML file; nothing else can be chosen. Made for one showing. Main thread only.
+/// Asks the user for one XML file. Nothing else can be chosen. Use it once. Main thread only.
 ///
-/// It opens no file, changes none, and writes none: Qt's own history file is neither read nor
-/// written. It has no Q_OBJECT: Qt shows the platform's dialog for QFileDialog's own class only.
+/// It neither opens nor changes any file. Qt's own history file is neither read nor written. The
+/// class has no Q_OBJECT, because Qt shows the platform's dialog only if the meta-object is
+/// QFileDialog's.
 class ExportFileDialog : public QFileDialog {
   public:
-    /// `folder`: where it opens. `front`: the window that it stays in front of.
+    /// `folder`: the folder it shows first. `front`: the window that it stays in front of.
     ExportFileDialog(const QString& folder, QWindow* front);
 
-    /// Returns once the user has chosen, with the file's path, or has cancelled, with none.
+    /// Shows the dialog. Returns the path that the user has chosen; empty if the user cancels.
     std::optional<QString> ask();
 
-    /// Separates the model, which is of Qt's own dialog, for `destroyInBackground`; null without
-    /// one.
+    /// Detaches the file system model from the dialog, so that destroying the dialog does not
+    /// destroy it. Null if the platform's dialog is used, which has none.
     QFileSystemModel* takeModel();
 
-    /// A file that is not named as XML leaves the dialog open.
+    /// Keeps the dialog open if the name of the chosen file does not end in ".xml".
     void accept() override;
 
   private:
@@ -48,12 +49,15 @@ class ExportFileDialog : public QFileDialog {
     std::optional<QString> chosen() const;
 };
 
-/// The folder to open the dialog in: that of the file at `path`; where it is gone or does not
-/// answer within 300 milliseconds, the Downloads folder, else the home folder.
+/// The folder that the dialog shows first: the first of these that is a folder and answers within
+/// 300 milliseconds.
+/// 1. the folder of the file at `path`
+/// 2. the Downloads folder
+/// 3. the home folder, which is not checked
 QString startFolder(const std::optional<QString>& path);
 
-/// Shows the dialog, which opens in `startFolder(path)`. Returns what `ask` does. The dialog's
-/// memory goes back to the system soon afterwards.
+/// Shows a dialog that opens in `startFolder(path)`, and returns the chosen path; empty if the user
+/// cancels. The dialog's memory is freed in the background.
 std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front);
 
 }  // namespace ambulet

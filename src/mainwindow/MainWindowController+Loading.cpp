@@ -15,7 +15,7 @@ namespace ambulet {
 
 namespace {
 
-// In the time zone in which the days were summed.
+// Called right after the days were summed, so the time zone is the same.
 DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
     std::vector<std::chrono::sys_seconds> instants;
     instants.reserve(days.size());
@@ -73,7 +73,7 @@ void MainWindowController::didLoad(const RememberedFile& remembered, std::option
     showStatus(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
     rebuildDisplayRows();
     updateStatsForSteps(_allSteps);
-    // At once, or the window may be painted with its views still in their old places first.
+    // Otherwise the window may first be painted with its views in their old places.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
@@ -103,7 +103,7 @@ void MainWindowController::showStatus(const QString& text) {
 
 void MainWindowController::startProgress() {
     if (_progressIndicator) {
-        _progressIndicator->setRange(0, 0);  // busy, of no known length
+        _progressIndicator->setRange(0, 0);  // busy, without a percentage
         _progressIndicator->show();
     }
 }

@@ -1,4 +1,4 @@
-// The six labels.
+// The texts of the six statistics labels.
 
 #include "mainwindow/MainWindowController.h"
 #include "model/StepTotals.h"
@@ -25,8 +25,8 @@ void setBold(QLabel* label, bool bold) {
     }
 }
 
-// A date or number of a right-to-left language, set apart so that it does not change the order of
-// what stands around it in a left-to-right line; any other text as it is.
+// Isolates a date or number of a right-to-left language, so that it does not change the order of
+// the left-to-right text around it. Any other text is returned as it is.
 QString isolated(const QString& text) {
     constexpr QChar firstStrongIsolate = u'\u2068';
     constexpr QChar popDirectionalIsolate = u'\u2069';
@@ -92,7 +92,7 @@ void MainWindowController::updateStatsForSteps(std::span<const DailySteps> steps
                                .arg(count(totals.averageSteps()), miles(totals.averageMiles())));
 }
 
-// `prefix`: what stands before the stride, empty where there is none.
+// `prefix`: the text before the stride; empty if no stride is shown.
 void MainWindowController::setMiles(const QString& prefix, const QString& rest) {
     _milesPrefix = prefix;
     setText(_milesLabel, prefix + rest);

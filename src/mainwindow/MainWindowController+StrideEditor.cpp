@@ -15,7 +15,7 @@ namespace ambulet {
 namespace {
 
 constexpr int editorWidth = 60;
-constexpr int editorRise = 3;  // above the label
+constexpr int editorRise = 3;  // how far its top is above the label's
 
 }  // namespace
 
@@ -58,12 +58,13 @@ void MainWindowController::strideDidClick() {
     _strideEditor->selectAll();
 }
 
-// Over the stride, while it is open. The label does not draw what would stick out from under it.
+// Moves the open editor over the stride. The label stops drawing the text from there on, because
+// the editor does not cover all of it.
 void MainWindowController::placeStrideEditor() {
     if (!_strideEditor || _strideEditor->isHidden()) {
         return;
     }
-    // Without a label, as over an empty one in the panel's lower left corner.
+    // Without a label: the panel's lower left corner.
     QRect frame(0, _strideEditor->parentWidget()->height(), 0, 0);
     if (_milesLabel) {
         const double prefix = QFontMetricsF(_milesLabel->font()).horizontalAdvance(_milesPrefix);
@@ -93,7 +94,7 @@ void MainWindowController::cancelStrideEdit() {
     closeStrideEditor();
 }
 
-// Hidden, the field ends no editing, so nothing is stored by the focus that it loses here.
+// Hiding the field takes the focus from it without ending an edit, so nothing is stored.
 void MainWindowController::closeStrideEditor() {
     if (!_strideEditor) {
         return;
@@ -104,9 +105,9 @@ void MainWindowController::closeStrideEditor() {
         _milesLabel->setDrawnLength(std::nullopt);
     }
     if (!hadFocus) {
-        return;  // it is where the user has put it
+        return;  // the user has moved the focus
     }
-    // A key has closed it.
+    // Return or Escape has closed the editor.
     if (_strideEditorOpenedByKeyboard && _milesLabel) {
         _milesLabel->setFocus(Qt::ShortcutFocusReason);
     } else if (_tableView) {

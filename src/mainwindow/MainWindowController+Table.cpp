@@ -1,4 +1,4 @@
-// From days to the table's rows, and from rows to the texts of its cells.
+// The rows of the table, and the texts of its cells.
 
 #include "mainwindow/MainWindowController.h"
 #include "model/StepTotals.h"
@@ -92,8 +92,8 @@ QString MainWindowController::objectValueForTableColumn(const QString& identifie
     return text ? QString::fromStdString(*text) : QString();
 }
 
-// The widest number has the most digits, and among numbers of as many all are equally wide, so it
-// is the greatest or the least one.
+// With digits of equal width, the widest number is the one with the most digits: the greatest or
+// the least.
 std::vector<int> MainWindowController::rowsWithWidestTexts(const QString& identifier) const {
     std::vector<int> rows;
     const auto addExtremes = [&](auto number, bool ofMonths) {
@@ -113,7 +113,7 @@ std::vector<int> MainWindowController::rowsWithWidestTexts(const QString& identi
         return std::get<MonthSummary>(_displayRows[static_cast<std::size_t>(row)]);
     };
     if (identifier == QLatin1String("date")) {
-        // The months' titles, and a day of each month.
+        // All titles, and one day of each month.
         for (int row = 0; row < numberOfRowsInTableView(); ++row) {
             if (isGroupRow(row)) {
                 rows.insert(rows.end(), {row, row + 1});

@@ -1,4 +1,4 @@
-// Bringing the window up, and the click that clears the selection.
+// Creating the window, and the click that clears the selection.
 
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
@@ -23,8 +23,8 @@ bool isControl(const QWidget* view) {
            qobject_cast<const QLineEdit*>(view) != nullptr;
 }
 
-// Keys that do something once, and nothing more while they are held: what they did may have given
-// the focus to a view for which they mean something else.
+// True for repeated events of a held key that triggers an action. The action may have moved the
+// focus to a view that would act on the same key again.
 bool isHeldActionKey(const QKeyEvent& key) {
     return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
                                   key.key() == Qt::Key_Escape || key.key() == Qt::Key_Space);
@@ -75,9 +75,9 @@ void MainWindowController::windowDidLoad() {
     loadData();
 }
 
-// Every event of the application passes here before any view sees it. Presses and keys are watched
-// at the QWindow and not at the views: a press that a view does not want comes again for the view
-// around it, and one while a menu is open comes for the window, too.
+// Sees every event of the application before any view does. Mouse and key presses are observed at
+// the QWindow, which gets each of them once. A press that a view ignores is sent to its parent,
+// too, and a press while a menu is open is sent to the QMainWindow, too.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == nullptr) {
         return false;
@@ -99,13 +99,13 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         commitStrideEdit();
     } else if ((type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
                 type == QEvent::StyleChange) &&
-               watched == _milesLabel) {  // asked last: it may be in destruction
+               watched == _milesLabel) {  // compared last: the label may be in destruction
         placeStrideEditor();
     }
     return WindowController::eventFilter(watched, event);
 }
 
-// `position`: in the window's content.
+// `position`: in the window's coordinates.
 void MainWindowController::mouseDown(QPoint position) {
     const auto* const content = qobject_cast<QMainWindow*>(window())->centralWidget();
     const QPoint point = content->mapFrom(window(), position);

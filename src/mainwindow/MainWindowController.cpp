@@ -1,4 +1,4 @@
-// State and formatters. Each other concern has a source of its own.
+// State and formatters. The other concerns have sources of their own.
 
 #include "mainwindow/MainWindowController.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr double defaultStrideFeet = 2.5;
 
-// Before anything can read the stride.
+// Called first, so that nothing can read the stride before its default is registered.
 UserDefaults& withDefaultsRegistered(UserDefaults& defaults) {
     defaults.registerDefaults({{SettingsKeys::strideFootLength, defaultStrideFeet}});
     return defaults;
@@ -26,7 +26,7 @@ MainWindowController::MainWindowController(UserDefaults& defaults, const Bundle&
 
 MainWindowController::~MainWindowController() {
     if (_tableView) {
-        _tableView->setDataSource(nullptr);  // the window outlives this part of the controller
+        _tableView->setDataSource(nullptr);  // the base class destroys the window after this
     }
 }
 

@@ -30,12 +30,13 @@ namespace ambulet {
 class Bundle;
 class UserDefaults;
 
-/// The one main window and everything that it shows: the loaded days, their rows, the remembered
-/// file, the formatters through which every date and number reaches the screen.
+/// The controller of the main window. It holds everything that the window shows: the loaded days,
+/// their rows, the remembered file, and the formatters for all dates and numbers.
 ///
 /// The window is made from the interface description resources/MainWindowController.ui and owns its
-/// views; the controller refers to them weakly, and does without those that are not there. Main
-/// thread only: a file is read on a thread of its own, which knows nothing of the controller.
+/// views. The controller refers to them weakly, and works without those that do not exist.
+///
+/// Main thread only. Files are read on other threads, which do not use the controller.
 class MainWindowController final : public WindowController, public TableViewDataSource {
     Q_OBJECT
 
@@ -47,17 +48,16 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the file: MainWindowController+Loading.cpp
 
-    /// The file to load: the one that the bookmark leads to, else the one at the path; with it a
-    /// fresh bookmark where the old one is stale. Asks the file system, which may hang, so it runs
-    /// on the load's thread.
+    /// The file to load: the one to which the bookmark resolves, else the one at the path. If the
+    /// bookmark is stale, the result has a new one. Accesses the file system, which may hang, so it
+    /// is called on the load's thread.
     static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts finding and reading the remembered file on a thread of its own and returns at once.
-    /// Each call is a load of its own, which runs to its end; the one that ends last decides what
-    /// is shown.
+    /// Starts a thread that finds and reads the remembered file, and returns at once. Loads may
+    /// overlap; none is cancelled, and the result of the one that ends last stays on the screen.
     void loadData();
 
-    /// Asks for an export file; remembers, shows and loads the one that is chosen.
+    /// Asks the user for an export file, remembers its path, shows the path, and loads the file.
     void chooseFileAction();
 
     /// The path of the remembered file.
@@ -71,16 +71,16 @@ class MainWindowController final : public WindowController, public TableViewData
     /// The table's rows: a month's summary above each month's days, newest first.
     const std::vector<DisplayRow>& displayRows() const { return _displayRows; }
 
-    /// Makes the rows from the loaded days at the stride of now, and reloads the table. Neither the
-    /// selection nor the statistics are touched.
+    /// Makes the rows from the loaded days with the current stride, and reloads the table. Does not
+    /// change the selection or the statistics.
     void rebuildDisplayRows();
 
-    /// `days` grouped by runs of one month. The order is the given one: an unordered list gives a
-    /// month as many rows as it has runs.
+    /// Groups `days` by month: a month row before each run of days of the same month. The order is
+    /// kept, so a month has several rows if the days are not sorted.
     std::vector<DisplayRow> buildDisplayRows(std::span<const DailySteps> days) const;
 
-    /// The row of one month. `days`: the month's days, in list order; the title is the first one's
-    /// date through `formatter`. `stride`: feet per step.
+    /// The row of one month. `days`: the days of the month. `stride`: feet per step. The title is
+    /// the date of the first day, formatted by `formatter`.
     static MonthSummary makeSummary(std::span<const DailySteps> days, double stride,
                                     const DateFormatter& formatter);
 
@@ -94,25 +94,25 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- statistics: MainWindowController+Statistics.cpp
 
-    /// Shows the statistics of the selected days, or of all where nothing is selected.
+    /// Shows the statistics of the selected days, or of all days if nothing is selected.
     void recomputeStats();
 
-    /// Shows the statistics of `steps`, newest first.
+    /// Shows the statistics of the days `steps`, which are sorted, newest first.
     void updateStatsForSteps(std::span<const DailySteps> steps);
 
-    /// The instant at which the local calendar day of `date` begins; none where that day has no
+    /// The instant at which the local calendar day of `date` begins. Empty if that day has no
     /// midnight.
     static std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::sys_seconds date);
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
 
-    /// Opens the editor over the stride in the miles label, filled with the stored stride; fills it
-    /// anew where it is open. While it is open it follows the label, and its text is left alone.
-    /// Closing the window or quitting commits it.
+    /// Opens the editor over the stride in the miles label, if it is closed, and fills it with the
+    /// stored stride. While it is open, it moves with the label. Closing the window and quitting
+    /// commit it.
     void strideDidClick();
 
-    /// Stores the editor's number where it is greater than 0, closes the editor, and shows rows and
-    /// statistics at the stride of then. Does nothing where the editor is closed.
+    /// Stores the editor's number if it is greater than 0, closes the editor, and updates rows and
+    /// statistics. Does nothing if the editor is closed.
     void commitStrideEdit();
 
     /// Closes the editor and stores nothing.
@@ -120,22 +120,22 @@ class MainWindowController final : public WindowController, public TableViewData
 
     enum class EditorCommand { InsertNewline, CancelOperation };
 
-    /// Return and Escape in the editor.
+    /// Handles Return and Escape in the editor.
     void doCommandBySelector(EditorCommand command);
 
-    /// The focus has left the editor for another control.
+    /// Called when the focus has moved from the editor to another control.
     void controlTextDidEndEditing();
 
-    /// The editor of the stride; null before the window is loaded. It is visible while an edit is
-    /// under way, and hidden else: nothing else holds that state.
+    /// The editor of the stride; null before the window is loaded. An edit is under way if it is
+    /// visible.
     InPlaceField* strideEditor() const { return _strideEditor; }
 
     // ---- the window: MainWindowController+Window.cpp
 
-    /// Gives the table its four columns in place of whatever it had.
+    /// Replaces the table's columns by the four columns of the day table.
     void setupTableColumns();
 
-    // ---- the views, each null once it is gone
+    // ---- the views, each null once it is destroyed
 
     TableView* tableView() const { return _tableView; }
     void setTableView(TableView* view) { _tableView = view; }
@@ -198,7 +198,7 @@ class MainWindowController final : public WindowController, public TableViewData
     NumberFormatter _stepsFormatter;
     NumberFormatter _milesFormatter;
     QPointer<InPlaceField> _strideEditor;
-    QString _milesPrefix;  // the miles label's text up to the stride; empty where it shows none
+    QString _milesPrefix;  // the text before the stride in the miles label; empty without a stride
     bool _strideEditorOpenedByKeyboard = false;
 
     QPointer<TableView> _tableView;

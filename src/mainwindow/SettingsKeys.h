@@ -8,7 +8,7 @@ namespace ambulet {
 /// description holds it, as the window's `frameAutosaveName`.
 namespace SettingsKeys {
 
-/// Text: the chosen file's path. Its presence says that a file was once chosen.
+/// Text: the path of the chosen file. It is present if the user has ever chosen a file.
 inline const QString xmlFilePath = QStringLiteral("xmlFilePath");
 
 /// Data: a FileBookmark of the chosen file.
