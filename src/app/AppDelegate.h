@@ -12,9 +12,9 @@ class Bundle;
 class MainMenu;
 class UserDefaults;
 
-/// Starts the application up: main menu, main window, first-start rule. Shows the About and the
-/// Getting Started window when their menu items are chosen. Owns the main window's controller for
-/// the whole run. Main thread only.
+/// Starts the application: main menu, main window, and at the first start the Getting Started
+/// window. Shows the About and the Getting Started window when their menu items are chosen. Owns
+/// the main window's controller. Main thread only.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
@@ -23,8 +23,8 @@ class AppDelegate final : public QObject {
     AppDelegate(UserDefaults& defaults, const Bundle& bundle);
     ~AppDelegate() override;
 
-    /// Builds the main menu, shows the main window and, where no file was ever chosen, the Getting
-    /// Started window in front of it. To be called once, in the event loop.
+    /// Builds the main menu and shows the main window. If no file was ever chosen, shows the
+    /// Getting Started window in front of it. Call it once, from the event loop.
     void applicationDidFinishLaunching();
 
     /// Shows the About window.

@@ -2,9 +2,8 @@
 
 namespace ambulet {
 
-/// Makes the bundle's display name the name by which assistive programs know the application. Qt
-/// itself would take the process name, which window managers and the settings go by. To be called
-/// before the application object is created.
+/// Tells assistive programs the bundle's display name as the application's name. Qt itself would
+/// tell them the process name. Call it before the application object is created.
 void nameAccessibleApplication();
 
 }  // namespace ambulet

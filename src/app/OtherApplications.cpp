@@ -42,7 +42,7 @@ class X11 {
 
     explicit X11(xcb_connection_t* connection) : _connection(connection) {}
 
-    // Replies are waited for. They come from the X server, so no other application can delay them.
+    // Waits for the reply, which comes from the X server: no other application can delay it.
     xcb_atom_t atom(std::string_view name) const {
         const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             _connection,
@@ -61,7 +61,7 @@ class X11 {
         if (!reply || reply->format != 32) {
             return {};
         }
-        // Made of two pointers, g++ 14 would take the vector's memory for part of the reply.
+        // Constructed from two pointers, the vector would cause a false warning in g++ 14.
         std::vector<std::uint32_t> values(reply->value_len);
         std::copy_n(static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
                     values.size(), values.begin());

@@ -14,7 +14,7 @@ namespace ambulet {
 namespace ProgramWindows {
 namespace {
 
-// Marks a window as hidden by hideAll() until it is on the screen again, however that comes about.
+// Marks a window as hidden by hideAll() until it is shown again, by whatever means.
 //
 // Some window managers refuse to minimise a window without a minimise button. Such a window gets
 // the button for as long as it is hidden.

@@ -39,7 +39,7 @@ void handle(int signal) {
 
 void quitOnTerminationSignals() {
     if (pipe(pipeEnds.data()) != 0) {
-        return;  // the signals keep their effect: they end the process at once
+        return;  // the signals keep their default action: they end the process at once
     }
     for (const int end : pipeEnds) {
         fcntl(end, F_SETFD, FD_CLOEXEC);

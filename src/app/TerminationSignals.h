@@ -2,10 +2,10 @@
 
 namespace ambulet {
 
-/// From now on SIGTERM, SIGHUP and SIGINT quit the application as the Quit command does, so that
-/// nothing that is still to be stored is lost. The same signal once more ends the process at once.
-/// Signals that the process was started to ignore stay ignored. To be called once, on the main
-/// thread, after the application object was created.
+/// Makes SIGTERM, SIGHUP and SIGINT quit the application like the Quit command, so that unsaved
+/// settings are stored. The same signal a second time ends the process at once. Signals that were
+/// ignored when the process was started stay ignored. Call it once, on the main thread, after the
+/// application object was created.
 void quitOnTerminationSignals();
 
 }  // namespace ambulet

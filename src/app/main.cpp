@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
         quitOnTerminationSignals();
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
         QTimer::singleShot(0, &delegate, [&delegate] {
-#ifndef Q_OS_MACOS  // where it would replace the bundle's in the Dock
+#ifndef Q_OS_MACOS  // it would replace the bundle's icon in the Dock
             QApplication::setWindowIcon(applicationIcon(Bundle::main()));
 #endif
             delegate.applicationDidFinishLaunching();
