@@ -10,7 +10,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr int focusMargin = 3;  // between the text and the focus frame beside it
+constexpr int focusMargin = 3;  // between the text and the focus outline
 
 }  // namespace
 

@@ -48,7 +48,8 @@ TEST_F(AboutWindowControllerTest, theTextsComeFromTheBundleAndTheMaker) {
     EXPECT_EQ(text("copyright"), u"Copyright © 2026 the Ambulet developers"_s);
 }
 
-TEST_F(AboutWindowControllerTest, withoutBundleInformationTheNameIsTheProcessAndTheVersionIsEmpty) {
+TEST_F(AboutWindowControllerTest,
+       withoutBundleInformationTheNameIsTheProcessNameAndTheVersionIsEmpty) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     AboutWindowController other(nameless);
     EXPECT_EQ(other.window()->windowTitle(), u"About test_about"_s);
@@ -142,7 +143,7 @@ TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedZoomedOrMinimised) {
     EXPECT_TRUE(controller.window()->windowFlags() & Qt::WindowCloseButtonHint);
 }
 
-TEST_F(AboutWindowControllerTest, showingTwiceShowsTheSameWindowAndViewsCentredEachTime) {
+TEST_F(AboutWindowControllerTest, showingTwiceShowsTheSameWindowCentredEachTime) {
     show();
     expectCentered();
     const QWidget* const window = controller.window();
