@@ -23,7 +23,7 @@ constexpr QSize minimumFrameSize(400, 400);
 std::unique_ptr<QPushButton> makeButton(const QString& title) {
     auto button = std::make_unique<QPushButton>(title);
     button->setFont(systemFont(13));
-    button->setAutoDefault(true);  // Return presses it too
+    button->setAutoDefault(true);  // Return presses it, too
     return button;
 }
 

@@ -255,7 +255,7 @@ TEST_F(HelpWindowControllerTest, assistiveProgramsAreToldWhatEachPictureShows) {
     }
 }
 
-TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontAsTheWindowDoes) {
+TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontLikeTheWindow) {
     const QFont before = QApplication::font();
     QFont large = before;
     large.setPixelSize(26);
