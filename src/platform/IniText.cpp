@@ -67,8 +67,13 @@ char16_t takeCode(QStringView& text, unsigned base) {
     return static_cast<char16_t>(code);
 }
 
+// White space outside ASCII is part of a value.
+bool isBlank(QChar character) {
+    return character.unicode() < 0x80 && character.isSpace();
+}
+
 QString unescaped(const QByteArray& written) {
-    const QString line = QString::fromUtf8(written).trimmed();
+    const QString line = QString::fromUtf8(written.trimmed());
     QString result;
     qsizetype kept = 0;  // blanks at the end go, unless they were quoted
     bool quoted = false;
@@ -80,7 +85,7 @@ QString unescaped(const QByteArray& written) {
             kept = result.size();
         } else if (character != u'\\' || rest.isEmpty()) {
             result += character;
-            kept = quoted || !character.isSpace() ? result.size() : kept;
+            kept = quoted || !isBlank(character) ? result.size() : kept;
         } else {
             const char16_t letter = rest.front().unicode();
             if (letter >= u'0' && letter <= u'7') {

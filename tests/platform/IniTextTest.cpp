@@ -33,6 +33,7 @@ QList<QVariant> values() {
             u"@@ByteArray(no data)"_s,
             u"@Invalid()"_s,
             u"%20"_s,
+            u"\u00a0blanks outside ASCII\u2003"_s,
             everyCharacter,
             QByteArray(),
             everyByte,
