@@ -1,0 +1,96 @@
+// fuzz_bookmarks: data from the settings leads to the file, to what is at its path, or nowhere. The
+// input is a record without its beginning: the length of a name, the name, the rest. The path is
+// that of the name in a folder of this program's own, so that no other is searched.
+
+#include "Rule.h"
+#include "platform/FileBookmark.h"
+#include "support/Environment.h"
+#include "support/TemporaryFolder.h"
+
+#include <QDataStream>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+using namespace ambulet;
+namespace fs = std::filesystem;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+
+namespace {
+
+class Files {
+  public:
+    Files() {
+        fs::create_directories(inner() / "a" / "b");
+        for (const char* name : {"old.xml", "inner/export.xml", "inner/a/b/moved.xml"}) {
+            _folder.write(name, "<HealthData/>");
+        }
+        _folder.write("inner/longer.xml", "<HealthData></HealthData>");
+    }
+
+    /// The folder around it is this program's own, too, as it is searched.
+    fs::path inner() const { return _folder.path() / "inner"; }
+
+    bool contains(const fs::path& path) const {
+        return path.lexically_normal().string().starts_with(_folder.path().string() + '/');
+    }
+
+  private:
+    TemporaryFolder _folder;
+    ScopedVariable _home{"HOME", _folder.path().string()};
+};
+
+void checkUnpacked(const QByteArray& data) {
+    // Its path may be anywhere, so it is not resolved.
+    require(FileBookmark::isBookmark(data) == FileBookmark::isBookmark(data), "reading is pure");
+    if (!FileBookmark::isBookmark(data)) {
+        require(!FileBookmark::resolve(data), "what is no bookmark leads nowhere");
+    } else {
+        require(!FileBookmark::isBookmark(data.chopped(1)), "a cut bookmark is none");
+        require(!FileBookmark::isBookmark(data + '\0'), "a longer bookmark is none");
+    }
+}
+
+QByteArray record(const fs::path& path, quint8 version, QByteArrayView rest) {
+    QByteArray data;
+    QDataStream stream(&data, QIODevice::WriteOnly);
+    stream << quint32{0x416d6246} << version << QByteArray::fromStdString(path.string());
+    return data + rest.toByteArray();
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const Files files;
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    checkUnpacked(bytes);
+    if (bytes.size() < 2) {
+        return 0;
+    }
+    const auto length = std::min<qsizetype>(static_cast<quint8>(bytes[0]), bytes.size() - 2);
+    const fs::path path = files.inner() / bytes.sliced(1, length).toStdString();
+    const auto version = static_cast<quint8>(bytes[length + 1] % 4);
+    if (!files.contains(path) || !files.contains(path.parent_path())) {
+        return 0;
+    }
+    const QByteArray bookmark = record(path, version, bytes.sliced(length + 2));
+    checkUnpacked(bookmark);
+    const auto resolved = FileBookmark::resolve(bookmark);
+    if (!resolved) {
+        std::error_code error;
+        require(!FileBookmark::isBookmark(bookmark) || !fs::is_regular_file(path, error),
+                "a file at the path is found");
+        return 0;
+    }
+    const fs::path found = resolved->file.path;
+    require(files.contains(found) && fs::is_regular_file(found), "what is found is a file there");
+    require(resolved->stale || found == path, "what is not stale is at its path");
+    const auto fresh = FileBookmark::make(resolved->file);
+    require(fresh.has_value(), "a bookmark can be made of what is found");
+    const auto again = FileBookmark::resolve(*fresh);
+    require(again && !again->stale && again->file.path == found, "a fresh bookmark leads there");
+    return 0;
+}
