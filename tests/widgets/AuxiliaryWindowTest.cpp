@@ -143,7 +143,7 @@ TEST(AuxiliaryWindow, aMenuBarIsAboveTheContentWhichKeepsItsSize) {
     }
 }
 
-// Sets the application's font for as long as it lives.
+// Sets the size of the application's font, and restores it when destroyed.
 class ScopedFontSize {
   public:
     explicit ScopedFontSize(int pixels) {
@@ -171,7 +171,7 @@ TEST(AuxiliaryWindow, usualFontSizesDoNotChangeTheSize) {
 }
 
 TEST(AuxiliaryWindow, aLargeFontEnlargesTheContentAndTheMinimumSize) {
-    const ScopedFontSize font(26);  // twice the 13 pixels that everything is designed for
+    const ScopedFontSize font(26);  // twice the 13 pixels that the layout is designed for
     AuxiliaryWindow fixed(QSize(180, 130), Sizing::Fixed);
     fixed.show();
     EXPECT_EQ(fixed.size(), QSize(360, 260));

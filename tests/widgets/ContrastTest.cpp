@@ -11,7 +11,7 @@ TEST(Contrast, theRatioIsComputedByTheGuidelines) {
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::black, Qt::white), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::white, Qt::black), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::red, Qt::red), 1);
-    // The linear value of 119/255 is 0.184475; 1.05 / 0.234475 = 4.478.
+    // The luminance of the grey 119/255 is 0.184475; 1.05 / 0.234475 = 4.478.
     EXPECT_NEAR(contrastRatio(QColor(119, 119, 119), Qt::white), 4.478, 0.001);
 }
 

@@ -7,7 +7,7 @@ namespace ambulet {
 
 namespace {
 
-// The pixels of a view of 200 x 100 points, on a screen with `ratio` pixels a point.
+// Paints a view of 200 x 100 points, on a screen with `ratio` pixels per point.
 QImage shown(const QImage& image, double ratio = 1) {
     ImageView view;
     view.resize(200, 100);
@@ -49,7 +49,7 @@ TEST(ImageView, aSmallImageIsScaledUpProportionally) {
 
 TEST(ImageView, anImageOfTheViewsSizeIsShownUnscaled) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
-        // Any scaling would turn lines one pixel wide grey.
+        // Scaling would make lines grey that are one pixel wide.
         QImage lines =
             filled(static_cast<int>(200 * ratio), static_cast<int>(100 * ratio), Qt::white);
         for (int x = 0; x < lines.width(); x += 2) {

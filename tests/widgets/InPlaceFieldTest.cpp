@@ -22,7 +22,7 @@ class InPlaceFieldTest : public testing::Test {
         QCoreApplication::processEvents();
     }
 
-    // How often each signal came: newline, cancel, end.
+    // How many times each signal was sent: newline, cancel, end.
     std::array<qsizetype, 3> counts() const {
         return {newlines.size(), cancels.size(), ends.size()};
     }

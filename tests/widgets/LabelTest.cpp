@@ -17,7 +17,7 @@ QPalette paletteOf(const QColor& text, const QColor& ground, const QColor& link)
     return palette;
 }
 
-// WCAG 2's contrast of greys, for which the three parts of the luminance are one.
+// The contrast of two greys by WCAG 2. For a grey, all three parts of the luminance are equal.
 double contrastOfGreys(const QColor& one, const QColor& other) {
     const auto luminance = [](const QColor& grey) {
         EXPECT_EQ(grey.red(), grey.green());

@@ -28,7 +28,7 @@ TEST(PathField, theTooltipHasTheWholePath) {
     EXPECT_EQ(field.toolTip(), path);
 }
 
-// A tooltip is shown as HTML where it looks like it.
+// Qt renders a tooltip that looks like HTML.
 TEST(PathField, theTooltipShowsAPathThatLooksLikeHTMLUnchanged) {
     PathField field;
     const QString path = QStringLiteral("/home/a <b>bold</b>  &lt; name/<br>/export.xml");
@@ -40,8 +40,8 @@ TEST(PathField, theTooltipShowsAPathThatLooksLikeHTMLUnchanged) {
     EXPECT_EQ(shown.toPlainText(), path);
 }
 
-// Two paths that differ only in their last letters look different in a field far too short for
-// them, as they would not if the end were cut off; likewise for the first letters.
+// The field is far too short for the paths. If two paths look different although they differ only
+// in their last letters, then the end is shown. The same holds for the first letters.
 TEST(PathField, aLongPathIsShownWithoutItsMiddle) {
     PathField field;
     field.resize(200, 30);

@@ -30,7 +30,7 @@ TEST(ReadableSelection, followsTheApplicationsPalette) {
         if (contrastRatio(ground, ink) >= 4.5) {
             EXPECT_EQ(shown, ground);
         } else {
-            EXPECT_LT(contrastRatio(shown, ink), 4.8);  // no further than needed
+            EXPECT_LT(contrastRatio(shown, ink), 4.8);  // changed as little as necessary
         }
     }
     QApplication::setPalette(before);

@@ -92,7 +92,7 @@ TEST_F(TableViewTest, onlyTheLeftButtonChangesTheSelection) {
         }
     }
     EXPECT_EQ(rows.notifications, 2);
-    click(4, Qt::ShiftModifier);  // the range still begins where the left button began it
+    click(4, Qt::ShiftModifier);  // the range still starts at the row clicked with the left button
     EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4}));
 }
 
@@ -253,7 +253,8 @@ TEST_F(TableViewTest, aTableTooNarrowForTheLastColumnsMinimumScrollsHorizontally
     EXPECT_GT(table.horizontalScrollBar()->maximum(), 0);
 }
 
-// What is painted of a table while one of its scroll bars is not as it should be.
+// Counts the paints of a table while its vertical scroll bar is missing, and the times when the
+// horizontal one appears.
 class ScrollBarWatch final : public QObject {
   public:
     explicit ScrollBarWatch(TableView& table) : _table(table) {
@@ -286,7 +287,7 @@ TEST_F(TableViewTest, rowsAreNeverPaintedWithoutTheirScrollBarOrWithAHorizontalO
     ScrollBarWatch watch(table);
     rows.kinds = std::string(500, 'd');
     table.reloadData();
-    table.viewport()->repaint();  // as when the window is exposed in this moment
+    table.viewport()->repaint();  // as if the window were exposed at this moment
     EXPECT_EQ(watch.paints, 1);
     QCoreApplication::processEvents();
     EXPECT_EQ(watch.paintsWithoutVertical, 0);
@@ -451,7 +452,7 @@ TEST_F(TableViewTest, groupRowsHaveABackgroundMixedFromThePalettesColours) {
                                   QPoint(3, 3));
     };
     EXPECT_EQ(ground(1), QColor(Qt::black));
-    EXPECT_EQ(ground(0), QColor(20, 20, 20));  // 8 % of the way from black to white: 20.4
+    EXPECT_EQ(ground(0), QColor(20, 20, 20));  // 8 % of white in black: 20.4
 }
 
 TEST_F(TableViewTest, aSelectedGroupRowIsDrawnAsSelected) {
@@ -499,8 +500,8 @@ TEST_F(TableViewTest, theFocusIsAContrastingOutlineAndNotFilled) {
 }
 
 TEST_F(TableViewTest, aRightToLeftTextIsDrawnRightToLeft) {
-    // Apart from the marks that set it apart as right-to-left, which are not drawn, the two are
-    // one.
+    // The text looks the same as inside a right-to-left isolate (U+2067), and different from the
+    // same text inside a left-to-right isolate (U+2066).
     const QString date = QStringLiteral("2 \u05d1\u05de\u05e8\u05e5 2025");
     const auto cell = [&](const QString& text) {
         rows.textOfRow[1] = text;
@@ -577,7 +578,7 @@ TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
     EXPECT_EQ(ofTitle(), QStringLiteral("A rather long title"));
 }
 
-// The group row of the topmost rows, which stays at the top.
+// The group row of the topmost rows is pinned at the top.
 class PinnedRowTest : public TableViewTest {
   protected:
     PinnedRowTest() {

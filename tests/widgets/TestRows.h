@@ -8,13 +8,14 @@
 
 namespace ambulet {
 
-/// A data source of one letter a row: 'G' a group row, 'd' a row that can be selected. The cells
-/// hold the column's identifier and the row, as in "b3"; the column "empty" holds none.
+/// A data source described by one letter for each row: 'G' for a group row, 'd' for a selectable
+/// row. The text of a cell is the column's identifier and the row number, such as "b3". The cells
+/// of the column "empty" are empty.
 struct TestRows : TableViewDataSource {
     std::string kinds;
     int notifications = 0;
     QString emptyText;
-    std::map<int, QString> textOfRow;  // in place of the row's texts
+    std::map<int, QString> textOfRow;  // replaces the texts of all cells of a row
 
     explicit TestRows(std::string rows) : kinds(std::move(rows)) {}
 
