@@ -1,5 +1,5 @@
-// The click outside the table and outside all controls that clears the selection. Presses go to the
-// window, as they come from the windowing system.
+// A click outside the table and outside all controls clears the selection. The tests send mouse
+// presses to the window, as the windowing system does.
 
 #include "mainwindow/ControllerTest.h"
 
@@ -36,14 +36,14 @@ class ClearingClickTest : public ControllerTest {
     void press(const QWidget* view) const { press(view, view->rect().center()); }
 };
 
-TEST_F(ClearingClickTest, onTheBarePanelItClears) {
+TEST_F(ClearingClickTest, aClickOnTheEmptyPanelClearsTheSelection) {
     press(controller->controlsPanel(), QPoint(3, 3));
     EXPECT_TRUE(cleared());
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 3"));
     EXPECT_FALSE(controller->fromLabel()->font().bold());
 }
 
-TEST_F(ClearingClickTest, theSecondPressOfADoubleClickClearsToo) {
+TEST_F(ClearingClickTest, theSecondPressOfADoubleClickClearsTheSelectionToo) {
     const QPointF point = controller->controlsPanel()->mapTo(controller->window(), QPointF(3, 3));
     QMouseEvent press(QEvent::MouseButtonDblClick, point, controller->window()->mapToGlobal(point),
                       Qt::LeftButton, Qt::LeftButton, {});
@@ -51,24 +51,24 @@ TEST_F(ClearingClickTest, theSecondPressOfADoubleClickClearsToo) {
     EXPECT_TRUE(cleared());
 }
 
-TEST_F(ClearingClickTest, onTheSeparatorItClears) {
+TEST_F(ClearingClickTest, aClickOnTheSeparatorClearsTheSelection) {
     press(controller->separatorBox());
     EXPECT_TRUE(cleared());
 }
 
-TEST_F(ClearingClickTest, onTheWindowsBackgroundItClears) {
+TEST_F(ClearingClickTest, aClickOnTheWindowsBackgroundClearsTheSelection) {
     press(controller->window(), QPoint(2, controller->window()->height() - 2));
     EXPECT_TRUE(cleared());
 }
 
-TEST_F(ClearingClickTest, onTheProgressIndicatorItClears) {
+TEST_F(ClearingClickTest, aClickOnTheProgressIndicatorClearsTheSelection) {
     controller->progressIndicator()->show();
     QCoreApplication::processEvents();
     press(controller->progressIndicator());
     EXPECT_TRUE(cleared());
 }
 
-TEST_F(ClearingClickTest, onAnyLabelItDoesNot) {
+TEST_F(ClearingClickTest, aClickOnALabelKeepsTheSelection) {
     for (const QLabel* label :
          {controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
           controller->totalLabel(), controller->averageLabel(), controller->statusLabel()}) {
@@ -82,12 +82,12 @@ TEST_F(ClearingClickTest, onAnyLabelItDoesNot) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, onThePathFieldItDoesNot) {
+TEST_F(ClearingClickTest, aClickOnThePathFieldKeepsTheSelection) {
     press(controller->filePathField());
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, onTheButtonItDoesNot) {
+TEST_F(ClearingClickTest, aClickOnTheButtonKeepsTheSelection) {
     const auto* button = controller->window()->findChild<QPushButton*>();
     QWindow* const window = controller->window()->windowHandle();
     QTest::mousePress(window, Qt::LeftButton, {},
@@ -95,19 +95,19 @@ TEST_F(ClearingClickTest, onTheButtonItDoesNot) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, inTheTableItIsTheTables) {
+TEST_F(ClearingClickTest, aClickInTheTableIsHandledByTheTable) {
     press(table().viewport(), table().visualRect(table().model()->index(0, 0)).center());
     EXPECT_EQ(table().selectedRowIndexes(), std::vector<int>({1, 2}));
     press(table().viewport(), table().visualRect(table().model()->index(4, 0)).center());
     EXPECT_EQ(table().selectedRowIndexes(), std::vector<int>({4}));
 }
 
-TEST_F(ClearingClickTest, onTheTablesHeaderItDoesNot) {
+TEST_F(ClearingClickTest, aClickOnTheTablesHeaderKeepsTheSelection) {
     press(table().horizontalHeader(), QPoint(30, 5));
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, onAScrollBarItDoesNot) {
+TEST_F(ClearingClickTest, aClickOnAScrollBarKeepsTheSelection) {
     controller->window()->resize(560, 300);
     table().verticalScrollBar()->setRange(0, 100);
     table().setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -116,7 +116,7 @@ TEST_F(ClearingClickTest, onAScrollBarItDoesNot) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, aboveTheContentItDoesNot) {
+TEST_F(ClearingClickTest, aClickAboveTheContentKeepsTheSelection) {
     auto& window = *qobject_cast<QMainWindow*>(controller->window());
     window.menuBar()->addMenu(QStringLiteral("Menu"));
     QCoreApplication::processEvents();
@@ -125,13 +125,13 @@ TEST_F(ClearingClickTest, aboveTheContentItDoesNot) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, withAnotherButtonItDoesNot) {
+TEST_F(ClearingClickTest, aClickWithAnotherMouseButtonKeepsTheSelection) {
     press(controller->controlsPanel(), QPoint(3, 3), Qt::RightButton);
     press(controller->controlsPanel(), QPoint(3, 3), Qt::MiddleButton);
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, inAnotherWindowItDoesNot) {
+TEST_F(ClearingClickTest, aClickInAnotherWindowKeepsTheSelection) {
     QWidget other;
     other.resize(200, 200);
     other.show();
@@ -139,7 +139,7 @@ TEST_F(ClearingClickTest, inAnotherWindowItDoesNot) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, whileAMenuIsOpenItOnlyClosesTheMenu) {
+TEST_F(ClearingClickTest, aClickWhileAMenuIsOpenOnlyClosesTheMenu) {
     QMenu menu;
     menu.addAction(QStringLiteral("Item"));
     menu.popup(controller->window()->mapToGlobal(QPoint(300, 300)));
@@ -148,7 +148,7 @@ TEST_F(ClearingClickTest, whileAMenuIsOpenItOnlyClosesTheMenu) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, theClickItselfStillReachesItsView) {
+TEST_F(ClearingClickTest, theViewStillGetsTheClick) {
     press(controller->filePathField());
     EXPECT_TRUE(controller->filePathField()->hasFocus());
 }

@@ -24,12 +24,12 @@ struct TestRecord {
     const char* value;
 };
 
-/// A main window controller on real settings and real files, in a folder of the case's own.
+/// A main window controller with real settings and real files in a temporary folder.
 class ControllerTest : public testing::Test {
   protected:
     QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
 
-    /// Writes an export whose step records are the given ones, at noon UTC, and returns its path.
+    /// Writes an export with these step records, at noon UTC, and returns its path.
     QString writeExport(const char* name, std::initializer_list<TestRecord> records) const {
         std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData>\n";
         for (const TestRecord& record : records) {
@@ -45,7 +45,7 @@ class ControllerTest : public testing::Test {
         return file.fileName();
     }
 
-    /// A controller that remembers the file at `file`, without a window yet.
+    /// Makes a controller that remembers the file at `file`. Its window is not loaded yet.
     MainWindowController& makeController(const QString& file = {}) {
         if (!file.isNull()) {
             defaults.setString(SettingsKeys::xmlFilePath, file);
@@ -54,7 +54,7 @@ class ControllerTest : public testing::Test {
         return *controller;
     }
 
-    /// The same, its window shown and the file loaded.
+    /// Makes the same controller, shows its window and waits until the file is loaded.
     MainWindowController& load(const QString& file) {
         makeController(file).showWindow();
         waitForLoad();

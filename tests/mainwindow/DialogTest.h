@@ -11,11 +11,11 @@
 
 namespace ambulet {
 
-/// A controller whose open dialog is answered.
+/// A controller, and answers for its file dialog.
 class DialogTest : public ControllerTest {
   protected:
-    /// Answers the open dialog with `file`, or cancels it where that is null, and calls `inspect`
-    /// with the dialog first. The dialog is the real one.
+    /// Opens the real file dialog, calls `inspect` with it, and then chooses `file` in it, or
+    /// cancels it if `file` is null.
     void choose(const QString& file, const std::function<void(QFileDialog&)>& inspect = {}) {
         bool answered = false;
         bool typed = false;

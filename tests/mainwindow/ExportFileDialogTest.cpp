@@ -17,7 +17,7 @@ namespace {
 
 class ExportFileDialogTest : public DialogTest {
   protected:
-    // Once the folder that the dialog shows was read.
+    // Waits until the dialog has read its folder.
     static QTreeView& listed(QFileDialog& dialog, int rows) {
         auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
         EXPECT_TRUE(
@@ -26,7 +26,7 @@ class ExportFileDialogTest : public DialogTest {
     }
 };
 
-TEST_F(ExportFileDialogTest, theClassIsQtsOwnSoThatThePlatformsDialogIsShown) {
+TEST_F(ExportFileDialogTest, hasTheMetaObjectThatLetsQtShowThePlatformsDialog) {
     const ExportFileDialog dialog(folder.path(), nullptr);
     EXPECT_EQ(dialog.metaObject(), &QFileDialog::staticMetaObject);
 }
@@ -42,7 +42,7 @@ TEST_F(ExportFileDialogTest, changesNoFileAndWatchesNoFolder) {
     });
 }
 
-TEST_F(ExportFileDialogTest, opensNoFileButThoseThatTheProgramNeeds) {
+TEST_F(ExportFileDialogTest, opensOnlyFilesThatTheProgramNeeds) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("exports")));
     constexpr int files = 100;
     for (int i = 0; i < files; ++i) {
@@ -63,7 +63,7 @@ TEST_F(ExportFileDialogTest, opensNoFileButThoseThatTheProgramNeeds) {
     EXPECT_TRUE(folderWasRead);
 }
 
-TEST_F(ExportFileDialogTest, opensInTheRememberedFilesFolderEachTime) {
+TEST_F(ExportFileDialogTest, opensInTheFolderOfTheRememberedFileEachTime) {
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("exports")));
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("others")));
     makeController(writeExport("exports/export.xml", {{"2025-03-02", "1"}})).showWindow();
@@ -79,7 +79,7 @@ TEST_F(ExportFileDialogTest, opensInTheRememberedFilesFolderEachTime) {
            [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("others")); });
 }
 
-TEST_F(ExportFileDialogTest, startsInDownloadsOrAtHomeWhereTheFoldersAreGone) {
+TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheOtherFoldersAreGone) {
     const ScopedVariable home("HOME", folder.path().toStdString());
     EXPECT_EQ(startFolder(std::nullopt), folder.path());
     EXPECT_EQ(startFolder(path("missing/export.xml")), folder.path());
@@ -94,7 +94,7 @@ TEST_F(ExportFileDialogTest, startsInDownloadsOrAtHomeWhereTheFoldersAreGone) {
     EXPECT_FALSE(mount.mainThreadHasAsked());
 }
 
-TEST_F(ExportFileDialogTest, listsFilesWhoseNamesEndInXMLHoweverWritten) {
+TEST_F(ExportFileDialogTest, listsFilesWithTheSuffixXMLInUpperOrLowerCase) {
     for (const char* name : {"a.xml", "b.XML", "c.txt", "d"}) {
         writeFile(name, "");
     }
@@ -103,7 +103,7 @@ TEST_F(ExportFileDialogTest, listsFilesWhoseNamesEndInXMLHoweverWritten) {
     choose({}, [](QFileDialog& dialog) { listed(dialog, 2); });
 }
 
-TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndNamesTheUsualFolders) {
+TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndListsTheUsualFolders) {
     const ScopedVariable home("HOME", folder.path().toStdString());
     for (const char* usual : {"Downloads", "Documents", "Desktop"}) {
         ASSERT_TRUE(QDir(folder.path()).mkdir(QString::fromUtf8(usual)));
@@ -130,7 +130,7 @@ TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndNamesTheUsualFolders) {
     });
 }
 
-TEST_F(ExportFileDialogTest, isGoneAfterItsShowing) {
+TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
     makeController().showWindow();
     choose({});
     for (const QWidget* const window : QApplication::topLevelWidgets()) {

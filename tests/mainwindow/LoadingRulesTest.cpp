@@ -1,4 +1,4 @@
-// What a load leaves alone, and in which order loads, choices and edits may come.
+// What a load does not change, and loads, choices and edits that overlap.
 
 #include "mainwindow/ControllerTest.h"
 #include "platform/FileBookmark.h"
@@ -13,7 +13,7 @@ namespace {
 
 class LoadingRulesTest : public ControllerTest {
   protected:
-    // Answers the next open dialog with `file`; cancels it where that is null.
+    // Chooses `file` in the next file dialog, or cancels it if `file` is null.
     void choose(const QString& file) {
         QTimer answer;
         bool typed = false;
@@ -49,7 +49,7 @@ class LoadingRulesTest : public ControllerTest {
     const QString oneDay = writeExport("one.xml", {{"2025-02-02", "7"}});
 };
 
-TEST_F(LoadingRulesTest, aCompletedLoadShowsAllDaysFiguresThoughRowsAreSelected) {
+TEST_F(LoadingRulesTest, aCompletedLoadShowsTheFiguresOfAllDaysEvenIfRowsAreSelected) {
     load(twoDays);
     click(1);
     ASSERT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1"));
@@ -61,7 +61,7 @@ TEST_F(LoadingRulesTest, aCompletedLoadShowsAllDaysFiguresThoughRowsAreSelected)
     EXPECT_TRUE(controller->fromLabel()->font().bold());
 }
 
-TEST_F(LoadingRulesTest, choosingAFileWithRowsSelectedClearsThemAndTheBoldFontAtOnce) {
+TEST_F(LoadingRulesTest, choosingAFileClearsTheSelectionAndTheBoldFontAtOnce) {
     load(twoDays);
     click(1);
     ASSERT_TRUE(controller->fromLabel()->font().bold());
@@ -83,7 +83,7 @@ TEST_F(LoadingRulesTest, choosingTheSameFileAgainLoadsItAgain) {
     EXPECT_EQ(controller->allSteps().size(), 3U);
 }
 
-TEST_F(LoadingRulesTest, aCancelledDialogLeavesEverything) {
+TEST_F(LoadingRulesTest, aCancelledDialogChangesNothing) {
     load(twoDays);
     click(1);
     const QStringList before = statistics();
@@ -98,7 +98,7 @@ TEST_F(LoadingRulesTest, aCancelledDialogLeavesEverything) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 
-TEST_F(LoadingRulesTest, aLoadThatEndsWhileTheEditorIsOpenLeavesItOpen) {
+TEST_F(LoadingRulesTest, aLoadThatEndsDoesNotCloseTheStrideEditor) {
     load(twoDays);
     controller->strideDidClick();
     controller->strideEditor()->setText(QStringLiteral("9"));
@@ -109,7 +109,7 @@ TEST_F(LoadingRulesTest, aLoadThatEndsWhileTheEditorIsOpenLeavesItOpen) {
     EXPECT_EQ(defaults.persistent(SettingsKeys::strideFootLength), std::nullopt);
 }
 
-TEST_F(LoadingRulesTest, aStrideCommittedDuringALoadCountsWhenItEnds) {
+TEST_F(LoadingRulesTest, aStrideCommittedDuringALoadIsUsedWhenTheLoadEnds) {
     load(twoDays);
     choose(oneDay);
     ASSERT_EQ(status(), QStringLiteral("Parsing XML…"));
@@ -122,7 +122,7 @@ TEST_F(LoadingRulesTest, aStrideCommittedDuringALoadCountsWhenItEnds) {
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("7.00"));
 }
 
-TEST_F(LoadingRulesTest, aLoadEndsInAClosedWindowToo) {
+TEST_F(LoadingRulesTest, aLoadAlsoEndsIfTheWindowIsClosed) {
     load(twoDays);
     controller->loadData();
     controller->window()->close();
@@ -150,7 +150,7 @@ TEST_F(LoadingRulesTest, theNumberOfDaysInTheStatusIsNotGrouped) {
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1234"));
 }
 
-TEST_F(LoadingRulesTest, aBookmarkIsStoredAnewOnlyWhereItIsStale) {
+TEST_F(LoadingRulesTest, aBookmarkIsReplacedOnlyIfItIsStale) {
     const RememberedFile remembered{FileBookmark::make({twoDays}), twoDays};
     EXPECT_EQ(MainWindowController::resolvedFileURL(remembered).freshBookmark, std::nullopt);
     const QString moved = path("moved.xml");

@@ -1,5 +1,7 @@
-// What a user sees: no text is cut or lies over another, whatever the font, the language and the
-// size; every text stands out from its ground; a switch between light and dark is followed.
+// What a user sees:
+// - With any font, language and window size, no text is cut or covers another.
+// - Every text has enough contrast.
+// - The window follows a switch between light and dark.
 
 #include "mainwindow/ControllerTest.h"
 #include "widgets/Contrast.h"
@@ -27,8 +29,8 @@ QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text,
                      text, text, base, window);
     palette.setColor(QPalette::Highlight, highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    // Disabled text is too faint to pass for readable, and that of a window behind is another than
-    // in front.
+    // Disabled text is too faint to pass the tests. Text in an inactive window has a colour of its
+    // own.
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, between(text, window, 0.7F));
         palette.setColor(QPalette::Inactive, role, between(text, window, 0.2F));
@@ -50,7 +52,7 @@ class LooksTest : public ControllerTest {
         qputenv("LC_ALL", "en_US.UTF-8");
     }
 
-    // Numbers as large as a person's get, in the months with the longest names.
+    // The largest numbers of steps that a person can reach, in the months with the longest names.
     MainWindowController& loadLongTexts() {
         return load({{"2024-09-30", "98765"},
                      {"2024-09-29", "99999"},
@@ -60,8 +62,8 @@ class LooksTest : public ControllerTest {
                      {"2023-09-25", "8888888"}});
     }
 
-    // At the minimum size, once that is known: what a text or a font changes reaches the window
-    // over several rounds of the event loop.
+    // Resizes the window to its minimum size. After a change of a text or a font, the minimum size
+    // is known only after several iterations of the event loop.
     void settle() const {
         QWidget& window = *controller->window();
         QCoreApplication::processEvents();
@@ -116,7 +118,7 @@ class LooksTest : public ControllerTest {
     QFont _font;
 };
 
-TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInAnyLanguageAndALargerFont) {
+TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInAnyLanguageOrALargerFont) {
     const double size = QApplication::font().pointSizeF();
     for (const double factor : {1.0, 1.5}) {
         QFont font = QApplication::font();
@@ -136,7 +138,7 @@ TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInAnyLanguageAndALargerFont) {
     }
 }
 
-TEST_F(LooksTest, aFontChangedWhileTheProgramRunsIsFollowed) {
+TEST_F(LooksTest, theWindowFollowsAFontThatChangesWhileTheProgramRuns) {
     loadLongTexts();
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() * 1.5);
@@ -145,7 +147,7 @@ TEST_F(LooksTest, aFontChangedWhileTheProgramRunsIsFollowed) {
     expectNoTextIsCut("larger font");
 }
 
-TEST_F(LooksTest, theMinimumSizeIsSensible) {
+TEST_F(LooksTest, theMinimumSizeIsWithinReasonableBounds) {
     load({{"2025-03-02", "4000"}});
     settle();
     const QSize minimum = controller->window()->minimumSizeHint();
@@ -155,8 +157,8 @@ TEST_F(LooksTest, theMinimumSizeIsSensible) {
     EXPECT_LE(minimum.height(), 420);
 }
 
-// The colour that most of the pixels have, and the best contrast to it that any pixel has: the
-// ground, and the inside of the strokes of the text upon it.
+// The highest contrast of any pixel with the most frequent colour. That colour is the background,
+// and the pixel is inside a stroke of the text.
 double bestContrast(const QImage& picture) {
     std::map<QRgb, int> count;
     for (int y = 0; y < picture.height(); ++y) {
@@ -174,7 +176,7 @@ double bestContrast(const QImage& picture) {
     return best;
 }
 
-TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInFrontAndBehind) {
+TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows) {
     for (const auto& [palette, inFront] :
          {std::pair(light, true), {light, false}, {dark, true}, {dark, false}}) {
         QApplication::setPalette(palette);
@@ -216,7 +218,7 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInFrontAndBehind) {
     }
 }
 
-TEST_F(LooksTest, aSwitchOfThePaletteIsFollowed) {
+TEST_F(LooksTest, theWindowFollowsASwitchOfThePalette) {
     const auto picture = [this] {
         controller->window()->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(controller->window()));
@@ -235,7 +237,7 @@ TEST_F(LooksTest, aSwitchOfThePaletteIsFollowed) {
     EXPECT_EQ(switched, picture());
 }
 
-TEST_F(LooksTest, writesPicturesToLookAt) {
+TEST_F(LooksTest, writesPicturesForInspection) {
     const QDir pictures(QStringLiteral(AMBULET_PICTURES));
     ASSERT_TRUE(pictures.mkpath(QStringLiteral(".")));
     for (const auto& [name, palette] : {std::pair("light", light), {"dark", dark}}) {

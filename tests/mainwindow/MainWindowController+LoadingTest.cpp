@@ -35,7 +35,7 @@ TEST_F(LoadingTest, theRememberedFileIsLoadedAtTheStart) {
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 3"));
 }
 
-TEST_F(LoadingTest, oneDayIsStillCalledDays) {
+TEST_F(LoadingTest, theStatusSaysDaysEvenForOneDay) {
     load({{"2025-03-02", "4000"}});
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
@@ -64,7 +64,7 @@ TEST_F(LoadingTest, aBrokenFileGivesTheDaysBeforeTheBreak) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, aFIFOInTheFilesPlaceGivesNoDaysAndDoesNotBlock) {
+TEST_F(LoadingTest, aFIFOAtTheRememberedPathGivesNoDaysAndDoesNotBlock) {
     ASSERT_EQ(mkfifo(path("fifo.xml").toUtf8().constData(), 0600), 0);
     load(path("fifo.xml"));
     EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
@@ -130,7 +130,7 @@ TEST_F(LoadingTest, cancellingTheDialogLeavesEverythingAsItWas) {
     EXPECT_EQ(storedBookmark(), bookmark);
 }
 
-TEST_F(LoadingTest, cancellingTheDialogLeavesALoadUnderWay) {
+TEST_F(LoadingTest, cancellingTheDialogDoesNotStopALoad) {
     makeController(writeExport("export.xml", {{"2025-03-02", "4000"}})).showWindow();
     choose({});
     waitForLoad();
@@ -166,7 +166,7 @@ TEST_F(LoadingTest, aChosenFileIsRememberedByPathAndBookmark) {
 }
 
 // No bookmark can be made of a FIFO.
-TEST_F(LoadingTest, aChosenFileWithoutABookmarkLeavesTheEarlierBookmark) {
+TEST_F(LoadingTest, aChosenFileWithoutABookmarkKeepsThePreviousBookmark) {
     const QString earlier = writeExport("export.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     makeController().showWindow();
     choose(earlier);
@@ -179,7 +179,7 @@ TEST_F(LoadingTest, aChosenFileWithoutABookmarkLeavesTheEarlierBookmark) {
     EXPECT_EQ(storedBookmark(), bookmark);
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), fifo);
     EXPECT_EQ(controller->filePathField()->text(), fifo);
-    waitForLoad();  // follows the bookmark
+    waitForLoad();  // by the bookmark
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 
@@ -215,13 +215,13 @@ TEST_F(LoadingTest, theBookmarkIsTriedBeforeThePath) {
     EXPECT_EQ(controller->filePathField()->text(), two);
 }
 
-TEST_F(LoadingTest, thePathServesWhereTheBookmarkLeadsNowhere) {
+TEST_F(LoadingTest, thePathIsUsedIfTheBookmarkDoesNotResolve) {
     defaults.setData(SettingsKeys::xmlFileBookmark, QByteArray("no bookmark"));
     load({{"2025-03-02", "1"}});
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, aMovedFileIsFoundThroughItsBookmarkWhichIsStoredAnew) {
+TEST_F(LoadingTest, aMovedFileIsFoundByItsBookmarkWhichIsThenReplaced) {
     const QString old = writeExport("export.xml", {{"2025-03-02", "1"}});
     const QByteArray bookmark = *FileBookmark::make(old);
     defaults.setData(SettingsKeys::xmlFileBookmark, bookmark);
@@ -253,16 +253,16 @@ TEST_F(LoadingTest, ofOverlappingLoadsTheOneThatEndsLastDecides) {
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: %1").arg(loaded.last()));
 }
 
-TEST_F(LoadingTest, aControllerDestroyedDuringALoadIsNotTouchedByIt) {
+TEST_F(LoadingTest, aLoadDoesNotTouchAControllerThatWasDestroyed) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     makeController(file).showWindow();
     controller.reset();
-    // Another load of the same file gives the first one the time to end.
+    // Another load of the same file gives the first one enough time to end.
     load(file);
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, unwritableSettingsKeepTheChoiceForTheRun) {
+TEST_F(LoadingTest, withUnwritableSettingsTheChoiceLastsUntilTheProgramEnds) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("settings.ini")));
     makeController().showWindow();
@@ -310,7 +310,7 @@ TEST_F(LoadingTest, aMountThatHangsLeavesTheWindowUsable) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, aControllerDestroyedWhileAMountHangsIsNotWaitedFor) {
+TEST_F(LoadingTest, destroyingTheControllerDoesNotWaitForAMountThatHangs) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const QString file = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
     const HangingFolder mount(path("mount").toStdString());
@@ -320,7 +320,7 @@ TEST_F(LoadingTest, aControllerDestroyedWhileAMountHangsIsNotWaitedFor) {
     EXPECT_TRUE(mount.otherThreadWaits());
 }
 
-TEST_F(LoadingTest, aBookmarkThatLeadsNowhereWithoutAPathSelectsNoFile) {
+TEST_F(LoadingTest, aBookmarkThatDoesNotResolveAndNoPathSelectNoFile) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     load(QString());
@@ -331,7 +331,7 @@ TEST_F(LoadingTest, aBookmarkThatLeadsNowhereWithoutAPathSelectsNoFile) {
     EXPECT_FALSE(controller->progressIndicator()->isVisible());
 }
 
-TEST_F(LoadingTest, whereNoThreadCanBeHadTheStatusSaysSoAndTheDaysStay) {
+TEST_F(LoadingTest, ifNoThreadCanBeStartedTheStatusSaysSoAndTheDaysStay) {
     load({{"2025-03-02", "1"}});
     {
         const NoThreads refused;
@@ -351,7 +351,7 @@ TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const QString earlier = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(earlier));
-    ASSERT_TRUE(QFile::rename(earlier, path("mount/moved.xml")));  // so that it is stale
+    ASSERT_TRUE(QFile::rename(earlier, path("mount/moved.xml")));  // makes its bookmark stale
     const QString later = writeExport("later.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     QList<std::size_t> loaded;
     const QObject whileHere;
@@ -369,7 +369,7 @@ TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
 }
 
 // 03:00 UTC is March 2 in Berlin and still March 1 in New York.
-TEST_F(LoadingTest, aChangeOfTheTimeZoneCountsFromTheNextLoadOn) {
+TEST_F(LoadingTest, aChangeOfTheTimeZoneTakesEffectAtTheNextLoad) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const std::string text = "<HealthData>" + stepRecord("2025-03-02 03:00:00 +0000", "7") +
                              stepRecord("2025-02-01 03:00:00 +0000", "5") + "</HealthData>";
@@ -401,7 +401,7 @@ TEST_F(LoadingTest, aChangeOfTheTimeZoneCountsFromTheNextLoadOn) {
 struct Resources {
     qsizetype threads;
     qsizetype descriptors;
-    std::size_t memory;  // what malloc has given out, in all arenas
+    std::size_t memory;  // allocated by malloc, in all arenas
 
     static Resources now() {
         const auto entries = [](const char* folder) {
@@ -413,7 +413,7 @@ struct Resources {
     }
 };
 
-TEST_F(LoadingTest, threeHundredLoadsLeaveThreadsDescriptorsAndMemoryAsTheyWere) {
+TEST_F(LoadingTest, threeHundredLoadsLeakNoThreadsDescriptorsOrMemory) {
     load({{"2025-03-02", "4000"}, {"2025-03-01", "10000"}, {"2025-02-27", "7000"}});
     const auto loadTimes = [this](int times) {
         for (int i = 0; i < times; ++i) {
@@ -421,7 +421,7 @@ TEST_F(LoadingTest, threeHundredLoadsLeaveThreadsDescriptorsAndMemoryAsTheyWere)
             waitForLoad();
         }
     };
-    loadTimes(20);  // what is made once
+    loadTimes(20);  // allocates what is allocated only once
     const Resources before = Resources::now();
     loadTimes(300);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Resources::now().threads <= before.threads; }));

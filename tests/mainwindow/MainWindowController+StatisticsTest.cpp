@@ -22,7 +22,7 @@ class StatisticsTest : public ControllerTest {
         return all;
     }
 
-    // A letter for each of the six labels that is bold.
+    // One letter for each bold label of the six.
     QString bold() const {
         QString letters;
         for (std::size_t i = 0; i < 6; ++i) {
@@ -55,7 +55,7 @@ TEST_F(StatisticsTest, aSelectionIsSummedUp) {
     EXPECT_EQ(bold(), QStringLiteral("ft"));
 }
 
-TEST_F(StatisticsTest, withNothingSelectedAllDaysCountInTheRegularFont) {
+TEST_F(StatisticsTest, withoutASelectionAllDaysCountAndNoLabelIsBold) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
     EXPECT_EQ(texts().mid(0, 4),
               QStringList({QStringLiteral("From: Feb 27, 2025"), QStringLiteral("To: Mar 2, 2025"),
@@ -63,7 +63,7 @@ TEST_F(StatisticsTest, withNothingSelectedAllDaysCountInTheRegularFont) {
     EXPECT_EQ(bold(), QString());
 }
 
-TEST_F(StatisticsTest, oneSelectedDayIsBothFirstAndLastInBold) {
+TEST_F(StatisticsTest, oneSelectedDayIsFirstAndLastAndBothLabelsAreBold) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
     click(1);
     EXPECT_EQ(texts().mid(0, 3),
@@ -75,7 +75,7 @@ TEST_F(StatisticsTest, oneSelectedDayIsBothFirstAndLastInBold) {
     EXPECT_EQ(bold(), QString());
 }
 
-TEST_F(StatisticsTest, daysAWeekApartAreTwoDays) {
+TEST_F(StatisticsTest, averagesDivideByTheSelectedDaysAndNotByTheDaysBetweenThem) {
     // (1000 + 4000) ÷ 2 = 2500; 5000 × 2.5 ÷ 5280 ÷ 2 = 1.1837.
     load({{"2025-03-09", "1000"}, {"2025-03-05", "77"}, {"2025-03-02", "4000"}});
     click(1);
@@ -84,34 +84,34 @@ TEST_F(StatisticsTest, daysAWeekApartAreTwoDays) {
     EXPECT_EQ(texts()[5], QStringLiteral("Average: 2,500 steps/day, 1.18 miles/day"));
 }
 
-TEST_F(StatisticsTest, aSelectionOfMonthsAloneCountsNoDaysInBold) {
+TEST_F(StatisticsTest, aSelectionOfMonthRowsHasNoDaysAndBoldLabels) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
     controller->tableView()->selectRowIndexes({0, 2});
     EXPECT_EQ(texts(), none);
     EXPECT_EQ(bold(), QStringLiteral("ft"));
 }
 
-TEST_F(StatisticsTest, aMonthAmongSelectedDaysAddsNothing) {
+TEST_F(StatisticsTest, aMonthRowAmongSelectedDaysAddsNothing) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}, {"2025-02-26", "1"}});
     controller->tableView()->selectRowIndexes({1, 2, 3});
     EXPECT_EQ(texts()[2], QStringLiteral("Days: 2"));
     EXPECT_EQ(texts()[3], QStringLiteral("Steps: 11,000"));
 }
 
-TEST_F(StatisticsTest, withNoDataThereAreDashesInTheRegularFont) {
+TEST_F(StatisticsTest, withoutDataTheLabelsShowDashesAndAreNotBold) {
     load(std::initializer_list<TestRecord>{});
     EXPECT_EQ(texts(), none);
     EXPECT_EQ(bold(), QString());
 }
 
-TEST_F(StatisticsTest, theStrideIsShownWithTwoDecimalsAndUsedWithAll) {
+TEST_F(StatisticsTest, theStrideIsShownWithTwoDecimalsButComputedWithAll) {
     // 1000000 × 2.456 ÷ 5280 = 465.1515; at 2.46 it would be 465.9091.
     defaults.setDouble(SettingsKeys::strideFootLength, 2.456);
     load({{"2025-03-02", "1000000"}});
     EXPECT_EQ(texts()[4], QStringLiteral("Miles: 465.15 @ 2.46 ft/step"));
 }
 
-TEST_F(StatisticsTest, aStrideHalfWayBetweenTwoIsShownWithTheEvenDecimal) {
+TEST_F(StatisticsTest, theShownStrideIsRoundedHalfToEven) {
     load({{"2025-03-02", "5280"}});
     for (const auto& [stride, text] :
          {std::pair(2.125, "2.12"), {2.375, "2.38"}, {2.625, "2.62"}}) {
@@ -125,7 +125,7 @@ TEST_F(StatisticsTest, aStrideHalfWayBetweenTwoIsShownWithTheEvenDecimal) {
 }
 
 TEST_F(StatisticsTest, theStrideIsNeitherGroupedNorLocalised) {
-    // A C locale with a comma, made here, since none may be installed.
+    // Makes a locale with a decimal comma, because none may be installed.
     const QString source = QStringLiteral("de_DE");
     ASSERT_EQ(QProcess::execute(QStringLiteral("localedef"),
                                 {QStringLiteral("--force"), QStringLiteral("--quiet"),
@@ -152,14 +152,14 @@ TEST_F(StatisticsTest, aStrideOfZeroGivesZeroMiles) {
     EXPECT_EQ(texts()[5], QStringLiteral("Average: 4,000 steps/day, 0.00 miles/day"));
 }
 
-TEST_F(StatisticsTest, aStrideChangedMeanwhileShowsAtTheNextUpdate) {
+TEST_F(StatisticsTest, aChangedStrideIsShownAtTheNextUpdate) {
     load({{"2025-03-02", "5280"}});
     defaults.setDouble(SettingsKeys::strideFootLength, 4);
     controller->recomputeStats();
     EXPECT_EQ(texts()[4], QStringLiteral("Miles: 4.00 @ 4.00 ft/step"));
 }
 
-TEST_F(StatisticsTest, anUpdateTakesTheEndsOfTheListAsItStands) {
+TEST_F(StatisticsTest, fromAndToAreTheLastAndTheFirstDayOfTheListInAnyOrder) {
     load({{"2025-03-02", "1"}});
     std::vector<DailySteps> unordered(2);
     using namespace std::chrono_literals;
@@ -180,7 +180,7 @@ TEST_F(StatisticsTest, theNumberOfDaysIsNotGrouped) {
     EXPECT_EQ(texts()[2], QStringLiteral("Days: 1234"));
 }
 
-TEST_F(StatisticsTest, totalsBeyondWhatADoubleHoldsAreExact) {
+TEST_F(StatisticsTest, totalsThatADoubleCannotHoldAreExact) {
     // 2^53 + 1 + 2 = 9007199254740995
     load({{"2025-03-02", "9007199254740993"}, {"2025-03-01", "2"}});
     EXPECT_EQ(texts()[3], QStringLiteral("Steps: 9,007,199,254,740,995"));
@@ -195,7 +195,7 @@ TEST_F(StatisticsTest, anInfiniteStrideWithoutStepsShowsNaNWithoutASign) {
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("NaN"));
 }
 
-TEST_F(StatisticsTest, aRightToLeftDateOrNumberIsSetApartInItsLabel) {
+TEST_F(StatisticsTest, aRightToLeftDateOrNumberIsIsolatedInItsLabel) {
     const ScopedLocale arabic("ar_EG.UTF-8");
     load({{"2025-03-02", "4000"}});
     const QChar isolate = u'\u2068';
@@ -207,13 +207,13 @@ TEST_F(StatisticsTest, aRightToLeftDateOrNumberIsSetApartInItsLabel) {
     EXPECT_EQ(texts()[5].count(isolate), 2);
 }
 
-TEST_F(StatisticsTest, aLeftToRightDateOrNumberIsNotSetApart) {
+TEST_F(StatisticsTest, aLeftToRightDateOrNumberIsNotIsolated) {
     const ScopedLocale german("de_DE.UTF-8");
     load({{"2025-03-02", "4000"}});
     EXPECT_FALSE(texts().join(QString()).contains(u'\u2068'));
 }
 
-TEST_F(StatisticsTest, theStartOfADayIsThatOfTheLocalZone) {
+TEST_F(StatisticsTest, theStartOfADayIsThatOfTheLocalTimeZone) {
     const ScopedTimeZone zone("America/New_York");
     using namespace std::chrono_literals;
     const std::chrono::sys_days day = 2025y / 1 / 15;

@@ -18,7 +18,7 @@ namespace {
 class StrideEditorTest : public ControllerTest {
   protected:
     StrideEditorTest() {
-        // 5280 steps are as many miles as the stride has feet.
+        // 5280 steps at a stride of n feet are n miles.
         load({{"2025-03-02", "5280"}, {"2025-02-02", "10560"}});
         controller->window()->activateWindow();
         QCoreApplication::processEvents();
@@ -46,7 +46,7 @@ TEST_F(StrideEditorTest, isHiddenAtFirst) {
     EXPECT_FALSE(open());
 }
 
-TEST_F(StrideEditorTest, aClickOnTheMilesOpensItWithTheStridesTextSelected) {
+TEST_F(StrideEditorTest, aClickOnTheMilesOpensTheEditorWithItsTextSelected) {
     clickLabel();
     EXPECT_TRUE(open());
     EXPECT_TRUE(editor().hasFocus());
@@ -54,20 +54,20 @@ TEST_F(StrideEditorTest, aClickOnTheMilesOpensItWithTheStridesTextSelected) {
     EXPECT_EQ(editor().selectedText(), QStringLiteral("2.50"));
 }
 
-TEST_F(StrideEditorTest, onlyAPrimaryClickOpensIt) {
+TEST_F(StrideEditorTest, onlyAClickWithThePrimaryButtonOpensTheEditor) {
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
         QTest::mouseClick(controller->milesLabel(), button, {}, QPoint(3, 8));
         EXPECT_FALSE(open());
     }
 }
 
-TEST_F(StrideEditorTest, aPressThatIsReleasedElsewhereDoesNotOpenIt) {
+TEST_F(StrideEditorTest, aPressThatIsReleasedElsewhereDoesNotOpenTheEditor) {
     QTest::mousePress(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 8));
     QTest::mouseRelease(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 80));
     EXPECT_FALSE(open());
 }
 
-TEST_F(StrideEditorTest, liesOverTheStrideToThePixel) {
+TEST_F(StrideEditorTest, coversTheStrideExactly) {
     clickLabel();
     const QLabel& label = *controller->milesLabel();
     ASSERT_EQ(label.text(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
@@ -75,7 +75,7 @@ TEST_F(StrideEditorTest, liesOverTheStrideToThePixel) {
         QFontMetricsF(label.font()).horizontalAdvance(QStringLiteral("Miles: 7.50 @ "));
     EXPECT_EQ(editor().parentWidget(), label.parentWidget());
     EXPECT_EQ(editor().x(), label.x() + static_cast<int>(std::ceil(prefix)));
-    EXPECT_EQ(editor().y(), label.y() - 3);  // 3 points up
+    EXPECT_EQ(editor().y(), label.y() - 3);  // 3 points higher
     EXPECT_EQ(editor().width(), 60);
     EXPECT_EQ(editor().height(), label.height());
 }
@@ -90,7 +90,7 @@ TEST_F(StrideEditorTest, followsTheLabelsOwnFont) {
     EXPECT_EQ(editor().x(), controller->milesLabel()->x() + static_cast<int>(std::ceil(prefix)));
 }
 
-TEST_F(StrideEditorTest, staysOverTheStrideWhereverTheLabelGoesAndKeepsWhatWasTyped) {
+TEST_F(StrideEditorTest, followsTheLabelAndKeepsTheTypedText) {
     const auto expectOverTheStride = [this](const char* prefix, const char* what) {
         QCoreApplication::processEvents();
         const QLabel& label = *controller->milesLabel();
@@ -115,7 +115,7 @@ TEST_F(StrideEditorTest, staysOverTheStrideWhereverTheLabelGoesAndKeepsWhatWasTy
     EXPECT_TRUE(open());
 }
 
-TEST_F(StrideEditorTest, nothingOfTheStrideIsSeenBesideIt) {
+TEST_F(StrideEditorTest, noPartOfTheStrideIsVisibleBesideTheEditor) {
     defaults.setDouble(SettingsKeys::strideFootLength, 123456789.0);  // wider than the editor
     controller->recomputeStats();
     clickLabel();
@@ -129,19 +129,19 @@ TEST_F(StrideEditorTest, nothingOfTheStrideIsSeenBesideIt) {
     EXPECT_NE(controller->controlsPanel()->grab(beside).toImage(), blank);
 }
 
-TEST_F(StrideEditorTest, closingTheWindowStores) {
+TEST_F(StrideEditorTest, closingTheWindowStoresTheStride) {
     openAndType("3");
     controller->window()->close();
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, quittingStores) {
+TEST_F(StrideEditorTest, quittingStoresTheStride) {
     openAndType("3");
     Q_EMIT qApp->aboutToQuit({});
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, openingItRefreshesNothing) {
+TEST_F(StrideEditorTest, openingTheEditorDoesNotRefreshRowsOrStatistics) {
     controller->daysLabel()->setText(QStringLiteral("as it was"));
     int reloads = 0;
     const QObject whileHere;
@@ -152,7 +152,7 @@ TEST_F(StrideEditorTest, openingItRefreshesNothing) {
     EXPECT_EQ(reloads, 0);
 }
 
-TEST_F(StrideEditorTest, aSecondClickMovesItOverTheStrideAgain) {
+TEST_F(StrideEditorTest, aSecondClickMovesTheEditorOverTheStrideAgain) {
     clickLabel();
     const QRect place = editor().geometry();
     editor().move(0, 0);
@@ -160,13 +160,13 @@ TEST_F(StrideEditorTest, aSecondClickMovesItOverTheStrideAgain) {
     EXPECT_EQ(editor().geometry(), place);
 }
 
-TEST_F(StrideEditorTest, thereIsNoUpperBound) {
+TEST_F(StrideEditorTest, aStrideHasNoUpperBound) {
     openAndType("1e300");
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_EQ(stored(), 1e300);
 }
 
-// A held key is pressed again and again, as the windowing system sends it.
+// The windowing system sends repeated presses of a held key.
 class HeldKeyTest : public StrideEditorTest {
   protected:
     void press(Qt::Key key, bool again) const {
@@ -176,7 +176,7 @@ class HeldKeyTest : public StrideEditorTest {
     }
 };
 
-TEST_F(HeldKeyTest, escapeThatClosedTheEditorDoesNotClearTheSelection) {
+TEST_F(HeldKeyTest, aHeldEscapeThatClosedTheEditorDoesNotClearTheSelection) {
     click(1);
     clickLabel();
     press(Qt::Key_Escape, false);
@@ -188,7 +188,7 @@ TEST_F(HeldKeyTest, escapeThatClosedTheEditorDoesNotClearTheSelection) {
     EXPECT_TRUE(controller->tableView()->selectedRowIndexes().empty());
 }
 
-TEST_F(HeldKeyTest, returnThatOpenedTheEditorDoesNotCloseItAndTheOtherWayRound) {
+TEST_F(HeldKeyTest, aHeldReturnThatOpenedOrClosedTheEditorDoesNotUndoThat) {
     controller->milesLabel()->setFocus(Qt::TabFocusReason);
     press(Qt::Key_Return, false);
     ASSERT_TRUE(open());
@@ -200,13 +200,13 @@ TEST_F(HeldKeyTest, returnThatOpenedTheEditorDoesNotCloseItAndTheOtherWayRound) 
     EXPECT_FALSE(open());
 }
 
-TEST_F(HeldKeyTest, arrowKeysGoOn) {
+TEST_F(HeldKeyTest, heldArrowKeysContinueToMove) {
     click(1);
     press(Qt::Key_Down, true);
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
 }
 
-TEST_F(StrideEditorTest, withoutAStrideInTheTextItOpensAtTheLabelsLeftEdge) {
+TEST_F(StrideEditorTest, withoutAStrideInTheLabelTheEditorOpensAtItsLeftEdge) {
     controller->updateStatsForSteps({});
     ASSERT_EQ(miles(), QStringLiteral("Miles: —"));
     clickLabel();
@@ -216,14 +216,14 @@ TEST_F(StrideEditorTest, withoutAStrideInTheTextItOpensAtTheLabelsLeftEdge) {
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, withoutTheLabelItOpensInTheCornerOfThePanel) {
+TEST_F(StrideEditorTest, withoutTheLabelTheEditorOpensInTheCornerOfThePanel) {
     delete controller->milesLabel();
     controller->strideDidClick();
     // Its lower left corner is 3 points above the panel's.
     EXPECT_EQ(editor().geometry(), QRect(0, controller->controlsPanel()->height() - 3, 60, 0));
 }
 
-TEST_F(StrideEditorTest, returnStoresAndRowsAndStatisticsFollow) {
+TEST_F(StrideEditorTest, returnStoresTheStrideAndRefreshesRowsAndStatistics) {
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_FALSE(open());
@@ -235,13 +235,13 @@ TEST_F(StrideEditorTest, returnStoresAndRowsAndStatisticsFollow) {
               QStringLiteral("Average: 7,920 steps/day, 4.50 miles/day"));
 }
 
-TEST_F(StrideEditorTest, enterStoresToo) {
+TEST_F(StrideEditorTest, enterStoresTheStrideToo) {
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, valuesThatAreNotAboveZeroAreRefusedAndTheRestIsDoneAllTheSame) {
+TEST_F(StrideEditorTest, aValueThatIsNotAboveZeroIsRefusedAndTheEditorCloses) {
     for (const char* text : {"0", "-1", "abc", " ", "nan", "-0.5"}) {
         controller->milesLabel()->setText(QStringLiteral("stale"));
         openAndType(text);
@@ -256,7 +256,7 @@ TEST_F(StrideEditorTest, aRefusedValueStillRefreshesRowsAndStatistics) {
     double stride = 4;
     for (const char* text : {"0", "-1", "abc"}) {
         openAndType(text);
-        defaults.setDouble(SettingsKeys::strideFootLength, stride);  // not by the editor
+        defaults.setDouble(SettingsKeys::strideFootLength, stride);  // without the editor
         QTest::keyClick(&editor(), Qt::Key_Return);
         EXPECT_EQ(stored(), stride) << text;
         EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("%1.00").arg(stride)) << text;
@@ -267,24 +267,25 @@ TEST_F(StrideEditorTest, aRefusedValueStillRefreshesRowsAndStatistics) {
     }
 }
 
-TEST_F(StrideEditorTest, anEmptiedFieldIsRefused) {
+TEST_F(StrideEditorTest, anEmptyTextIsRefused) {
     clickLabel();
     QTest::keyClick(&editor(), Qt::Key_Delete);
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_FALSE(anyStored());
 }
 
-TEST_F(StrideEditorTest, theLeadingNumberOfTheTextCounts) {
+TEST_F(StrideEditorTest, theNumberAtTheStartOfTheTextIsStored) {
     openAndType("2.75 feet");
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_EQ(stored(), 2.75);
 }
 
-TEST_F(StrideEditorTest, allDecimalsAreStoredAndUsedAndTwoAreShown) {
+TEST_F(StrideEditorTest, allDecimalsAreStoredAndUsedButTwoAreShown) {
     openAndType("2.6789");
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_EQ(stored(), 2.6789);
-    // (5280 + 10560) × 2.6789 ÷ 5280 = 8.0367; at 2.68 it would be 8.04 as well, so in the rows:
+    // (5280 + 10560) × 2.6789 ÷ 5280 = 8.0367. With 2.68 the label would also show 8.04, so the
+    // rows are checked.
     EXPECT_EQ(miles(), QStringLiteral("Miles: 8.04 @ 2.68 ft/step"));
     EXPECT_DOUBLE_EQ(std::get<MonthSummary>(controller->displayRows()[0]).avgMiles(), 2.6789);
     clickLabel();
@@ -303,7 +304,7 @@ TEST_F(StrideEditorTest, theNumberIsStoredExactlyAsRead) {
     }
 }
 
-TEST_F(StrideEditorTest, escapeStoresNothing) {
+TEST_F(StrideEditorTest, escapeDoesNotStoreTheStride) {
     openAndType("9");
     QTest::keyClick(&editor(), Qt::Key_Escape);
     EXPECT_FALSE(open());
@@ -312,21 +313,21 @@ TEST_F(StrideEditorTest, escapeStoresNothing) {
     EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
 }
 
-TEST_F(StrideEditorTest, escapeRefreshesNothing) {
+TEST_F(StrideEditorTest, escapeDoesNotRefreshRowsOrStatistics) {
     clickLabel();
     controller->daysLabel()->setText(QStringLiteral("as it was"));
     QTest::keyClick(&editor(), Qt::Key_Escape);
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("as it was"));
 }
 
-TEST_F(StrideEditorTest, tabStores) {
+TEST_F(StrideEditorTest, tabStoresTheStride) {
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Tab);
     EXPECT_FALSE(open());
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, aClickOnTheTableStores) {
+TEST_F(StrideEditorTest, aClickOnTheTableStoresTheStride) {
     openAndType("3");
     click(1);
     EXPECT_FALSE(open());
@@ -334,7 +335,7 @@ TEST_F(StrideEditorTest, aClickOnTheTableStores) {
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
 }
 
-TEST_F(StrideEditorTest, aClickOnAnotherFieldStores) {
+TEST_F(StrideEditorTest, aClickOnAnotherFieldStoresTheStride) {
     openAndType("3");
     QTest::mouseClick(controller->filePathField(), Qt::LeftButton);
     EXPECT_EQ(stored(), 3.0);
@@ -364,7 +365,7 @@ TEST_F(StrideEditorTest, oneCommitRefreshesOnce) {
     EXPECT_EQ(reloads, 1);
 }
 
-TEST_F(StrideEditorTest, aSecondClickBesideItDropsWhatWasTyped) {
+TEST_F(StrideEditorTest, aSecondClickOnTheMilesDiscardsTheTypedText) {
     openAndType("9");
     clickLabel();
     EXPECT_TRUE(open());
@@ -373,7 +374,7 @@ TEST_F(StrideEditorTest, aSecondClickBesideItDropsWhatWasTyped) {
     EXPECT_FALSE(anyStored());
 }
 
-TEST_F(StrideEditorTest, anotherWindowInFrontNeitherStoresNorCancels) {
+TEST_F(StrideEditorTest, activatingAnotherWindowNeitherStoresNorCancels) {
     openAndType("9");
     QWidget other;
     other.show();
@@ -389,7 +390,7 @@ TEST_F(StrideEditorTest, anotherWindowInFrontNeitherStoresNorCancels) {
     EXPECT_TRUE(editor().hasFocus());
 }
 
-TEST_F(StrideEditorTest, itsContextMenuNeitherStoresNorCancels) {
+TEST_F(StrideEditorTest, theEditorsContextMenuNeitherStoresNorCancels) {
     openAndType("9");
     bool seen = false;
     QTimer::singleShot(0, [&seen] {
@@ -407,7 +408,7 @@ TEST_F(StrideEditorTest, itsContextMenuNeitherStoresNorCancels) {
     EXPECT_FALSE(anyStored());
 }
 
-TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
+TEST_F(StrideEditorTest, aCommitKeepsTheSelectionAndTheScrollPosition) {
     std::string text = "<HealthData>\n";
     for (int year = 2000; year < 2025; ++year) {
         for (int month = 10; month <= 12; ++month) {
@@ -421,7 +422,7 @@ TEST_F(StrideEditorTest, theSelectionAndTheScrollPositionOutliveACommit) {
     QCoreApplication::processEvents();
     TableView& table = *controller->tableView();
     click(1);
-    click(3, Qt::ControlModifier);  // the current row now, which is scrolled out of sight
+    click(3, Qt::ControlModifier);  // makes it the current row; scrolling then hides it
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / 2);
     const int scrolled = table.verticalScrollBar()->value();
     ASSERT_GT(scrolled, 0);
@@ -452,12 +453,12 @@ TEST_F(StrideEditorTest, aDialogNeitherStoresNorCancels) {
     EXPECT_FALSE(anyStored());
 }
 
-TEST_F(StrideEditorTest, afterAClickTheTableHasTheFocusOnceItCloses) {
+TEST_F(StrideEditorTest, anEditorOpenedByAClickGivesTheFocusToTheTableWhenItCloses) {
     for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
         clickLabel();
         QTest::keyClick(&editor(), key);
         EXPECT_TRUE(controller->tableView()->hasFocus());
-        // Visibly so: a key has closed the editor.
+        // The focus outline is visible, because a key has closed the editor.
         const QImage with = controller->tableView()->viewport()->grab().toImage();
         controller->tableView()->setFocus(Qt::MouseFocusReason);
         controller->tableView()->clearFocus();
@@ -465,7 +466,7 @@ TEST_F(StrideEditorTest, afterAClickTheTableHasTheFocusOnceItCloses) {
     }
 }
 
-TEST_F(StrideEditorTest, openedByKeyboardItGivesTheFocusBackToTheMiles) {
+TEST_F(StrideEditorTest, anEditorOpenedByKeyboardGivesTheFocusBackToTheMiles) {
     for (const auto opening : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
         for (const auto closing : {Qt::Key_Return, Qt::Key_Escape}) {
             controller->milesLabel()->setFocus(Qt::TabFocusReason);
@@ -478,7 +479,7 @@ TEST_F(StrideEditorTest, openedByKeyboardItGivesTheFocusBackToTheMiles) {
     }
 }
 
-TEST_F(StrideEditorTest, aClickBesideItDoesNotChangeWhereTheFocusGoesBackTo) {
+TEST_F(StrideEditorTest, aSecondClickOnTheMilesDoesNotChangeWhoGetsTheFocusBack) {
     controller->milesLabel()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(controller->milesLabel(), Qt::Key_Space);
     clickLabel();
@@ -492,7 +493,7 @@ TEST_F(StrideEditorTest, theMilesHaveATooltipAndAHandCursor) {
     EXPECT_EQ(controller->milesLabel()->cursor().shape(), Qt::PointingHandCursor);
 }
 
-TEST_F(StrideEditorTest, theStoredStrideIsThereAtTheNextStart) {
+TEST_F(StrideEditorTest, theStoredStrideIsUsedAtTheNextStart) {
     openAndType("3.25");
     QTest::keyClick(&editor(), Qt::Key_Return);
     load(QString());

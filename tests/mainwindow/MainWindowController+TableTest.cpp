@@ -26,7 +26,7 @@ TEST_F(TableTest, noDaysGiveNoRows) {
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
 }
 
-TEST_F(TableTest, aSingleDayGivesItsMonthsRowAndItsOwn) {
+TEST_F(TableTest, aSingleDayGivesAMonthRowAndADayRow) {
     // 5280 steps at 2.5 feet are 2.5 miles.
     const DailySteps only = day(2025, 3, 2, 5280);
     const auto rows = makeController().buildDisplayRows(std::array{only});
@@ -49,7 +49,7 @@ TEST_F(TableTest, monthsAndDaysKeepTheOrderOfTheList) {
     EXPECT_EQ(std::get<DailySteps>(rows[4]), days[2]);
 }
 
-TEST_F(TableTest, theSameMonthOfTwoYearsIsTwoMonths) {
+TEST_F(TableTest, theSameMonthInTwoYearsGivesTwoMonthRows) {
     const std::array days = {day(2025, 1, 5, 10), day(2024, 1, 7, 20)};
     const auto rows = makeController().buildDisplayRows(days);
     ASSERT_EQ(rows.size(), 4U);
@@ -57,7 +57,7 @@ TEST_F(TableTest, theSameMonthOfTwoYearsIsTwoMonths) {
     EXPECT_EQ(month(rows[2]).title(), "January 2024");
 }
 
-TEST_F(TableTest, averagesAreOverTheDaysRecordedAndNotOverTheMonthsDays) {
+TEST_F(TableTest, averagesDivideByTheDaysWithRecordsAndNotByTheDaysOfTheMonth) {
     // 1000 + 2000 + 6000 = 9000; / 3 = 3000. 2.5 × 9000 ÷ 5280 ÷ 3 = 1.420454…
     load({{"2025-03-03", "1000"}, {"2025-03-10", "2000"}, {"2025-03-28", "6000"}});
     const MonthSummary& march = month(controller->displayRows()[0]);
@@ -69,8 +69,8 @@ TEST_F(TableTest, averagesAreOverTheDaysRecordedAndNotOverTheMonthsDays) {
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("1.42"));
 }
 
-TEST_F(TableTest, monthsAreThoseOfTheLocalesCalendarAsTheirTitlesAre) {
-    // The last two days of the Persian year 1403 and the first of the next.
+TEST_F(TableTest, monthsAndTheirTitlesAreThoseOfTheLocalesCalendar) {
+    // The first day of the Persian year 1404 and the last two days of 1403.
     qputenv("LC_ALL", "fa_IR.UTF-8");
     const std::array days = {day(2025, 3, 21, 1), day(2025, 3, 20, 1), day(2025, 3, 19, 1)};
     const auto rows = makeController().buildDisplayRows(days);
@@ -80,21 +80,21 @@ TEST_F(TableTest, monthsAreThoseOfTheLocalesCalendarAsTheirTitlesAre) {
     EXPECT_NE(month(rows[0]).title(), month(rows[2]).title());
 }
 
-// In Polish, "marca" is the month in a date and "marzec" the month alone.
-TEST_F(TableTest, theTitlesMonthHasTheFormThatItHasInADate) {
+// In Polish, March is "marca" in a date and "marzec" by itself.
+TEST_F(TableTest, theTitleHasTheFormOfTheMonthNameInsideADate) {
     const ScopedLocale polish("pl_PL.UTF-8");
     const auto rows = makeController().buildDisplayRows(std::array{day(2025, 3, 2, 1)});
     EXPECT_EQ(month(rows[0]).title(), "marca 2025");
 }
 
-TEST_F(TableTest, aDayWithoutADateHasAnEmptyCellAndAMonthWithoutATitle) {
+TEST_F(TableTest, aDayWithoutADateGetsAMonthRowWithoutATitle) {
     makeController();
     const auto rows = controller->buildDisplayRows(std::array{DailySteps()});
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(month(rows[0]).title(), std::nullopt);
 }
 
-TEST_F(TableTest, theWidestTextOfAColumnIsAmongAFewRows) {
+TEST_F(TableTest, aFewRowsIncludeTheWidestTextOfAColumn) {
     load({{"2025-03-02", "7"},
           {"2025-03-01", "123456"},
           {"2025-02-02", "-99999"},
@@ -107,7 +107,7 @@ TEST_F(TableTest, theWidestTextOfAColumnIsAmongAFewRows) {
     EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("other")), Rows());
 }
 
-TEST_F(TableTest, anUnorderedListGivesAMonthARowForEachRun) {
+TEST_F(TableTest, anUnsortedListGivesOneMonthRowForEachRunOfDaysOfAMonth) {
     const std::array days = {day(2025, 1, 5, 1), day(2025, 2, 5, 1), day(2025, 1, 4, 1)};
     const auto rows = makeController().buildDisplayRows(days);
     ASSERT_EQ(rows.size(), 6U);
@@ -124,7 +124,7 @@ TEST_F(TableTest, aMonthOfNoDaysHasZeroAverages) {
     EXPECT_EQ(summary.avgMiles(), 0);
 }
 
-TEST_F(TableTest, aDaysAverageCellsAreEmpty) {
+TEST_F(TableTest, theAverageCellsOfADayAreEmpty) {
     load({{"2025-03-02", "4000"}});
     EXPECT_EQ(cell(0, "date"), QStringLiteral("March 2025"));
     EXPECT_EQ(cell(1, "date"), QStringLiteral("Mar 2, 2025"));
@@ -133,7 +133,7 @@ TEST_F(TableTest, aDaysAverageCellsAreEmpty) {
     EXPECT_TRUE(cell(1, "avgMiles").isNull());
 }
 
-TEST_F(TableTest, aColumnOfAnotherNameIsEmptyInEveryRow) {
+TEST_F(TableTest, aColumnWithAnUnknownIdentifierIsEmpty) {
     load({{"2025-03-02", "4000"}});
     EXPECT_TRUE(cell(0, "Date").isNull());
     EXPECT_TRUE(cell(1, "other").isNull());
@@ -147,14 +147,14 @@ TEST_F(TableTest, onlyDaysCanBeSelected) {
     EXPECT_TRUE(controller->shouldSelectRow(1));
 }
 
-TEST_F(TableTest, aClickOnAMonthLeavesTheSelection) {
+TEST_F(TableTest, aClickOnAMonthRowKeepsTheSelection) {
     load({{"2025-03-02", "4000"}, {"2025-02-02", "4000"}});
     click(1);
     click(2);
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
 }
 
-TEST_F(TableTest, aNewStrideChangesTheMilesAlone) {
+TEST_F(TableTest, aNewStrideChangesOnlyTheMiles) {
     load({{"2025-03-02", "4000"}, {"2025-02-02", "9000"}});
     const std::vector<DisplayRow> before = controller->displayRows();
     defaults.setDouble(SettingsKeys::strideFootLength, 3.0);
@@ -168,7 +168,7 @@ TEST_F(TableTest, aNewStrideChangesTheMilesAlone) {
     }
 }
 
-TEST_F(TableTest, rebuildingKeepsTheSelectionAndLeavesTheStatistics) {
+TEST_F(TableTest, rebuildingTheRowsKeepsTheSelectionAndTheStatistics) {
     load({{"2025-03-02", "4000"}, {"2025-03-01", "9000"}});
     click(2);
     controller->daysLabel()->setText(QStringLiteral("as it was"));

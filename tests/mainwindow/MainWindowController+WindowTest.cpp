@@ -12,7 +12,7 @@ namespace {
 
 class WindowTest : public ControllerTest {
   protected:
-    // Of a view in the window: the distances of its edges from the window's.
+    // The distances of a view's edges from the window's edges.
     static QMargins distances(const QWidget* view) {
         const QRect frame(view->mapTo(view->window(), QPoint(0, 0)), view->size());
         const QSize window = view->window()->size();
@@ -25,7 +25,7 @@ TEST_F(WindowTest, theTitleIsTheDisplayNameAndTheProductsName) {
     EXPECT_EQ(makeController().window()->windowTitle(), QStringLiteral("Daily Steps — Ambulet"));
 }
 
-TEST_F(WindowTest, withoutADisplayNameTheTitleHasTheNameOfTheProcess) {
+TEST_F(WindowTest, withoutADisplayNameTheTitleHasTheProcessName) {
     const Bundle nameless(path("none.plist"), folder.path());
     MainWindowController other(defaults, nameless);
     EXPECT_EQ(other.window()->windowTitle(), QStringLiteral("test_mainwindow — Ambulet"));
@@ -39,12 +39,12 @@ TEST_F(WindowTest, theRememberedPathIsShownBeforeAnyDataHasLoaded) {
     EXPECT_TRUE(controller->allSteps().empty());
 }
 
-TEST_F(WindowTest, withNothingRememberedThePathFieldIsEmpty) {
+TEST_F(WindowTest, withoutARememberedFileThePathFieldIsEmpty) {
     makeController().showWindow();
     EXPECT_EQ(controller->filePathField()->text(), QString());
 }
 
-TEST_F(WindowTest, theTableHasJustItsFourColumnsWhateverItHadBefore) {
+TEST_F(WindowTest, setupTableColumnsReplacesAllColumnsByTheFour) {
     makeController().showWindow();
     controller->tableView()->setColumns(
         {{QStringLiteral("old"), QStringLiteral("Old"), 50, 50, {}}});
@@ -68,7 +68,7 @@ TEST_F(WindowTest, theTableHasJustItsFourColumnsWhateverItHadBefore) {
         EXPECT_EQ(model.headerData(column, Qt::Horizontal).toString(),
                   QStringView(expected[column].title));
         EXPECT_EQ(made.width, expected[column].width);
-        if (column < 3) {  // the last one takes up the rest
+        if (column < 3) {  // the last column takes the rest of the width
             EXPECT_EQ(controller->tableView()->columnWidth(column), expected[column].width);
         }
         EXPECT_EQ(made.minimumWidth, expected[column].minimumWidth);
@@ -77,7 +77,7 @@ TEST_F(WindowTest, theTableHasJustItsFourColumnsWhateverItHadBefore) {
     EXPECT_TRUE(controller->tableView()->horizontalHeader()->isVisible());
 }
 
-TEST_F(WindowTest, growthGoesToTheTableAlone) {
+TEST_F(WindowTest, onlyTheTableGrowsWithTheWindow) {
     load({{"2025-03-02", "4000"}});
     QWidget& window = *controller->window();
     controller->progressIndicator()->show();
@@ -123,19 +123,19 @@ TEST_F(WindowTest, theMilesLabelIsDirectlyInTheControlsPanel) {
     EXPECT_EQ(controller->milesLabel()->parentWidget(), controller->controlsPanel());
 }
 
-TEST_F(WindowTest, aButtonTitledChooseIsThere) {
+TEST_F(WindowTest, thereIsAButtonTitledChoose) {
     makeController().showWindow();
     const auto* button = controller->window()->findChild<QPushButton*>();
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->text(), QStringLiteral("Choose…"));
 }
 
-TEST_F(WindowTest, itsFirstSizeIs880By720) {
+TEST_F(WindowTest, theInitialSizeIs880By720) {
     makeController().showWindow();
     EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
-TEST_F(WindowTest, onASmallerScreenItStartsWithItsWholeFrameOnTheScreen) {
+TEST_F(WindowTest, onASmallScreenTheWholeFrameIsOnTheScreenAtTheStart) {
     makeController().window()->setGeometry(100, 100, 5000, 4000);
     controller->showWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
@@ -150,7 +150,7 @@ TEST_F(WindowTest, severalRowsCanBeSelected) {
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1, 2}));
 }
 
-TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenItCloses) {
+TEST_F(WindowTest, positionAndSizeAreStoredWhenTheWindowCloses) {
     makeController().showWindow();
     controller->window()->setGeometry(40, 60, 650, 500);
     QCoreApplication::processEvents();
@@ -159,7 +159,7 @@ TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenItCloses) {
     EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
 }
 
-TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenTheProgramQuits) {
+TEST_F(WindowTest, positionAndSizeAreStoredWhenTheProgramQuits) {
     makeController().showWindow();
     controller->window()->setGeometry(40, 60, 650, 500);
     QCoreApplication::processEvents();
@@ -168,15 +168,15 @@ TEST_F(WindowTest, thePlaceAndSizeAreRememberedWhenTheProgramQuits) {
     EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
 }
 
-// A process that is killed neither closes its window nor quits.
-TEST_F(WindowTest, aMoveOrResizeIsRememberedOnceTheWindowRests) {
+// So that the frame is not lost if the process is killed.
+TEST_F(WindowTest, aMoveOrResizeIsStoredSoonAfterwards) {
     makeController().showWindow();
     QWidget& window = *controller->window();
     const auto isStored = [&] {
         return UserDefaults(path("settings.ini")).data(QStringLiteral("MainWindowFrame")) ==
                window.saveGeometry();
     };
-    ASSERT_TRUE(QTest::qWaitFor(isStored));  // as it opened
+    ASSERT_TRUE(QTest::qWaitFor(isStored));  // the initial frame
     window.move(40, 60);
     QCoreApplication::processEvents();
     ASSERT_FALSE(isStored());
@@ -187,7 +187,7 @@ TEST_F(WindowTest, aMoveOrResizeIsRememberedOnceTheWindowRests) {
     EXPECT_TRUE(QTest::qWaitFor(isStored));
 }
 
-TEST_F(WindowTest, aPlaceOnAScreenThatIsGoneIsBroughtBack) {
+TEST_F(WindowTest, aWindowOnAScreenThatNoLongerExistsIsMovedToAnother) {
     makeController().showWindow();
     controller->window()->setGeometry(5000, 4000, 650, 500);
     QCoreApplication::processEvents();
@@ -198,7 +198,7 @@ TEST_F(WindowTest, aPlaceOnAScreenThatIsGoneIsBroughtBack) {
     EXPECT_EQ(controller->window()->size(), QSize(650, 500));
 }
 
-TEST_F(WindowTest, aZoomedWindowComesBackZoomed) {
+TEST_F(WindowTest, aZoomedWindowIsZoomedAtTheNextStart) {
     makeController().showWindow();
     controller->window()->showMaximized();
     QCoreApplication::processEvents();
@@ -210,13 +210,13 @@ TEST_F(WindowTest, aZoomedWindowComesBackZoomed) {
     EXPECT_EQ(controller->window()->geometry(), zoomed);
 }
 
-TEST_F(WindowTest, aDamagedFrameInTheSettingsIsLeftAside) {
+TEST_F(WindowTest, aDamagedFrameInTheSettingsIsIgnored) {
     defaults.setData(QStringLiteral("MainWindowFrame"), QByteArray("no frame"));
     makeController().showWindow();
     EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
-TEST_F(WindowTest, tabGoesFromTheButtonToThePathToTheMilesToTheTableAndAround) {
+TEST_F(WindowTest, tabGoesFromTheButtonToThePathTheMilesTheTableAndBack) {
     load({{"2025-03-02", "1"}});
     controller->window()->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
@@ -239,7 +239,7 @@ TEST_F(WindowTest, thePathCanBeSelectedAndCopiedByKeyboard) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), file);
 }
 
-TEST_F(WindowTest, controlWClosesIt) {
+TEST_F(WindowTest, controlWClosesTheWindow) {
     makeController().showWindow();
     controller->window()->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
@@ -247,7 +247,7 @@ TEST_F(WindowTest, controlWClosesIt) {
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
-TEST_F(WindowTest, beforeAnyFileThePathFieldAndTheTableSayWhatToDo) {
+TEST_F(WindowTest, beforeAFileIsChosenThePathFieldAndTheTableSayWhatToDo) {
     makeController();
     EXPECT_TRUE(controller->textOfEmptyTable().contains(QStringLiteral("export.zip")));
     controller->showWindow();
@@ -258,7 +258,7 @@ TEST_F(WindowTest, beforeAnyFileThePathFieldAndTheTableSayWhatToDo) {
     EXPECT_TRUE(controller->textOfEmptyTable().isNull());
 }
 
-// Of the first letter of a label, the lowest row of pixels, from the top of the panel.
+// The lowest row of pixels of a label's first letter, counted from the top of the panel.
 int baseLine(const QLabel& label) {
     const QImage picture =
         label.parentWidget()->grab(QRect(label.pos(), QSize(9, label.height()))).toImage();
@@ -273,7 +273,7 @@ int baseLine(const QLabel& label) {
     return label.y() * qRound(picture.devicePixelRatio()) + lowest;
 }
 
-TEST_F(WindowTest, theLabelsOfALineStandOnOneBaseLine) {
+TEST_F(WindowTest, theLabelsOfALineHaveTheSameBaseline) {
     load({{"2025-03-02", "4000"}});
     QCoreApplication::processEvents();
     for (const double size : {8.0, 9.0, 9.5, 10.0, 11.0, 13.0, 14.5, 18.0}) {

@@ -6,12 +6,12 @@ namespace {
 
 using MainWindowControllerTest = ControllerTest;
 
-TEST_F(MainWindowControllerTest, theRememberedPathIsThereRightAfterCreation) {
+TEST_F(MainWindowControllerTest, theRememberedPathIsKnownAfterConstruction) {
     EXPECT_EQ(makeController(QStringLiteral("/tmp/export.xml")).filePath(),
               QStringLiteral("/tmp/export.xml"));
 }
 
-TEST_F(MainWindowControllerTest, aPathThatIsOnlyARegisteredDefaultIsNotRemembered) {
+TEST_F(MainWindowControllerTest, aPathThatIsOnlyARegisteredDefaultIsIgnored) {
     defaults.registerDefaults({{SettingsKeys::xmlFilePath, QStringLiteral("/tmp/export.xml")}});
     EXPECT_EQ(makeController().filePath(), std::nullopt);
 }
@@ -47,7 +47,7 @@ TEST_F(MainWindowControllerTest, stepsAreWholeNumbersRoundedHalfToEven) {
     EXPECT_EQ(cell(3, "avgSteps"), QStringLiteral("7,002"));
 }
 
-// 3000 steps at 2.5 feet are 1.42045… miles, 6336 are 3.
+// 3000 steps of 2.5 feet are 1.42045… miles; 6336 steps are 3 miles.
 TEST_F(MainWindowControllerTest, milesAlwaysHaveTwoDecimals) {
     load({{"2025-03-01", "3000"}, {"2025-02-01", "6336"}});
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("1.42"));
@@ -59,7 +59,7 @@ TEST_F(MainWindowControllerTest, datesAreInTheMediumStyleWithoutATime) {
     EXPECT_EQ(cell(1, "date"), QStringLiteral("Mar 2, 2025"));
 }
 
-TEST_F(MainWindowControllerTest, aViewThatIsGoneIsNullAndDoneWithout) {
+TEST_F(MainWindowControllerTest, theControllerWorksWithoutAViewThatWasDestroyed) {
     load({{"2025-03-02", "1"}});
     for (QWidget* view : std::initializer_list<QWidget*>{
              controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
