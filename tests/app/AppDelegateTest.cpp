@@ -82,7 +82,7 @@ TEST_F(AppDelegateTest, theFirstStartOpensTheGuideInFrontOfTheMainWindow) {
     EXPECT_FALSE(about().isVisible());
 }
 
-TEST_F(AppDelegateTest, theGuideDoesNotOpenIfAnyPathIsStoredEvenAnEmptyOneOrAMissingFiles) {
+TEST_F(AppDelegateTest, theGuideDoesNotOpenIfAPathIsStoredEvenAnEmptyOneOrOneOfAMissingFile) {
     for (const QString& path : {u""_s, u"/no/such/file.xml"_s}) {
         defaults.setString(SettingsKeys::xmlFilePath, path);
         AppDelegate started(defaults, Bundle::main());
@@ -167,7 +167,7 @@ TEST_F(AppDelegateTest, theItemsOfTheGuideWorkAfterTheOtherWindowsAreClosed) {
     EXPECT_TRUE(help().isVisible());
 }
 
-TEST_F(AppDelegateTest, whatOneWindowsMenuHidesAnotherOnesShowAllBringsBack) {
+TEST_F(AppDelegateTest, windowsHiddenFromOneWindowsMenuCanBeShownFromAnothers) {
     delegate.applicationDidFinishLaunching();
     item(u"Hide Daily Steps"_s, help()).trigger();
     ASSERT_TRUE(mainWindow().isMinimized());

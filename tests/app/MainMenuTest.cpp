@@ -105,7 +105,7 @@ TEST_F(MainMenuTest, everyMenuAndItemHasAnAccessKey) {
     EXPECT_EQ(marked(menu(2)), QStringList({u"&Getting Started…"_s}));
 }
 
-TEST_F(MainMenuTest, noItemActsAgainWhileItsKeyIsHeld) {
+TEST_F(MainMenuTest, aHeldKeyTriggersItsItemOnce) {
     for (int index = 0; index < 3; ++index) {
         for (const QAction* const action : menu(index).actions()) {
             EXPECT_TRUE(action->isSeparator() || action->menu() || !action->autoRepeat())
@@ -147,7 +147,7 @@ TEST_F(MainMenuTest, aWindowGetsItsMenuBarOnce) {
     EXPECT_EQ(window.findChildren<QMenuBar*>().size(), 1);
 }
 
-TEST_F(MainMenuTest, theMenuBarsGoWithTheirWindowsAndWithTheMenu) {
+TEST_F(MainMenuTest, menuBarsAreDestroyedWithTheirWindowOrTheMenu) {
     auto other = std::make_unique<MainMenu>(u"Other"_s);
     AuxiliaryWindow kept(QSize(360, 260), AuxiliaryWindow::Sizing::Fixed);
     other->installOn(kept);
@@ -176,7 +176,7 @@ TEST_F(MainMenuTest, hideMinimisesAllOpenWindowsAndShowAllRestoresThem) {
     EXPECT_FALSE(closed.isVisible());
 }
 
-TEST_F(MainMenuTest, showAllLeavesWindowsThatTheUserMinimised) {
+TEST_F(MainMenuTest, showAllDoesNotRestoreWindowsThatTheUserMinimised) {
     QWidget byUser;
     QWidget hidden;
     QWidget hiddenThenByUser;
