@@ -17,7 +17,7 @@
 
 namespace ambulet {
 
-/// A test fixture with its own controller and the application's own bundle.
+/// A test fixture with a controller of its own that uses the application's bundle.
 template <typename Controller>
 class AuxiliaryWindowCase : public testing::Test {
   protected:
@@ -57,7 +57,7 @@ class AuxiliaryWindowCase : public testing::Test {
     Controller controller{Bundle::main()};
 };
 
-/// Expects the same controller for all of several threads that ask at once.
+/// Expects that several threads that ask for the controller at the same time get the same one.
 template <typename Controller>
 void expectOneSharedController() {
     std::vector<Controller*> seen(8);

@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// A bundle without resources, whose information can be changed.
+/// A bundle without resources. Its information can be changed.
 class ChangingBundle {
   public:
     ChangingBundle(const QString& displayName, const QString& version) {

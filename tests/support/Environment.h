@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// Sets an environment variable, or takes it away, for as long as it lives.
+/// Sets or removes an environment variable, and restores it when destroyed.
 class ScopedVariable {
   public:
     ScopedVariable(std::string name, const std::optional<std::string>& value)
@@ -35,7 +35,7 @@ class ScopedVariable {
     std::optional<std::string> _old;
 };
 
-/// The process's time zone, for as long as it lives: a name such as "Europe/Berlin".
+/// Sets the time zone of the process, such as "Europe/Berlin", and restores it when destroyed.
 class ScopedTimeZone {
   public:
     explicit ScopedTimeZone(const std::string& name) {
@@ -53,7 +53,7 @@ class ScopedTimeZone {
     std::optional<ScopedVariable> _variable;
 };
 
-/// The user's locale, for as long as it lives: a name such as "de_DE.UTF-8".
+/// Sets the user's locale, such as "de_DE.UTF-8", and restores it when destroyed.
 class ScopedLocale {
   public:
     explicit ScopedLocale(const std::string& name) : _variable("LC_ALL", name) {}

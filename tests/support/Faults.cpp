@@ -1,4 +1,5 @@
-// The program's own definitions take the place of the C library's, which they look up and call.
+// These definitions replace the C library's functions. They find the originals with dlsym and call
+// them.
 
 #include "support/Faults.h"
 
@@ -60,7 +61,8 @@ struct {
     bool mainThreadHasAsked = false;
 } hanging;
 
-// Whether the main thread asks for what does not answer. Other threads wait here.
+// True if the main thread accesses the hanging folder. Other threads wait here until it is
+// released.
 bool hangs(const char* path) {
     std::unique_lock lock(hanging.mutex);
     if (hanging.folder.empty() || path == nullptr ||
@@ -85,7 +87,7 @@ void logOpen(const char* path) {
     }
 }
 
-// The mode that follows the flags where a file may be made.
+// The mode argument, which is there only if the flags may create a file.
 mode_t modeIn(int flags, va_list arguments) {
     return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
 }

@@ -5,26 +5,27 @@
 
 namespace ambulet {
 
-// A test program that links Faults.cpp has its calls to the operating system pass through it. One
-// object of each class at a time.
+// If a test program links Faults.cpp, its calls to the operating system go through it. Each class
+// has an effect on the whole process as long as its object exists. Only one object of each class
+// may exist at a time.
 
-/// Lets a call to the operating system fail, in this process, for as long as it lives.
+/// Makes a call to the operating system fail.
 class Fault {
   public:
     enum class Call { Open, Write, Fsync, Rename };
 
-    /// The call number `at` (1 is the next one) and all later ones fail with `error`. A failing
-    /// write first writes half of what it was given where `isShort` is set.
+    /// The call number `at` (1 is the next one) and all later calls fail with `error`. If `isShort`
+    /// is set, a failing write first writes half of its data.
     Fault(Call call, int at, int error, bool isShort = false);
     ~Fault();
     Fault(const Fault&) = delete;
     Fault& operator=(const Fault&) = delete;
 
-    /// How many calls have failed.
+    /// The number of calls that have failed.
     int failures() const;
 };
 
-/// No file has a birth time, as on some file systems, for as long as it lives.
+/// Hides the birth times of files. Some file systems have none.
 class NoBirthTimes {
   public:
     NoBirthTimes();
@@ -33,7 +34,7 @@ class NoBirthTimes {
     NoBirthTimes& operator=(const NoBirthTimes&) = delete;
 };
 
-/// Every file system has another device number, for as long as it lives.
+/// Changes the device number of every file system.
 class OtherDevices {
   public:
     OtherDevices();
@@ -42,7 +43,7 @@ class OtherDevices {
     OtherDevices& operator=(const OtherDevices&) = delete;
 };
 
-/// The process gets no further thread for as long as it lives.
+/// Makes starting a thread fail.
 class NoThreads {
   public:
     NoThreads();
@@ -51,9 +52,11 @@ class NoThreads {
     NoThreads& operator=(const NoThreads&) = delete;
 };
 
-/// A file system that does not answer: who asks for anything below `folder` waits until this object
-/// goes. The main thread does not wait; it is told that there is nothing. The environment variable
-/// AMBULET_HANG names such a folder for a whole run, in which the main thread waits, too.
+/// Simulates a mount that hangs: threads that access anything below `folder` wait until this object
+/// is destroyed. The main thread does not wait; for it, nothing exists there.
+///
+/// The environment variable AMBULET_HANG does the same for a folder for the whole run of a program,
+/// but there the main thread waits, too.
 class HangingFolder {
   public:
     explicit HangingFolder(const std::string& folder);
@@ -65,7 +68,7 @@ class HangingFolder {
     bool mainThreadHasAsked() const;
 };
 
-/// The paths of all files and folders that the process opens for as long as it lives.
+/// Records the paths of all files and folders that the process opens.
 class OpenLog {
   public:
     OpenLog();

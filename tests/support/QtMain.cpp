@@ -1,5 +1,5 @@
-// The main of the test programs that need an application object. It draws in memory. Settings go to
-// a folder of the run's own, so that no test reads or writes the user's.
+// The main function of test programs that need an application object. Windows are drawn in memory.
+// Settings are in a temporary folder, so that no test reads or writes the user's.
 
 #include <QApplication>
 #include <QTemporaryDir>

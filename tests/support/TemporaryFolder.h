@@ -9,7 +9,7 @@
 
 namespace ambulet {
 
-/// A new, empty folder that goes, with all that is in it, when this does.
+/// A new, empty folder. The destructor removes it with its contents.
 class TemporaryFolder {
   public:
     TemporaryFolder() {
@@ -28,7 +28,7 @@ class TemporaryFolder {
 
     const std::filesystem::path& path() const { return _path; }
 
-    /// Writes a file of that name into the folder and returns its path.
+    /// Writes a file into the folder and returns its path.
     std::filesystem::path write(std::string_view name, std::string_view content) const {
         std::filesystem::path file = _path / name;
         std::ofstream stream(file, std::ios::binary);
