@@ -18,7 +18,7 @@ namespace ambulet {
 
 namespace {
 
-// Keeps its promise when it is destroyed.
+// Sets a promise when it is destroyed.
 struct Token {
     std::promise<void> destroyed;
     ~Token() { destroyed.set_value(); }
@@ -56,7 +56,7 @@ TEST(BackgroundTask, theCompletionComesFromTheEventLoopNotFromTheCall) {
     EXPECT_TRUE(returnedBefore);
 }
 
-TEST(BackgroundTask, worksRunAtTheSameTimeAndCompleteInTheOrderInWhichTheyEnd) {
+TEST(BackgroundTask, worksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
     QObject receiver;
     QEventLoop loop;
     std::latch secondCompleted(1);
@@ -80,7 +80,7 @@ TEST(BackgroundTask, worksRunAtTheSameTimeAndCompleteInTheOrderInWhichTheyEnd) {
     EXPECT_EQ(completed, (std::vector{2, 1}));
 }
 
-TEST(BackgroundTask, eachOfManyWorksHasItsOwnThread) {
+TEST(BackgroundTask, eachOfManyWorksRunsOnAThreadOfItsOwn) {
     constexpr int works = 50;
     QObject receiver;
     QEventLoop loop;
@@ -121,8 +121,8 @@ TEST(BackgroundTask, workCompletionAndResultNeedOnlyBeMovable) {
 }
 
 TEST(BackgroundTask, theWorkIsDestroyedBeforeTheCompletionIsPosted) {
-    // Posting is seen from its failing: the receiver is gone, so the completion is destroyed
-    // instead.
+    // The receiver no longer exists. So instead of being posted, the completion is destroyed, which
+    // the test can see.
     std::vector<std::string> destroyed;
     const auto witness = [&destroyed](std::promise<void>& seen, const char* name) {
         return std::shared_ptr<void>(nullptr, [&destroyed, &seen, name](void*) {
@@ -147,7 +147,7 @@ TEST(BackgroundTask, theWorkIsDestroyedBeforeTheCompletionIsPosted) {
     EXPECT_EQ(destroyed, (std::vector<std::string>{"work", "completion"}));
 }
 
-TEST(BackgroundTask, aWorkThatThrowsCompletesWithADefaultResult) {
+TEST(BackgroundTask, ifTheWorkThrowsTheCompletionGetsADefaultResult) {
     QObject receiver;
     QEventLoop loop;
     std::vector<int> lengths;
@@ -182,7 +182,7 @@ TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedDuringTheWo
     EXPECT_FALSE(completed);
 }
 
-TEST(BackgroundTask, receiversDestroyedWhileWorksEndAreNeverTouched) {
+TEST(BackgroundTask, aReceiverDestroyedWhileAWorkEndsIsNeverTouched) {
     for (int i = 0; i < 200; ++i) {
         auto receiver = std::make_unique<QObject>();
         auto token = std::make_unique<Token>();
@@ -200,7 +200,7 @@ TEST(BackgroundTask, receiversDestroyedWhileWorksEndAreNeverTouched) {
     }
 }
 
-// Whether a process that may have no further thread passes.
+// Runs `body` in a process that cannot start threads, and returns whether it passes.
 bool passesWithoutThreads(const std::function<void()>& body) {
     return passesUnprivileged([&body] {
         const rlimit none{0, 0};
@@ -209,7 +209,7 @@ bool passesWithoutThreads(const std::function<void()>& body) {
     });
 }
 
-TEST(BackgroundTask, withoutAThreadTheCompletionGetsADefaultResult) {
+TEST(BackgroundTask, ifNoThreadCanBeStartedTheCompletionGetsADefaultResult) {
     EXPECT_TRUE(passesWithoutThreads([] {
         QObject receiver;
         std::string text = "untouched";
@@ -227,7 +227,7 @@ TEST(BackgroundTask, withoutAThreadTheCompletionGetsADefaultResult) {
     }));
 }
 
-TEST(BackgroundTask, aCompletedCallLeavesNoConnectionBehind) {
+TEST(BackgroundTask, aCompletedCallLeavesNoSignalConnection) {
     struct Receiver : QObject {
         using QObject::receivers;
     } receiver;
@@ -239,7 +239,7 @@ TEST(BackgroundTask, aCompletedCallLeavesNoConnectionBehind) {
 }
 
 TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterIt) {
-    // Without a thread the completion is certainly posted when the call returns.
+    // If no thread can be started, the completion has been posted when the call returns.
     EXPECT_TRUE(passesWithoutThreads([] {
         auto receiver = std::make_unique<QObject>();
         bool completed = false;

@@ -15,7 +15,7 @@ QByteArray propertyList(const QByteArray& entries) {
            "</dict></plist>\n";
 }
 
-TEST(Bundle, theApplicationsOwnBundleHasItsNameAndVersion) {
+TEST(Bundle, theMainBundleHasTheApplicationsNameAndVersion) {
     const Bundle& bundle = Bundle::main();
     EXPECT_EQ(bundle.displayName(), u"Daily Steps"_s);
     EXPECT_EQ(bundle.identifier(), u"org.ambulet.DailySteps"_s);
@@ -26,7 +26,7 @@ TEST(Bundle, theApplicationsOwnBundleHasItsNameAndVersion) {
     EXPECT_EQ(bundle.information(u"CFBundleDocumentTypes"_s), std::nullopt);
 }
 
-TEST(Bundle, theApplicationsOwnResourcesAreCompiledIn) {
+TEST(Bundle, theMainBundlesResourcesAreCompiledIn) {
     EXPECT_EQ(Bundle::main().resourcePath(u"Info"_s, u"plist"_s), u":/Info.plist"_s);
     EXPECT_EQ(Bundle::main().resourcePath(u"Info"_s, u"plist"_s, u"Help"_s), std::nullopt);
 }
@@ -47,7 +47,7 @@ TEST_F(BundleTest, aTextEntryIsReturnedUnchanged) {
     EXPECT_EQ(bundle.information(u"C"_s), std::nullopt);
 }
 
-TEST_F(BundleTest, anEntryThatIsNoTextIsNotReturned) {
+TEST_F(BundleTest, anEntryThatIsNotATextIsNotReturned) {
     const Bundle bundle =
         bundleOf(propertyList("<key>A</key><true/><key>B</key><array><string>in B</string></array>"
                               "<key>C</key><dict><key>D</key><string>in "
@@ -59,12 +59,12 @@ TEST_F(BundleTest, anEntryThatIsNoTextIsNotReturned) {
     EXPECT_EQ(bundle.information(u"E"_s), u"e"_s);
 }
 
-TEST_F(BundleTest, withoutADisplayNameTheApplicationHasTheProcesssName) {
+TEST_F(BundleTest, withoutADisplayNameTheNameIsTheProcessName) {
     const Bundle bundle = bundleOf(propertyList("<key>CFBundleName</key><string>No</string>"));
     EXPECT_EQ(bundle.displayName(), u"test_platform"_s);
 }
 
-TEST_F(BundleTest, anEmptyDisplayNameIsAName) {
+TEST_F(BundleTest, anEmptyDisplayNameIsUsed) {
     const Bundle bundle = bundleOf(propertyList("<key>CFBundleDisplayName</key><string></string>"));
     EXPECT_EQ(bundle.displayName(), u""_s);
 }
@@ -77,7 +77,7 @@ TEST_F(BundleTest, theDisplayNameIsReadAtEveryCall) {
     EXPECT_EQ(bundle.displayName(), u"Two"_s);
 }
 
-TEST_F(BundleTest, aPropertyListThatIsDamagedOrMissingHasNoEntries) {
+TEST_F(BundleTest, aDamagedOrMissingPropertyListHasNoEntries) {
     const QByteArray whole = propertyList("<key>CFBundleDisplayName</key><string>Name</string>"
                                           "<key>CFBundleIdentifier</key><string>a.b</string>");
     ASSERT_EQ(bundleOf(whole).identifier(), u"a.b"_s);

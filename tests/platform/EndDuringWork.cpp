@@ -1,5 +1,5 @@
-// A program that ends while a work is under way, in the way that its argument names. It exits with
-// 0 if all went as it should, and hangs or fails otherwise.
+// A program that ends while a work is running. Its argument says how. It exits with 0 if the test
+// passes, and hangs or fails otherwise.
 
 #include "platform/BackgroundTask.h"
 
@@ -15,7 +15,7 @@ namespace ambulet {
 
 namespace {
 
-// Keeps its promise when it is destroyed.
+// Sets a promise when it is destroyed.
 struct Token {
     std::promise<void> destroyed;
     ~Token() { destroyed.set_value(); }
@@ -24,7 +24,7 @@ struct Token {
 int theApplicationsEndWaitsForNoWork(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QObject receiver;
-    // Not destroyed, as the work is not over when main is.
+    // Never destroyed, because the work is still running when main returns.
     auto* const started = new std::latch(1);
     auto* const never = new std::latch(1);
     runInBackground(

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A home folder of the test's own, whose usual folders are the usual ones.
+// A temporary home folder with the usual folders.
 class FileBookmarkTest : public testing::Test {
   protected:
     static QByteArray bookmarkOf(const QString& path) {
@@ -42,43 +42,43 @@ class FileBookmarkTest : public testing::Test {
 
     TestFolder _folder;
     const ScopedVariable _home{"HOME", _folder.makeFolder(u"home"_s).toStdString()};
-    // Not below the home folder, so that only the search of the usual folders finds what is there.
+    // Outside the home folder, so that only the search of the usual folders finds files in it.
     const QString _path = _folder.write(u"disk/exports/apple/export.xml"_s);
     QByteArray _bookmark = bookmarkOf(_path);
 };
 
-TEST_F(FileBookmarkTest, theSameFileAtItsPathIsNotStale) {
+TEST_F(FileBookmarkTest, aBookmarkOfAnUnmovedFileIsNotStale) {
     expectResolved(_path, false);
 }
 
-TEST_F(FileBookmarkTest, aFileWithNewContentIsTheSameFile) {
+TEST_F(FileBookmarkTest, aFileWithNewContentIsStillTheSameFile) {
     _folder.write(u"disk/exports/apple/export.xml"_s, "other content");
     expectResolved(_path, false);
 }
 
-TEST_F(FileBookmarkTest, anotherFileAtThePathIsTakenAndStale) {
+TEST_F(FileBookmarkTest, anotherFileAtThePathIsFoundAndTheBookmarkIsStale) {
     const QString other = _folder.write(u"other"_s, "other");
     moveTo(u"disk/exports/apple/moved.xml"_s);
     ASSERT_TRUE(QFile::rename(other, _path));
     expectResolved(_path, true);
 }
 
-TEST_F(FileBookmarkTest, aRenamedFileIsFoundAndStale) {
+TEST_F(FileBookmarkTest, aRenamedFileIsFoundAndTheBookmarkIsStale) {
     moveTo(u"disk/exports/apple/renamed.xml"_s);
     expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
 }
 
-TEST_F(FileBookmarkTest, aFileMovedBelowItsFolderIsFound) {
+TEST_F(FileBookmarkTest, aFileMovedIntoASubfolderIsFound) {
     moveTo(u"disk/exports/apple/old/export.xml"_s);
     expectFoundAt(u"disk/exports/apple/old/export.xml"_s);
 }
 
-TEST_F(FileBookmarkTest, aFileMovedToTheFolderAroundItsOwnIsFound) {
+TEST_F(FileBookmarkTest, aFileMovedToTheParentFolderIsFound) {
     moveTo(u"disk/exports/export.xml"_s);
     expectFoundAt(u"disk/exports/export.xml"_s);
 }
 
-TEST_F(FileBookmarkTest, aFileMovedToAFolderBesideItsOwnIsFound) {
+TEST_F(FileBookmarkTest, aFileMovedToASiblingFolderIsFound) {
     moveTo(u"disk/exports/2024/export.xml"_s);
     expectFoundAt(u"disk/exports/2024/export.xml"_s);
 }
@@ -89,7 +89,7 @@ TEST_F(FileBookmarkTest, aFileWhoseFolderWasRenamedIsFound) {
     expectFoundAt(u"disk/exports/health/export.xml"_s);
 }
 
-TEST_F(FileBookmarkTest, aFileMovedToTheHomeFolderOrBelowIsFound) {
+TEST_F(FileBookmarkTest, aFileMovedToTheHomeFolderOrAFolderInItIsFound) {
     for (const QString& place :
          {u"home/Downloads/export.xml"_s, u"home/Documents/health/export.xml"_s,
           u"home/Desktop/export.xml"_s, u"home/export.xml"_s, u"home/health/2024/e.xml"_s}) {
@@ -99,7 +99,7 @@ TEST_F(FileBookmarkTest, aFileMovedToTheHomeFolderOrBelowIsFound) {
     }
 }
 
-TEST_F(FileBookmarkTest, aFileMovedOutOfReachIsNotFound) {
+TEST_F(FileBookmarkTest, aFileMovedToAFolderThatIsNotSearchedIsNotFound) {
     moveTo(u"elsewhere/export.xml"_s);
     EXPECT_FALSE(FileBookmark::resolve(_bookmark));
 }
@@ -111,7 +111,7 @@ TEST_F(FileBookmarkTest, aDeletedFileResolvesToNothing) {
     EXPECT_FALSE(FileBookmark::resolve(_bookmark));
 }
 
-TEST_F(FileBookmarkTest, aNewBookmarkOfWhatAStaleOneLedToIsNotStale) {
+TEST_F(FileBookmarkTest, aNewBookmarkOfTheFileThatAStaleOneFoundIsNotStale) {
     moveTo(u"disk/exports/renamed.xml"_s);
     const auto resolved = FileBookmark::resolve(_bookmark);
     ASSERT_TRUE(resolved);
@@ -119,7 +119,7 @@ TEST_F(FileBookmarkTest, aNewBookmarkOfWhatAStaleOneLedToIsNotStale) {
     expectResolved(_folder.path(u"disk/exports/renamed.xml"_s), false);
 }
 
-TEST_F(FileBookmarkTest, whatIsNoRegularFileAtThePathIsNotTaken) {
+TEST_F(FileBookmarkTest, onlyARegularFileAtThePathIsFound) {
     ASSERT_TRUE(QFile::remove(_path));
     _folder.makeFIFO(u"disk/exports/apple/export.xml"_s);
     EXPECT_FALSE(FileBookmark::resolve(_bookmark));
@@ -128,7 +128,7 @@ TEST_F(FileBookmarkTest, whatIsNoRegularFileAtThePathIsNotTaken) {
     EXPECT_FALSE(FileBookmark::resolve(_bookmark));
 }
 
-TEST_F(FileBookmarkTest, anyNameComesBack) {
+TEST_F(FileBookmarkTest, namesWithUnusualCharactersAreKept) {
     for (const QString& name : {u"Zoë/走步/😀.xml"_s, u" a, b%20\n\"c\".xml"_s}) {
         const QString path = _folder.write(name);
         _bookmark = bookmarkOf(path);
@@ -144,7 +144,7 @@ TEST_F(FileBookmarkTest, aRelativePathIsMadeAbsolute) {
     expectResolved(_path, false);
 }
 
-TEST_F(FileBookmarkTest, aLinkStandsForTheFileItLeadsTo) {
+TEST_F(FileBookmarkTest, aBookmarkOfALinkIsABookmarkOfItsTarget) {
     const QString link = _folder.path(u"link.xml"_s);
     ASSERT_TRUE(QFile::link(_path, link));
     _bookmark = bookmarkOf(link);
@@ -154,7 +154,7 @@ TEST_F(FileBookmarkTest, aLinkStandsForTheFileItLeadsTo) {
     expectResolved(link, true);
 }
 
-TEST_F(FileBookmarkTest, thereIsNoneOfWhatIsNoRegularFile) {
+TEST_F(FileBookmarkTest, onlyRegularFilesHaveBookmarks) {
     EXPECT_FALSE(FileBookmark::make(_folder.path()));
     EXPECT_FALSE(FileBookmark::make(_folder.path(u"missing"_s)));
     EXPECT_FALSE(FileBookmark::make(_folder.makeFIFO(u"fifo"_s)));
@@ -162,7 +162,7 @@ TEST_F(FileBookmarkTest, thereIsNoneOfWhatIsNoRegularFile) {
     EXPECT_FALSE(FileBookmark::make(QString()));
 }
 
-TEST_F(FileBookmarkTest, aNameThatIsNotUTF8ComesBackByteForByte) {
+TEST_F(FileBookmarkTest, aNameThatIsNotUTF8IsKeptByteForByte) {
     const std::string name = FileURL(_folder.path(u"disk/exports/apple/"_s)).path + "\xff\xfe.xml";
     ASSERT_EQ(::rename(FileURL(_path).path.c_str(), name.c_str()), 0);
     const auto found = FileBookmark::resolve(_bookmark);
@@ -175,7 +175,7 @@ TEST_F(FileBookmarkTest, aNameThatIsNotUTF8ComesBackByteForByte) {
     EXPECT_FALSE(again->stale);
 }
 
-// The record of version 1 is that of version 2 without the eight bytes of the size at its end.
+// A record of version 1 is one of version 2 without the size, which is its last eight bytes.
 TEST_F(FileBookmarkTest, aBookmarkOfVersion1FindsItsFile) {
     _bookmark[4] = '\1';
     _bookmark.chop(8);
@@ -184,7 +184,7 @@ TEST_F(FileBookmarkTest, aBookmarkOfVersion1FindsItsFile) {
     expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
 }
 
-TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandNeighbours) {
+TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandOtherFiles) {
     for (int i = 0; i < 10'000; ++i) {
         const int file =
             ::creat(FileURL(_folder.path(u"disk/exports/apple/n%1"_s.arg(i))).path.c_str(), 0600);
@@ -195,9 +195,9 @@ TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandNeighbours) {
     expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
 }
 
-// What becomes of the remembered file, and what the bookmark makes of it then. "The name" is the
-// one that the file had.
-TEST_F(FileBookmarkTest, isWhereTheTableSays) {
+// Each case: what happens to the remembered file, and to what the bookmark resolves afterwards.
+// "The name" is the file's name before.
+TEST_F(FileBookmarkTest, resolvesAsTheTableSaysAfterMovesAndReplacements) {
     const QString moved = u"disk/exports/moved.xml"_s;
     const auto copyBack = [&] {  // another file with the same name, size and content
         ASSERT_TRUE(QFile::copy(_path, _folder.path(moved)));
@@ -208,7 +208,7 @@ TEST_F(FileBookmarkTest, isWhereTheTableSays) {
         const char* happened;
         bool keepsBirthTimes;
         std::function<void()> happens;
-        std::optional<QString> found;  // none: nowhere
+        std::optional<QString> found;  // empty if the bookmark does not resolve
         bool stale;
     } cases[] = {
         {"nothing", true, [] {}, _path, false},
@@ -273,8 +273,8 @@ TEST_F(FileBookmarkTest, isWhereTheTableSays) {
     }
 }
 
-// As after a restart: the numbers of devices are dealt out anew.
-TEST_F(FileBookmarkTest, onAFileSystemWithAnotherNumberTheFileAtItsPathIsFound) {
+// A restart can change the device numbers.
+TEST_F(FileBookmarkTest, ifTheDeviceNumberHasChangedTheFileAtItsPathIsFound) {
     for (const bool keepsBirthTimes : {true, false}) {
         std::optional<NoBirthTimes> noBirthTimes;
         if (!keepsBirthTimes) {
@@ -286,8 +286,8 @@ TEST_F(FileBookmarkTest, onAFileSystemWithAnotherNumberTheFileAtItsPathIsFound) 
     }
 }
 
-// The path that a document portal hands out is below a folder that is hidden from the search, on a
-// file system without birth times.
+// A path from a document portal is in a folder that is not searched, on a file system without birth
+// times.
 TEST_F(FileBookmarkTest, aFileInADocumentPortalIsFoundAtItsPath) {
     const NoBirthTimes fuse;
     const QString path = _folder.write(u"run/user/1000/doc/1a2b3c4d/export.xml"_s);
@@ -297,7 +297,7 @@ TEST_F(FileBookmarkTest, aFileInADocumentPortalIsFoundAtItsPath) {
     expectResolved(path, true);
 }
 
-TEST_F(FileBookmarkTest, dataThatIsCutOffOrTooLongResolvesToNothing) {
+TEST_F(FileBookmarkTest, truncatedOrTooLongDataResolvesToNothing) {
     for (qsizetype size = 0; size < _bookmark.size(); ++size) {
         EXPECT_FALSE(FileBookmark::resolve(_bookmark.first(size))) << size;
         EXPECT_FALSE(FileBookmark::isBookmark(_bookmark.first(size))) << size;
@@ -307,7 +307,7 @@ TEST_F(FileBookmarkTest, dataThatIsCutOffOrTooLongResolvesToNothing) {
 }
 
 TEST_F(FileBookmarkTest, dataOfAnotherVersionResolvesToNothing) {
-    constexpr qsizetype version = 4;  // its place in the record, after the four bytes of signature
+    constexpr qsizetype version = 4;  // offset in the record, after the signature
     ASSERT_EQ(_bookmark[version], '\2');
     for (const char other : {'\0', '\3', '\xff'}) {
         _bookmark[version] = other;
@@ -316,7 +316,7 @@ TEST_F(FileBookmarkTest, dataOfAnotherVersionResolvesToNothing) {
 }
 
 TEST_F(FileBookmarkTest, dataWithARelativePathResolvesToNothing) {
-    constexpr qsizetype path = 9;  // its place in the record, after signature, version and length
+    constexpr qsizetype path = 9;  // offset in the record, after signature, version and length
     ASSERT_EQ(_bookmark[path], '/');
     _bookmark[path] = 'x';
     _folder.write(u"current/x"_s + _path.sliced(1));
@@ -326,14 +326,14 @@ TEST_F(FileBookmarkTest, dataWithARelativePathResolvesToNothing) {
     ASSERT_TRUE(QDir::setCurrent(before));
 }
 
-TEST_F(FileBookmarkTest, dataThatIsNoBookmarkResolvesToNothing) {
+TEST_F(FileBookmarkTest, dataThatIsNotABookmarkResolvesToNothing) {
     for (const QByteArray& data : {QByteArray(), QByteArray("bookmark"), QByteArray(1000, '\xff'),
                                    QByteArray("book\0\0\0\0mark\0\0\0\0", 16)}) {
         EXPECT_FALSE(FileBookmark::resolve(data));
     }
 }
 
-TEST_F(FileBookmarkTest, aDamagedBookmarkLeadsToTheFileOrNowhere) {
+TEST_F(FileBookmarkTest, aDamagedBookmarkResolvesToTheFileOrToNothing) {
     std::mt19937 random(1);  // the same damage in every run
     for (qsizetype at = 0; at < _bookmark.size(); ++at) {
         QByteArray damaged = _bookmark;

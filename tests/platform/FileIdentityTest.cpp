@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(FileIdentity, withABirthTimeInodeAndBirthTimeTellFilesApart) {
+TEST(FileIdentity, withABirthTimeInodeAndBirthTimeIdentifyAFile) {
     const FileIdentity file{8, 42, FileIdentity::Time{1000, 5}};
     const struct {
         FileIdentity other;
@@ -18,9 +18,9 @@ TEST(FileIdentity, withABirthTimeInodeAndBirthTimeTellFilesApart) {
     } cases[] = {
         {{8, 42, FileIdentity::Time{1000, 5}}, true},
         {{8, 43, FileIdentity::Time{1000, 5}}, false},
-        {{8, 42, FileIdentity::Time{1000, 6}}, false},  // the inode number is used again
+        {{8, 42, FileIdentity::Time{1000, 6}}, false},  // the inode number was reused
         {{8, 42, FileIdentity::Time{1001, 5}}, false},
-        {{9, 42, FileIdentity::Time{1000, 5}}, true},  // the device has another number now
+        {{9, 42, FileIdentity::Time{1000, 5}}, true},  // the device number has changed
         {{8, 42, std::nullopt}, false},
     };
     for (const auto& [other, same] : cases) {
@@ -29,25 +29,25 @@ TEST(FileIdentity, withABirthTimeInodeAndBirthTimeTellFilesApart) {
     }
 }
 
-TEST(FileIdentity, withoutABirthTimeInodeDeviceNameAndSizeTellFilesApart) {
+TEST(FileIdentity, withoutABirthTimeInodeDeviceNameAndSizeIdentifyAFile) {
     const FileIdentity file{8, 42, std::nullopt, "export.xml", 1000};
     EXPECT_TRUE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 43, std::nullopt, "export.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({9, 42, std::nullopt, "export.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "other.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1001}));
-    // Of a bookmark that says no size nothing is known.
+    // A bookmark without a size matches no file.
     const FileIdentity old{8, 42, std::nullopt, "export.xml", std::nullopt};
     EXPECT_FALSE(old.isSameFileAs(file));
     EXPECT_FALSE(old.isSameFileAs(old));
 }
 
-TEST(FileIdentity, withABirthTimeNameAndSizeDoNotCount) {
+TEST(FileIdentity, withABirthTimeNameAndSizeMakeNoDifference) {
     const FileIdentity file{8, 42, FileIdentity::Time{1000, 5}, "export.xml", 1000};
     EXPECT_TRUE(file.isSameFileAs({8, 42, FileIdentity::Time{1000, 5}, "other.xml", 1}));
 }
 
-TEST(FileIdentity, isOfTheFileUnderWhateverName) {
+TEST(FileIdentity, isTheSameUnderEveryNameOfTheFile) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     const auto identity = FileIdentity::ofFile(bytes(file));
@@ -60,7 +60,7 @@ TEST(FileIdentity, isOfTheFileUnderWhateverName) {
     EXPECT_FALSE(FileIdentity::ofFile(bytes(file))->isSameFileAs(*identity));
 }
 
-TEST(FileIdentity, isThatOfTheFileSystem) {
+TEST(FileIdentity, hasTheNumbersThatTheFileSystemReports) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     struct stat status = {};
@@ -72,7 +72,7 @@ TEST(FileIdentity, isThatOfTheFileSystem) {
     EXPECT_EQ(FileIdentity::deviceOfFolder(bytes(folder.path())), status.st_dev);
 }
 
-TEST(FileIdentity, isNoneOfWhatIsNoRegularFile) {
+TEST(FileIdentity, onlyRegularFilesHaveAnIdentity) {
     const TestFolder folder;
     EXPECT_FALSE(FileIdentity::ofFile(bytes(folder.path())));
     EXPECT_FALSE(FileIdentity::ofFile(bytes(folder.path(u"missing"_s))));

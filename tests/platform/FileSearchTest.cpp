@@ -15,12 +15,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Bounds that only what they bound can reach.
+// Limits that only the tests of the limits reach.
 constexpr SearchBounds far{.entries = 1'000'000, .time = 1h};
 
 class FileSearch : public testing::Test {
   protected:
-    // The file's identity, and a hard link to it under another name where one is named.
+    // Creates a file, and if there is an `otherName`, a hard link of that name to it.
     FileIdentity identityOf(const QString& name, const QString& otherName = {}) const {
         const QString file = _folder.write(name);
         if (!otherName.isEmpty()) {
@@ -56,40 +56,40 @@ TEST_F(FileSearch, findsAFileAtAnyDepth) {
     EXPECT_EQ(find(identity, {_folder.path()}), _folder.path(u"a/b/c/d/e/file"_s));
 }
 
-TEST_F(FileSearch, findsTheNearestFirstWhateverTheOrderOfTheFolders) {
+TEST_F(FileSearch, findsTheNearestFileFirstInAnyOrderOfTheFolders) {
     const FileIdentity identity = identityOf(u"first/deep/down/file"_s, u"second/file"_s);
     const QStringList folders = {_folder.path(u"first"_s), _folder.path(u"second"_s)};
     EXPECT_EQ(find(identity, folders), _folder.path(u"second/file"_s));
 }
 
-TEST_F(FileSearch, findsNothingWhereTheFileIsNot) {
+TEST_F(FileSearch, findsNothingIfTheFileIsNotThere) {
     const FileIdentity identity = identityOf(u"elsewhere/file"_s);
     _folder.write(u"here/file"_s);
     EXPECT_EQ(find(identity, {_folder.path(u"here"_s), _folder.path(u"missing"_s), {}}),
               std::nullopt);
 }
 
-TEST_F(FileSearch, entersNoHiddenFolderAndNoLink) {
+TEST_F(FileSearch, doesNotEnterHiddenFoldersOrLinks) {
     const FileIdentity identity = identityOf(u"outside/file"_s, u"root/.hidden/file"_s);
     ASSERT_TRUE(QFile::link(_folder.path(u"outside"_s), _folder.path(u"root/link"_s)));
     ASSERT_TRUE(QFile::link(_folder.path(u"root"_s), _folder.path(u"root/loop"_s)));
     EXPECT_EQ(find(identity, {_folder.path(u"root"_s)}), std::nullopt);
 }
 
-TEST_F(FileSearch, entersAFolderThatIsNamedThoughItIsHiddenOrALink) {
+TEST_F(FileSearch, entersAGivenFolderEvenIfItIsHiddenOrALink) {
     const FileIdentity identity = identityOf(u".hidden/file"_s);
     ASSERT_TRUE(QFile::link(_folder.path(u".hidden"_s), _folder.path(u"link"_s)));
     EXPECT_EQ(find(identity, {_folder.path(u".hidden"_s)}), _folder.path(u".hidden/file"_s));
     EXPECT_EQ(find(identity, {_folder.path(u"link"_s)}), _folder.path(u"link/file"_s));
 }
 
-TEST_F(FileSearch, entersNoOtherFileSystem) {
+TEST_F(FileSearch, doesNotEnterOtherFileSystems) {
     const FileIdentity identity = identityOf(u"file"_s);
     const std::uint64_t other = *FileIdentity::deviceOfFolder(bytes(_folder.path())) + 1;
     EXPECT_EQ(find(identity, {_folder.path()}, other, far), std::nullopt);
 }
 
-TEST_F(FileSearch, endsWhenItsEntriesAreUsedUp) {
+TEST_F(FileSearch, endsAtTheLimitOfEntries) {
     for (int i = 0; i < 10; ++i) {
         _folder.write(u"%1"_s.arg(i));
     }
@@ -97,18 +97,18 @@ TEST_F(FileSearch, endsWhenItsEntriesAreUsedUp) {
     const FileIdentity identity = identityOf(u"sub/file"_s);
     EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 12, .time = 1h}),
               _folder.path(u"sub/file"_s));
-    // A folder that is named twice is looked into once.
+    // A folder that is given twice is searched once.
     EXPECT_EQ(find(identity, {_folder.path(), _folder.path()}, {.entries = 12, .time = 1h}),
               _folder.path(u"sub/file"_s));
     EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 11, .time = 1h}), std::nullopt);
 }
 
-TEST_F(FileSearch, endsWhenItsTimeIsUp) {
+TEST_F(FileSearch, endsAtTheTimeLimit) {
     const FileIdentity identity = identityOf(u"file"_s);
     EXPECT_EQ(find(identity, {_folder.path()}, {.entries = 1'000'000, .time = -1ms}), std::nullopt);
 }
 
-TEST_F(FileSearch, passesOverFoldersThatCannotBeRead) {
+TEST_F(FileSearch, skipsUnreadableFolders) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const FileIdentity identity = *FileIdentity::ofFile(bytes(folder.write(u"b/c/file"_s)));
@@ -120,7 +120,7 @@ TEST_F(FileSearch, passesOverFoldersThatCannotBeRead) {
     }));
 }
 
-TEST_F(FileSearch, passesOverFIFOsAndNamesThatAreNoText) {
+TEST_F(FileSearch, skipsFIFOsAndNamesThatAreNotUTF8) {
     _folder.makeFIFO(u"fifo"_s);
     const QByteArray name = QFile::encodeName(_folder.path()) + "/\xff\xfe";
     const int file = ::creat(name.constData(), 0600);

@@ -41,7 +41,7 @@ QList<QVariant> values() {
             QByteArray("\0a\0\1\0f", 6)};
 }
 
-// QSettings is the independent source: it wrote the file in earlier versions of this program.
+// QSettings is an independent implementation of the format.
 TEST(IniText, readsWhatQSettingsHasWritten) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
@@ -72,7 +72,7 @@ TEST(IniText, writesWhatQSettingsReads) {
     }
 }
 
-TEST(IniText, readsWhatItHasWritten) {
+TEST(IniText, readsWhatItWrote) {
     QList<QVariant> all = values();
     all.append(QString(QChar(0xd83d)) + u"alone"_s);
     for (const QVariant& value : all) {
@@ -107,7 +107,7 @@ TEST(IniText, readsWhatWasWrittenByHand) {
     }
 }
 
-TEST(IniText, aKeyCountsInTheGeneralSectionOnlyAndTheLastOneWins) {
+TEST(IniText, onlyTheGeneralSectionIsReadAndTheLastOfEqualKeysWins) {
     EXPECT_EQ(IniText("key=1").value(u"key"_s), u"1"_s);
     EXPECT_EQ(IniText("[general]\nkey=1\nkey=2").value(u"key"_s), u"2"_s);
     EXPECT_EQ(IniText("[General]\nkey=1\n[Other]\nkey=2\n[General]\n").value(u"key"_s), u"1"_s);
@@ -115,7 +115,7 @@ TEST(IniText, aKeyCountsInTheGeneralSectionOnlyAndTheLastOneWins) {
     EXPECT_EQ(IniText("[General]\n;key=2\nkey\nkeys=1\n").value(u"key"_s), std::nullopt);
 }
 
-TEST(IniText, aWriteChangesOneLineAndKeepsAllOthers) {
+TEST(IniText, aWriteChangesOneLineOnly) {
     IniText text("# comment\n[General]\na=1\nb = 2\n\n\xff\xfe no sense\n[Other]\na=3");
     text.setValue(u"b"_s, u"new"_s);
     text.setValue(u"c"_s, u"added"_s);

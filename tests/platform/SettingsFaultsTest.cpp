@@ -1,4 +1,4 @@
-// Writes of the settings that fail, are cut off, are killed or meet each other.
+// Writes of the settings that fail, are incomplete, are interrupted by a kill, or overlap.
 
 #include "TestFolder.h"
 #include "Unprivileged.h"
@@ -27,7 +27,7 @@ QStringList filesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-// Runs `body` in a process of its own, which ends without a word.
+// Runs `body` in another process, which then exits without any cleanup.
 template <typename Body>
 pid_t inAnotherProcess(const Body& body) {
     const pid_t child = fork();
@@ -38,7 +38,7 @@ pid_t inAnotherProcess(const Body& body) {
     return child;
 }
 
-TEST(SettingsFaults, aFailedWriteLeavesTheFileWholeAndIsTriedAgain) {
+TEST(SettingsFaults, aFailedWriteKeepsTheFileAndIsTriedAgain) {
     using Call = Fault::Call;
     const struct {
         Call call;
@@ -69,7 +69,7 @@ TEST(SettingsFaults, aFailedWriteLeavesTheFileWholeAndIsTriedAgain) {
     }
 }
 
-TEST(SettingsFaults, aFileThatIsReplacedIsOldOrNewThoughTheFoldersSyncFails) {
+TEST(SettingsFaults, theFileIsEitherOldOrNewEvenIfSyncingTheFolderFails) {
     const TestFolder folder;
     const QString file = folder.write(u"settings.ini"_s, stored);
     SettingsStore store(file);
@@ -80,7 +80,7 @@ TEST(SettingsFaults, aFileThatIsReplacedIsOldOrNewThoughTheFoldersSyncFails) {
     EXPECT_TRUE(store.flush());
 }
 
-TEST(SettingsFaults, whatCouldNotBeStoredIsStoredWithTheNextWrite) {
+TEST(SettingsFaults, aValueThatCouldNotBeStoredIsStoredByTheNextWrite) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
@@ -93,8 +93,8 @@ TEST(SettingsFaults, whatCouldNotBeStoredIsStoredWithTheNextWrite) {
     EXPECT_EQ(contentOf(file), "[General]\na=1\nb=2\n");
 }
 
-// A real limit of the system: the write that crosses it is short, the next one fails.
-TEST(SettingsFaults, aDiskThatFillsUpAtAnyByteLeavesTheFileWhole) {
+// Uses the system's limit of the file size: the write that exceeds it is short, the next one fails.
+TEST(SettingsFaults, aDiskThatFillsUpAtAnyByteKeepsTheFile) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString file = folder.write(u"settings.ini"_s, stored);
@@ -115,7 +115,7 @@ TEST(SettingsFaults, aDiskThatFillsUpAtAnyByteLeavesTheFileWhole) {
     }));
 }
 
-TEST(SettingsFaults, aProcessKilledAtAnyMomentLeavesTheFileWholeAndTheNextWriteCleansUp) {
+TEST(SettingsFaults, aProcessKilledAtAnyMomentKeepsTheFileAndTheNextWriteCleansUp) {
     const TestFolder folder;
     const QString file = folder.write(u"settings.ini"_s, stored);
     const QString large(20'000, u'x');
@@ -141,7 +141,7 @@ TEST(SettingsFaults, aProcessKilledAtAnyMomentLeavesTheFileWholeAndTheNextWriteC
     EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
 }
 
-TEST(SettingsFaults, onlyLeftoversOfThisFileAreCleanedUp) {
+TEST(SettingsFaults, onlyTemporaryFilesOfThisFileAreCleanedUp) {
     const TestFolder folder;
     const QString file = folder.write(u"settings.ini"_s, stored);
     folder.write(u".settings.ini.new-a1B2c3"_s);
@@ -157,7 +157,7 @@ TEST(SettingsFaults, onlyLeftoversOfThisFileAreCleanedUp) {
     EXPECT_FALSE(QFileInfo::exists(folder.path(u".settings.ini.new-a1B2c3"_s)));
 }
 
-TEST(SettingsFaults, eightProcessesThatWriteThirtyValuesEachLoseNone) {
+TEST(SettingsFaults, eightProcessesThatWriteAtTheSameTimeLoseNoValue) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     std::vector<pid_t> children;
@@ -181,7 +181,7 @@ TEST(SettingsFaults, eightProcessesThatWriteThirtyValuesEachLoseNone) {
     EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
 }
 
-TEST(SettingsFaults, aLockThatIsNeverGivenBackHoldsNothingUp) {
+TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotBlock) {
     const TestFolder folder;
     const int held = ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_GE(held, 0);
@@ -193,7 +193,7 @@ TEST(SettingsFaults, aLockThatIsNeverGivenBackHoldsNothingUp) {
     ::close(held);
 }
 
-TEST(SettingsFaults, whateverStandsWhereALockFileMightIsOfNoConcern) {
+TEST(SettingsFaults, aFileWithTheNameOfALockFileIsIgnored) {
     const QByteArray foreign = "12345\nother-program\nother-machine\n";
     for (const QByteArray& content : {QByteArray(), foreign}) {
         const TestFolder folder;
@@ -208,7 +208,7 @@ TEST(SettingsFaults, whateverStandsWhereALockFileMightIsOfNoConcern) {
     EXPECT_EQ(contentOf(folder.path(u"settings.ini"_s)), "[General]\nkey=value\n");
 }
 
-TEST(SettingsFaults, aFileBeyondAMegabyteIsNeitherReadNorWritten) {
+TEST(SettingsFaults, aFileOverOneMegabyteIsNeitherReadNorWritten) {
     const TestFolder folder;
     const QByteArray start = "[General]\nkey=stored\n;";
     const QByteArray fits = start + QByteArray(1'000'000 - start.size() - 1, 'x') + '\n';

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What must hold where values cannot be stored.
+// Expects that values which cannot be stored stay in memory.
 void expectKeptForTheRun(const QString& place) {
     SettingsStore store(place);
     store.setValue(u"key"_s, u"value"_s);
@@ -32,7 +32,7 @@ void expectKeptForTheRun(const QString& place) {
     EXPECT_EQ(store.value(u"none"_s), std::nullopt);
 }
 
-// The name and the kind of every change in a folder since it was made.
+// Records the name and the kind of every change in a folder.
 class Watch {
   public:
     explicit Watch(const QString& folder) : _queue(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
@@ -62,7 +62,7 @@ class Watch {
     int _queue;
 };
 
-TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
+TEST(SettingsStore, onlyTheOwnerCanEverReadTheFile) {
     const mode_t before = umask(0);
     const TestFolder folder;
     const Watch watch(folder.path());
@@ -76,7 +76,7 @@ TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
     }
     umask(before);
     EXPECT_EQ(modeOf(file), 0600U);
-    // Whatever bears the name was made elsewhere or by nobody else, and never had its mode changed.
+    // The mode of a file with this name never changed. So it was right from the start.
     bool seen = false;
     for (const auto& [name, change] : watch.changes()) {
         seen = seen || name == u"settings.ini"_s;
@@ -85,13 +85,13 @@ TEST(SettingsStore, theFileIsItsOwnersAloneFromItsFirstByteOn) {
     EXPECT_TRUE(seen);
 }
 
-TEST(SettingsStore, readingMakesNoFile) {
+TEST(SettingsStore, readingCreatesNoFile) {
     const TestFolder folder;
     EXPECT_EQ(SettingsStore(folder.path(u"settings.ini"_s)).value(u"key"_s), std::nullopt);
     EXPECT_FALSE(QFileInfo::exists(folder.path(u"settings.ini"_s)));
 }
 
-TEST(SettingsStore, aFileThatOthersMayReadIsClosedToThemAtTheNextWrite) {
+TEST(SettingsStore, aWriteRemovesThePermissionsOfOthers) {
     for (const unsigned mode : {0644U, 0640U, 0604U, 0666U}) {
         const TestFolder folder;
         const QString file = folder.write(u"settings.ini"_s, "[General]\nold=1\n");
@@ -103,7 +103,7 @@ TEST(SettingsStore, aFileThatOthersMayReadIsClosedToThemAtTheNextWrite) {
     }
 }
 
-TEST(SettingsStore, missingFoldersAreMadeForTheirOwnerOnly) {
+TEST(SettingsStore, missingFoldersAreCreatedForTheOwnerOnly) {
     const TestFolder folder;
     SettingsStore store(folder.path(u"a/b/settings.ini"_s));
     store.setValue(u"key"_s, u"value"_s);
@@ -132,7 +132,7 @@ TEST(SettingsStore, aLinkToTheFileStaysALink) {
     EXPECT_EQ(contentOf(file), "[General]\nkey=value\n");
 }
 
-TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
+TEST(SettingsStore, keysOfAnotherProcessAreKeptAndRead) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
@@ -153,7 +153,7 @@ TEST(SettingsStore, anotherProcesssKeysSurviveAndAreSeen) {
               "[General]\nours=2\nboth=\"changed by them\"\ntheirs=\"a longer text\"\n");
 }
 
-TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
+TEST(SettingsStore, theUndamagedLinesOfAFileAreReadAndTheNextWriteRepairsIt) {
     const TestFolder folder;
     const char damaged[] = "[General]\na=1\n]]]] \0\xff\xfe no sense\n[broken\nx\n[General]\nb=2\n";
     const QString file = folder.write(u"settings.ini"_s, QByteArray(damaged, sizeof damaged - 1));
@@ -168,7 +168,7 @@ TEST(SettingsStore, whatIsReadableOfADamagedFileIsReadAndTheNextWriteMendsIt) {
     EXPECT_EQ(SettingsStore(folder.write(u"mended.ini"_s, content)).value(u"c"_s), u"3"_s);
 }
 
-TEST(SettingsStore, aFileOfNothingButGarbageReadsAsEmptyAndCanBeWritten) {
+TEST(SettingsStore, aFileOfGarbageReadsAsEmptyAndCanBeWritten) {
     const TestFolder folder;
     QByteArray garbage("\x89PNG\r\n\x1a\n");
     for (int i = 0; i < 10'000; ++i) {
@@ -182,25 +182,25 @@ TEST(SettingsStore, aFileOfNothingButGarbageReadsAsEmptyAndCanBeWritten) {
               u"value"_s);
 }
 
-TEST(SettingsStore, aTextWithCommasAndNoQuotesReadsAsThatText) {
+TEST(SettingsStore, anUnquotedTextWithCommasIsReadAsText) {
     const TestFolder folder;
     SettingsStore store(folder.write(u"settings.ini"_s, "[General]\na=/home/a,b,,c.xml\nb=2,5\n"));
     EXPECT_EQ(store.value(u"a"_s), u"/home/a,b,,c.xml"_s);
     EXPECT_EQ(store.value(u"b"_s), u"2,5"_s);
 }
 
-TEST(SettingsStore, aFolderInTheFilesPlaceIsLeftAndValuesAreKeptForTheRun) {
+TEST(SettingsStore, aFolderAtTheFilesPathIsKeptAndValuesStayInMemory) {
     const TestFolder folder;
     expectKeptForTheRun(folder.makeFolder(u"settings.ini"_s));
     EXPECT_TRUE(QDir(folder.path(u"settings.ini"_s)).isEmpty());
 }
 
-TEST(SettingsStore, aFIFOInTheFilesPlaceNeverBlocks) {
+TEST(SettingsStore, aFIFOAtTheFilesPathDoesNotBlock) {
     const TestFolder folder;
     expectKeptForTheRun(folder.makeFIFO(u"settings.ini"_s));
 }
 
-TEST(SettingsStore, aFIFOPutInTheFilesPlaceDuringTheRunNeverBlocks) {
+TEST(SettingsStore, aFIFOThatReplacesTheFileDuringTheRunDoesNotBlock) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
     SettingsStore store(file);
@@ -212,7 +212,7 @@ TEST(SettingsStore, aFIFOPutInTheFilesPlaceDuringTheRunNeverBlocks) {
     EXPECT_EQ(store.value(u"b"_s), u"2"_s);
 }
 
-TEST(SettingsStore, aDeviceInTheFilesPlaceIsNeitherReadNorReplaced) {
+TEST(SettingsStore, aDeviceAtTheFilesPathIsNeitherReadNorReplaced) {
     const TestFolder folder;
     for (const QString& device : {u"/dev/null"_s, u"/dev/zero"_s}) {
         const QString link = folder.path(QFileInfo(device).fileName());
@@ -222,14 +222,14 @@ TEST(SettingsStore, aDeviceInTheFilesPlaceIsNeitherReadNorReplaced) {
     }
 }
 
-TEST(SettingsStore, aFolderThatCannotBeMadeKeepsValuesForTheRun) {
+TEST(SettingsStore, ifTheFolderCannotBeCreatedValuesStayInMemory) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     expectKeptForTheRun(file + u"/folder/settings.ini"_s);
     EXPECT_EQ(contentOf(file), "x");
 }
 
-TEST(SettingsStore, aFolderInTheLocksPlaceNeverBlocks) {
+TEST(SettingsStore, aFolderAtTheLockFilesPathDoesNotBlock) {
     const TestFolder folder;
     folder.makeFolder(u"settings.ini.lock"_s);
     SettingsStore store(folder.path(u"settings.ini"_s));
@@ -237,7 +237,7 @@ TEST(SettingsStore, aFolderInTheLocksPlaceNeverBlocks) {
     EXPECT_EQ(store.value(u"key"_s), u"value"_s);
 }
 
-TEST(SettingsStore, anUnwritableFolderKeepsValuesForTheRun) {
+TEST(SettingsStore, ifTheFolderIsNotWritableValuesStayInMemory) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);
@@ -249,12 +249,12 @@ TEST(SettingsStore, anUnwritableFolderKeepsValuesForTheRun) {
     }));
 }
 
-TEST(SettingsStore, aFullDiskLeavesTheFileAsItIsAndKeepsValuesForTheRun) {
+TEST(SettingsStore, aFullDiskKeepsTheFileAndValuesStayInMemory) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QByteArray content = "[General]\nelse=there\n";
         const QString file = folder.write(u"settings.ini"_s, content);
-        // To a process that may write no further byte every disk is full.
+        // A process that may not write another byte sees a full disk.
         const rlimit none{0, RLIM_INFINITY};
         const rlimit any{RLIM_INFINITY, RLIM_INFINITY};
         std::signal(SIGXFSZ, SIG_IGN);
@@ -269,7 +269,7 @@ TEST(SettingsStore, aFullDiskLeavesTheFileAsItIsAndKeepsValuesForTheRun) {
     }));
 }
 
-TEST(SettingsStore, aReadOnlyFileIsReadAndLeftAsItIs) {
+TEST(SettingsStore, aReadOnlyFileIsReadAndNotChanged) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QByteArray content = "[General]\nkey=stored\nelse=there\n";
@@ -284,7 +284,7 @@ TEST(SettingsStore, aReadOnlyFileIsReadAndLeftAsItIs) {
     }));
 }
 
-TEST(SettingsStore, anUnreadableFileIsLeftAsItIsAndValuesAreKeptForTheRun) {
+TEST(SettingsStore, anUnreadableFileIsNotChangedAndValuesStayInMemory) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QByteArray content = "[General]\nkey=stored\n";
@@ -299,7 +299,7 @@ TEST(SettingsStore, anUnreadableFileIsLeftAsItIsAndValuesAreKeptForTheRun) {
     }));
 }
 
-TEST(SettingsStore, valuesKeptAreStoredOnceThatIsPossible) {
+TEST(SettingsStore, valuesInMemoryAreStoredAsSoonAsPossible) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);
@@ -316,12 +316,12 @@ TEST(SettingsStore, valuesKeptAreStoredOnceThatIsPossible) {
     }));
 }
 
-TEST(SettingsStorePlace, isInTheConfigurationFolderThatTheUserHasSet) {
+TEST(SettingsStorePlace, isInTheConfigurationFolderOfTheEnvironment) {
     const ScopedVariable config("XDG_CONFIG_HOME", "/some/where");
     EXPECT_EQ(SettingsStore::placeFor(Bundle::main()), u"/some/where/org.ambulet.DailySteps.ini"_s);
 }
 
-TEST(SettingsStorePlace, isInTheHomeFoldersConfigurationOtherwise) {
+TEST(SettingsStorePlace, isInTheHomeFoldersConfigurationFolderByDefault) {
     const ScopedVariable config("XDG_CONFIG_HOME", std::nullopt);
     const ScopedVariable home("HOME", "/home/someone");
     EXPECT_EQ(SettingsStore::placeFor(Bundle::main()),
@@ -335,7 +335,7 @@ TEST(SettingsStorePlace, aRelativeConfigurationFolderIsIgnored) {
               u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
 }
 
-TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsTaken) {
+TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsUsed) {
     const QString account = QString::fromLocal8Bit(::getpwuid(::getuid())->pw_dir);
     const ScopedVariable config("XDG_CONFIG_HOME", std::nullopt);
     for (const auto& value : {std::optional<std::string>(), std::optional<std::string>("rel")}) {
@@ -345,14 +345,14 @@ TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsTaken) {
     }
 }
 
-TEST(SettingsStorePlace, withoutAnIdentifierKeepsValuesForTheRun) {
+TEST(SettingsStorePlace, withoutAnIdentifierValuesStayInMemory) {
     const TestFolder folder;
     const ScopedVariable config("XDG_CONFIG_HOME", folder.path(u"config"_s).toStdString());
     expectKeptForTheRun(SettingsStore::placeFor(Bundle(folder.path(u"none.plist"_s), {})));
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
-TEST(SettingsStorePlace, hasNoSystemwideSettingsBehindIt) {
+TEST(SettingsStorePlace, systemwideSettingsAreNotRead) {
     const TestFolder folder;
     folder.write(u"system/org.ambulet.DailySteps.ini"_s, "[General]\nkey=system\n");
     const ScopedVariable system("XDG_CONFIG_DIRS", folder.path(u"system"_s).toStdString());

@@ -14,13 +14,13 @@
 
 namespace ambulet {
 
-/// A temporary folder in the toolkit's terms, with what these tests put into one.
+/// A temporary folder with Qt's types, and with functions that put files into it.
 class TestFolder {
   public:
     QString path() const { return QString::fromStdString(_folder.path()); }
     QString path(const QString& name) const { return path() + u'/' + name; }
 
-    /// Writes the file, and makes missing folders above it. Returns its path.
+    /// Writes a file, and creates missing folders above it. Returns its path.
     QString write(const QString& name, const QByteArray& content = "x") const {
         EXPECT_TRUE(QDir().mkpath(QFileInfo(path(name)).path()));
         _folder.write(name.toStdString(), content.toStdString());
@@ -41,7 +41,7 @@ class TestFolder {
     TemporaryFolder _folder;
 };
 
-/// A path as the operating system has it.
+/// A path in the operating system's encoding.
 inline std::string bytes(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }

@@ -10,8 +10,9 @@
 
 namespace ambulet {
 
-/// Runs `body` in a process of its own for which permissions hold: root's becomes nobody's. Files
-/// that it needs are best made by it. Whether nothing failed in it; failures are printed.
+/// Runs `body` in another process that obeys file permissions: if the tests run as root, it runs as
+/// the user nobody. It should create the files that it needs. Returns whether no expectation
+/// failed. Failures are printed.
 inline bool passesUnprivileged(const std::function<void()>& body) {
     constexpr unsigned nobody = 65534;
     std::fflush(nullptr);

@@ -16,7 +16,7 @@ namespace {
 
 class UserDefaultsTest : public testing::Test {
   protected:
-    // What a later run reads.
+    // The defaults as the next run of the program reads them.
     UserDefaults later() const { return UserDefaults(_file); }
 
     UserDefaults withFile(const QByteArray& content) const {
@@ -28,21 +28,21 @@ class UserDefaultsTest : public testing::Test {
     UserDefaults _defaults{_file};
 };
 
-TEST_F(UserDefaultsTest, nothingStoredAndNothingRegisteredReadsAsNothing) {
+TEST_F(UserDefaultsTest, aKeyWithoutAValueOrADefaultReadsAsNothing) {
     EXPECT_EQ(_defaults.string(u"key"_s), std::nullopt);
     EXPECT_EQ(_defaults.data(u"key"_s), std::nullopt);
     EXPECT_EQ(_defaults.persistent(u"key"_s), std::nullopt);
     EXPECT_EQ(_defaults.doubleForKey(u"key"_s), 0);
 }
 
-TEST_F(UserDefaultsTest, aRegisteredDefaultAnswersUntilAValueIsStored) {
+TEST_F(UserDefaultsTest, aRegisteredDefaultIsReadUntilAValueIsStored) {
     _defaults.registerDefaults({{u"strideFootLength"_s, 2.5}});
     EXPECT_EQ(_defaults.doubleForKey(u"strideFootLength"_s), 2.5);
     _defaults.setDouble(u"strideFootLength"_s, 3);
     EXPECT_EQ(_defaults.doubleForKey(u"strideFootLength"_s), 3);
 }
 
-TEST_F(UserDefaultsTest, aRegisteredDefaultAnswersForTextAndDataToo) {
+TEST_F(UserDefaultsTest, defaultsCanBeRegisteredForTextAndDataToo) {
     _defaults.registerDefaults({{u"text"_s, u"a"_s}, {u"data"_s, QByteArray("b")}});
     EXPECT_EQ(_defaults.string(u"text"_s), u"a"_s);
     EXPECT_EQ(_defaults.data(u"data"_s), QByteArray("b"));
@@ -60,7 +60,7 @@ TEST_F(UserDefaultsTest, aRegisteredDefaultIsNotStored) {
     EXPECT_EQ(later().persistent(u"strideFootLength"_s), std::nullopt);
 }
 
-TEST_F(UserDefaultsTest, aLaterRegistrationReplacesTheSameKeyAndKeepsTheOthers) {
+TEST_F(UserDefaultsTest, aLaterRegistrationReplacesOnlyItsOwnKeys) {
     _defaults.registerDefaults({{u"a"_s, 1.0}, {u"b"_s, 2.0}});
     _defaults.registerDefaults({{u"b"_s, 3.0}});
     EXPECT_EQ(_defaults.doubleForKey(u"a"_s), 1);
@@ -80,7 +80,7 @@ TEST_F(UserDefaultsTest, aStoredValueOfAnyKindIsPersistent) {
     EXPECT_TRUE(withFile("[General]\nodd=@Invalid()\n").persistent(u"odd"_s).has_value());
 }
 
-TEST_F(UserDefaultsTest, aTextComesBackAsItWasStored) {
+TEST_F(UserDefaultsTest, aTextIsReadAsItWasStored) {
     const QStringList texts = {
         u"/home/me/export.xml"_s,
         u"/home/me/Steps, 2024,more/export.xml"_s,
@@ -109,7 +109,7 @@ TEST_F(UserDefaultsTest, aTextComesBackAsItWasStored) {
     }
 }
 
-TEST_F(UserDefaultsTest, dataComesBackByteForByte) {
+TEST_F(UserDefaultsTest, dataIsReadByteForByte) {
     QByteArray everyByte;
     for (int byte = 0; byte < 256; ++byte) {
         everyByte.append(static_cast<char>(byte));
@@ -121,7 +121,7 @@ TEST_F(UserDefaultsTest, dataComesBackByteForByte) {
     }
 }
 
-TEST_F(UserDefaultsTest, textIsNoDataAndDataIsNoText) {
+TEST_F(UserDefaultsTest, aTextDoesNotReadAsDataAndDataNotAsText) {
     _defaults.setString(u"text"_s, u"1"_s);
     _defaults.setData(u"data"_s, QByteArray("1"));
     EXPECT_EQ(_defaults.data(u"text"_s), std::nullopt);
@@ -129,7 +129,7 @@ TEST_F(UserDefaultsTest, textIsNoDataAndDataIsNoText) {
     EXPECT_EQ(_defaults.doubleForKey(u"data"_s), 0);
 }
 
-TEST_F(UserDefaultsTest, aDoubleComesBackToTheLastBit) {
+TEST_F(UserDefaultsTest, aDoubleIsReadExactly) {
     using Limits = std::numeric_limits<double>;
     for (const double value :
          {2.5, 2.6789, 0.1, 1.0 / 3, 3.0, 1e300, 1e-300, -2.5, Limits::max(), Limits::min(),
@@ -149,7 +149,7 @@ TEST_F(UserDefaultsTest, aStoredNaNReadsAsZero) {
     EXPECT_EQ(later().doubleForKey(u"strideFootLength"_s), 0);
 }
 
-TEST_F(UserDefaultsTest, aNumberIsReadFromTheStartOfWhatWasWrittenByHand) {
+TEST_F(UserDefaultsTest, aNumberIsReadFromTheStartOfATextWrittenByHand) {
     const struct {
         QByteArray written;
         double read;
@@ -192,14 +192,14 @@ TEST_F(UserDefaultsTest, aNumberIsReadFromTheStartOfWhatWasWrittenByHand) {
     }
 }
 
-TEST_F(UserDefaultsTest, aNumberIsReadAlikeInEveryLocale) {
+TEST_F(UserDefaultsTest, aNumberIsReadTheSameInEveryLocale) {
     QLocale::setDefault(QLocale(QLocale::German));
     _defaults.setDouble(u"strideFootLength"_s, 1234.5);
     EXPECT_EQ(later().doubleForKey(u"strideFootLength"_s), 1234.5);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
 }
 
-TEST(UserDefaults, theApplicationsOwnAreInTheUsersConfigurationUnderItsIdentifier) {
+TEST(UserDefaults, theStandardDefaultsAreInTheConfigurationFolderUnderTheBundleIdentifier) {
     UserDefaults::standard().setString(u"key"_s, u"value"_s);
     const QString file = qEnvironmentVariable("XDG_CONFIG_HOME") + u"/org.ambulet.DailySteps.ini"_s;
     EXPECT_EQ(contentOf(file), "[General]\nkey=value\n");
