@@ -16,7 +16,7 @@ std::string exportOf(const std::string& seed, const std::string& size) {
     return ended.out;
 }
 
-/// Read once for all tests that look at a dense export.
+/// A dense export. It is made once for all tests that use it.
 const Reading& tenMegabytes() {
     static const Reading reading = readExport(exportOf("1", "10M"));
     return reading;
@@ -38,7 +38,7 @@ TEST(Export, theSameSeedGivesTheSameBytesAndAnotherSeedOthers) {
     EXPECT_FALSE(exportOf("2", "1M") == first);
 }
 
-TEST(Export, theSizeIsAboutTheOneAskedFor) {
+TEST(Export, theSizeIsAboutTheRequestedOne) {
     for (const auto& [size, bytes] : {std::pair("64K", 65536.0),
                                       {"300K", 307200.0},
                                       {"777777", 777777.0},
@@ -65,7 +65,7 @@ TEST(Export, everySizeIsValidAgainstItsOwnDeclarations) {
     EXPECT_EQ(tenMegabytes().violations, std::set<std::string>());
 }
 
-TEST(Export, aSmallOneDeclaresNoElementsAndHasAStepRecord) {
+TEST(Export, aSmallExportHasAStepRecordAndDeclaresNoElements) {
     const Reading reading = readExport(exportOf("3", "1K"));
     EXPECT_TRUE(reading.violations.contains("ExportDate in HealthData"));
     EXPECT_NE(sumsOf(reading, "UTC"), "");
@@ -86,7 +86,7 @@ TEST(Export, theRecordsComeFirstInBlocksByType) {
     EXPECT_GE(types.size(), 15U);
 }
 
-TEST(Export, attributesStandInTheOrderOfAPhone) {
+TEST(Export, attributesHaveTheOrderThatPhonesWrite) {
     std::set<std::string> orders;
     for (const Reading::Record& record : tenMegabytes().records) {
         orders.insert(record.order);
@@ -98,7 +98,7 @@ TEST(Export, attributesStandInTheOrderOfAPhone) {
     EXPECT_EQ(orders, expected);
 }
 
-TEST(Export, aDeviceHasAnotherAddressAfterOneToSomeDozensOfRecords) {
+TEST(Export, theAddressOfADeviceChangesAfterAtMostSomeDozensOfRecords) {
     std::string before;
     std::map<std::size_t, int> lengths;
     std::size_t length = 0;
@@ -121,7 +121,7 @@ TEST(Export, aDeviceHasAnotherAddressAfterOneToSomeDozensOfRecords) {
     EXPECT_LE(lengths.rbegin()->first, 64U);
 }
 
-TEST(Export, systemsChangeOverTheYears) {
+TEST(Export, systemVersionsChangeOverTheYears) {
     EXPECT_GT(distinct("sourceVersion").size(), 100U);
     EXPECT_GT(distinct("device").size(), 2000U);
 }
@@ -137,7 +137,7 @@ TEST(Export, offsetsFollowTheSeasonsAndJourneys) {
               (std::set<std::string>{"+0200", "+0530", "+0545", "+0900", "-0400", "-1000"}));
 }
 
-TEST(Export, itCoversTheTenYearsWhateverTheSize) {
+TEST(Export, coversTenYearsAtEverySize) {
     for (const char* size : {"300K", "10M"}) {
         const std::string sums = sumsOf(readExport(exportOf("1", size)), "America/New_York");
         EXPECT_EQ(sums.substr(0, 5), "2025-") << size;

@@ -24,7 +24,7 @@ struct Ended {
     std::string err;
 };
 
-/// Runs makeexport with arguments, as a shell reads them, and waits for its end.
+/// Runs makeexport and waits until it ends. A shell parses the arguments.
 inline Ended run(const std::string& arguments) {
     const ambulet::TemporaryFolder folder;
     const std::string out = folder.path() / "out";

@@ -1,4 +1,4 @@
-// The program's arguments, files and sums.
+// Tests of the program's arguments, files and sums.
 
 #include "Program.h"
 
@@ -20,7 +20,7 @@ class Program : public testing::Test {
     ambulet::TemporaryFolder folder;
 };
 
-TEST_F(Program, theExportIsTheSameInAFileAndInEveryZoneAndLocale) {
+TEST_F(Program, theExportIsTheSameInEveryTimeZoneAndLocaleAndOnStandardOutput) {
     EXPECT_EQ(run("--size 100K " + path("a.xml")).status, 0);
     const ambulet::ScopedTimeZone zone("Asia/Kathmandu");
     const ambulet::ScopedLocale locale("de_DE.UTF-8");
@@ -30,9 +30,9 @@ TEST_F(Program, theExportIsTheSameInAFileAndInEveryZoneAndLocale) {
     EXPECT_TRUE(contentOf(path("a.xml")) == ended.out);
 }
 
-// The clocks of Sao Paulo skip the midnights of some days, Kathmandu is 5:45 ahead of UTC, and
-// Kiritimati and Niue are at the two ends of the day.
-TEST_F(Program, theSumsAreThoseOfTheRecordsInEveryZone) {
+// In Sao Paulo the clock skipped midnight on some days, Kathmandu is 5:45 ahead of UTC, and
+// Kiritimati and Niue have the largest and nearly the smallest offset.
+TEST_F(Program, theSumsAreCorrectInUnusualTimeZones) {
     const std::vector<std::string> zones = {"UTC", "America/Sao_Paulo", "Asia/Kathmandu",
                                             "Pacific/Kiritimati", "Pacific/Niue"};
     std::string arguments = "--seed 4 --size 30M " + path("a.xml");
@@ -57,7 +57,8 @@ TEST_F(Program, memoryDoesNotGrowWithTheExport) {
     getrusage(RUSAGE_CHILDREN, &small);
     EXPECT_EQ(run("--size 300M /dev/null").status, 0);
     getrusage(RUSAGE_CHILDREN, &large);
-    // Equal runs differ by more than 1 MB. Eight bytes for each of the 750,000 records take 6 MB.
+    // The memory of equal runs differs by more than 1 MB. Eight bytes for each of the 750,000
+    // records would be 6 MB.
     EXPECT_LT(large.ru_maxrss, small.ru_maxrss + 4096);
 }
 
@@ -67,7 +68,7 @@ TEST_F(Program, aFileThatCannotBeWrittenIsReported) {
     EXPECT_EQ(ended.status, 1);
     EXPECT_EQ(ended.err, "makeexport: cannot write " + nowhere + ": No such file or directory\n");
 
-    // The short one fails when the file is closed, the long one while it is written.
+    // The short export fails when the file is closed, the long one while it is written.
     for (const char* size : {"1K", "8G"}) {
         ended = run(std::string("--size ") + size + " /dev/full");
         EXPECT_EQ(ended.status, 1);

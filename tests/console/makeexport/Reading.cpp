@@ -70,7 +70,7 @@ class Handler {
     }
 
     std::map<std::string, std::set<std::string>> _children;
-    std::map<std::string, std::map<std::string, bool>> _attributes;  // whether they are required
+    std::map<std::string, std::map<std::string, bool>> _attributes;  // true if required
     std::vector<std::string> _open;
 };
 

@@ -8,27 +8,30 @@
 
 namespace makeexport {
 
-/// An export as expat reads it.
+/// What expat reads from an export.
 struct Reading {
     using Attributes = std::map<std::string, std::string>;
     struct Record {
         std::string parent;
-        std::string order;  // the names of the attributes, a blank after each
+        std::string order;  // the names of the attributes, each followed by a blank
         Attributes attributes;
     };
 
-    std::vector<std::string> children;  // of the root: names, adjacent equal ones once
+    std::vector<std::string> children;  // names of the root's children, without adjacent duplicates
     std::vector<Record> records;
 
-    /// Where the document is not well-formed or breaks its document type declaration, each kind
-    /// once: elements and attributes that are not declared, required attributes that are missing,
-    /// children where none may stand. The order and number of children are not checked.
+    /// Errors of well-formedness, and violations of the document type declaration:
+    /// - elements and attributes that are not declared,
+    /// - missing required attributes,
+    /// - children of elements that may not have any.
+    ///
+    /// Each kind is reported once. The order and number of children are not checked.
     std::set<std::string> violations;
 };
 
 Reading readExport(std::string_view text);
 
-/// The lines that --sums should print: summed record by record.
+/// The expected output of --sums, computed record by record.
 std::string sumsOf(const Reading& reading, const std::string& zone);
 
 }  // namespace makeexport

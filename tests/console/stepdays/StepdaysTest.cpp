@@ -1,4 +1,4 @@
-// The program itself: what it prints where, and its exit status.
+// Tests of the program: standard output, standard error, and exit status.
 
 #include "support/Environment.h"
 #include "support/StepRecord.h"
@@ -33,7 +33,7 @@ struct Outcome {
     }
 };
 
-// `arguments` as a shell has them.
+// A shell parses `arguments`.
 Outcome stepdays(const std::string& arguments) {
     const TemporaryFolder folder;
     const std::string output = folder.path() / "output";
@@ -47,13 +47,13 @@ const std::string threeRecords = "<HealthData>" + stepRecord("2024-03-09 23:30:0
                                  stepRecord("2024-03-10 01:00:00 +0000", "-300") +
                                  stepRecord("2024-03-09 08:00:00 +0000", "7");
 
-TEST(Stepdays, printsALineADayNewestFirst) {
+TEST(Stepdays, printsOneLineForEachDayNewestFirst) {
     const TemporaryFolder folder;
     const auto file = folder.write("export.xml", threeRecords + "</HealthData>");
     EXPECT_EQ(stepdays(file), (Outcome{0, "2024-03-10\t-300\n2024-03-09\t17\n", "well-formed\n"}));
 }
 
-TEST(Stepdays, daysAreThoseOfTheZoneThatItRunsIn) {
+TEST(Stepdays, daysAreThoseOfTheProcesssTimeZone) {
     const TemporaryFolder folder;
     const auto file = folder.write("export.xml", threeRecords + "</HealthData>");
     for (const auto& [zone, output] :
@@ -67,7 +67,7 @@ TEST(Stepdays, daysAreThoseOfTheZoneThatItRunsIn) {
     }
 }
 
-TEST(Stepdays, saysWhereAndWhyItStoppedAndPrintsTheDaysBefore) {
+TEST(Stepdays, reportsAnErrorWithItsPlaceAndPrintsTheDaysBeforeIt) {
     const TemporaryFolder folder;
     const auto file = folder.write("export.xml", threeRecords + "</Wrong>");
     EXPECT_EQ(stepdays(file),
@@ -78,7 +78,7 @@ TEST(Stepdays, saysWhereAndWhyItStoppedAndPrintsTheDaysBefore) {
               (Outcome{0, "", "stopped at byte 0: no element found\n"}));
 }
 
-TEST(Stepdays, failsWhereTheFileCannotBeOpened) {
+TEST(Stepdays, failsIfTheFileCannotBeOpened) {
     const TemporaryFolder folder;
     const std::string none = folder.path() / "none";
     EXPECT_EQ(stepdays(none), (Outcome{1, "", none + ": No such file or directory\n"}));
@@ -89,7 +89,7 @@ TEST(Stepdays, failsWhereTheFileCannotBeOpened) {
     EXPECT_EQ(stepdays(pipe), (Outcome{1, "", pipe + ": Operation not supported\n"}));
 }
 
-TEST(Stepdays, wantsOneFile) {
+TEST(Stepdays, requiresOneFile) {
     EXPECT_EQ(stepdays(""),
               (Outcome{2, "", "usage: stepdays [--threads N] [--reader expat|fast] FILE\n"}));
     EXPECT_EQ(stepdays("a b"),
