@@ -1,6 +1,6 @@
-// Dependencies between the folders of src point one way. What a folder may include is declared with
-// its library, by ambulet_layer; CMake writes that down in the file ARROWS, and an include that is
-// not in it fails.
+// The folders of src depend on each other in one direction only. The CMakeLists.txt of each folder
+// declares what it may include (ambulet_layer), and CMake writes all of it to the file ARROWS.
+// These tests check every include against that file.
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ using Names = std::set<std::string>;
 
 struct Arrows {
     Names folders;    // of src
-    Names libraries;  // "Qt", else what a header's path starts with: "unicode", "expat"
+    Names libraries;  // "Qt", or the start of a header's path: "unicode", "expat"
 };
 
 using ArrowTable = std::map<std::string, Arrows>;  // by folder
@@ -55,7 +55,7 @@ ArrowTable declaredArrows() {
     return readArrows(file);
 }
 
-// All that a folder reaches over one arrow or more.
+// Everything that a folder reaches by one or more arrows.
 Arrows reachedFrom(const std::string& folder, const ArrowTable& table) {
     Arrows reached{{}, table.at(folder).libraries};
     std::vector<std::string> next(table.at(folder).folders.begin(), table.at(folder).folders.end());
@@ -71,8 +71,8 @@ Arrows reachedFrom(const std::string& folder, const ArrowTable& table) {
     return reached;
 }
 
-// The library that a system header belongs to, as `table` names it; empty for the standard
-// library's and the operating system's own.
+// The library of a system header, by its name in `table`; empty for headers of the standard library
+// and the operating system.
 std::string libraryOf(const std::string& header, const ArrowTable& table) {
     static const std::regex qt("^Q[A-Z].*|^qt.*|^Qt.*");
     if (std::regex_match(header, qt)) {
@@ -115,7 +115,7 @@ std::vector<std::string> forbiddenIncludes(const std::string& folder, std::istre
     return found;
 }
 
-TEST(Arrows, everyIncludeFollowsThem) {
+TEST(Arrows, everyIncludeFollowsAnArrow) {
     const ArrowTable table = declaredArrows();
     std::set<std::string> folders;
     const std::filesystem::path root = std::filesystem::path(SOURCE_FOLDER) / "src";
@@ -136,29 +136,29 @@ TEST(Arrows, everyIncludeFollowsThem) {
     EXPECT_EQ(folders.size(), table.size());
 }
 
-TEST(Arrows, noFolderReachesItself) {
+TEST(Arrows, thereIsNoCycle) {
     const ArrowTable table = declaredArrows();
     for (const auto& [folder, arrows] : table) {
         EXPECT_FALSE(reachedFrom(folder, table).folders.contains(folder)) << folder;
     }
 }
 
-TEST(Arrows, theTwoReadersKnowNothingOfEachOther) {
+TEST(Arrows, theTwoReadersDoNotReachEachOther) {
     const ArrowTable table = declaredArrows();
     EXPECT_FALSE(reachedFrom("import/expat", table).folders.contains("import/fast"));
     EXPECT_FALSE(reachedFrom("import/fast", table).folders.contains("import/expat"));
     EXPECT_FALSE(reachedFrom("import/fast", table).libraries.contains("expat"));
 }
 
-TEST(Arrows, theImportReachesNoQt) {
+TEST(Arrows, theImportDoesNotReachQt) {
     EXPECT_FALSE(reachedFrom("import", declaredArrows()).libraries.contains("Qt"));
 }
 
-TEST(Arrows, widgetsKnowNothingOfSteps) {
+TEST(Arrows, widgetsDoNotReachAnyOtherFolder) {
     EXPECT_EQ(reachedFrom("widgets", declaredArrows()).folders, Names{});
 }
 
-TEST(Arrows, aForbiddenIncludeIsFound) {
+TEST(Arrows, aForbiddenIncludeIsDetected) {
     std::istringstream arrows("model\t\t\ntext\t\tunicode\nimport\tmodel\t\nwindow\timport\tQt\n");
     std::istringstream source("#include <QString>\n#include <unicode/calendar.h>\n"
                               "#include \"window/Controller.h\"\n#include \"text/Locale.h\"\n"
