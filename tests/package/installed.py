@@ -1,5 +1,5 @@
-"""The program as `cmake --install` leaves it: what is where, how its desktop knows it, and how it is
-hardened. Needs a desktop, as tests/app/with-desktop starts one."""
+"""Tests of the program installed by `cmake --install`: its files, its integration into the desktop, and
+its hardening. Run it by tests/app/with-desktop."""
 
 import configparser
 import os
@@ -45,7 +45,7 @@ def desktop_entry():
 
 
 class Files(unittest.TestCase):
-    def test_nothing_is_missing_and_nothing_too_much(self):
+    def test_the_installed_files_are_exactly_the_expected_ones(self):
         icons = "share/icons/hicolor"
         expected = {
             "bin/ambulet",
@@ -66,49 +66,49 @@ class Files(unittest.TestCase):
             width, height = struct.unpack(">II", picture.read_bytes()[16:24])
             self.assertEqual(f"{width}x{height}", picture.parent.parent.name)
 
-    def test_no_place_is_left_to_be_filled_in(self):
+    def test_no_placeholder_is_left_in_a_file(self):
         for file in (f"share/metainfo/{ID}.metainfo.xml", "share/man/man1/ambulet.1"):
             self.assertNotRegex((PREFIX / file).read_text(), "@[A-Za-z_]+@")
 
 
 class Hardening(unittest.TestCase):
-    def test_its_place_in_memory_is_chosen_at_each_start(self):
+    def test_the_program_is_position_independent(self):
         self.assertIn("Type:                              DYN", readelf("--file-header"))
 
-    def test_its_tables_are_read_only_before_main(self):
+    def test_relocations_are_read_only_before_main(self):
         self.assertIn("GNU_RELRO", readelf("--program-headers"))
         self.assertRegex(readelf("--dynamic"), r"FLAGS_1\).*\bNOW\b")
 
-    def test_its_stack_is_not_executable(self):
+    def test_the_stack_is_not_executable(self):
         self.assertRegex(readelf("--program-headers"), r"GNU_STACK .* RW +0x")
 
     def test_no_segment_is_writable_and_executable(self):
         self.assertNotRegex(readelf("--program-headers"), r"LOAD .* RWE ")
 
-    def test_it_takes_its_libraries_from_the_system_alone(self):
+    def test_libraries_are_loaded_from_the_system_only(self):
         self.assertNotRegex(readelf("--dynamic"), r"\((RPATH|RUNPATH)\)")
 
-    def test_overruns_are_looked_for(self):
+    def test_buffer_overruns_are_detected(self):
         symbols = readelf("--dyn-syms")
         self.assertIn("__stack_chk_fail", symbols)
         self.assertRegex(symbols, r"__(read|pread64|memcpy|memmove|strcpy|fdelt)_chk")
         self.assertIn("__glibcxx_assert_fail", symbols)
 
     @unittest.skipUnless(os.uname().machine == "x86_64", "only x86 has these")
-    def test_jumps_and_returns_are_guarded(self):
-        # The note that says so is there only if the system's own start files have it, too.
+    def test_control_flow_protection_is_on(self):
+        # The code is checked. The program has the ELF note only if the system's start files have it.
         code = subprocess.run(["objdump", "--disassemble=main", PREFIX / "bin" / "ambulet"],
                               check=True, capture_output=True, text=True).stdout
         self.assertRegex(code, r"<main>:\n.*endbr64")
 
-    def test_it_does_not_tell_where_it_was_built(self):
+    def test_the_program_does_not_contain_the_path_of_its_sources(self):
         program = (PREFIX / "bin" / "ambulet").read_bytes()
         for folder in (ROOT, BUILD):
             self.assertNotIn(str(folder).encode(), program)
 
 
 class Running(ProgramTest):
-    def test_its_desktop_knows_it(self):
+    def test_the_desktop_file_matches_the_window(self):
         entry = desktop_entry()
         self.assertEqual(shutil.which(entry["Exec"], path=str(PREFIX / "bin")),
                          str(PREFIX / "bin" / "ambulet"))
