@@ -1,6 +1,6 @@
-"""compile.py BUILD CXX: compiles what macOS compiles of src, with a clang of this system, libc++ and
-the headers in stubs in the place of the Mac's own. Nothing is linked or run. What this cannot show
-is whether those headers say what the Mac's do, and whether the program then works."""
+"""compile.py BUILD CXX: compiles the sources of src that macOS compiles, with a clang of this system,
+libc++, and the headers in stubs instead of the Mac's. Nothing is linked or run. This does not show
+whether the stubs agree with the Mac's headers, or whether the program works there."""
 
 import concurrent.futures
 import json
@@ -17,7 +17,7 @@ CXX = sys.argv[2]
 
 
 def includes():
-    """The folders of headers for each folder of src, as the build on this system has them."""
+    """The include flags of each folder of src, from the build on this system."""
     found = {}
     for entry in json.loads((BUILD / "compile_commands.json").read_text()):
         folder = pathlib.Path(entry["file"]).parent
