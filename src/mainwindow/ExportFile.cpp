@@ -1,6 +1,7 @@
 #include "mainwindow/ExportFile.h"
 
 #include "mainwindow/SettingsKeys.h"
+#include "platform/DocumentPortal.h"
 #include "platform/FileBookmark.h"
 #include "platform/UserDefaults.h"
 
@@ -14,6 +15,11 @@ FoundFile findFile(const RememberedFile& remembered) {
         }
     }
     return {remembered.path ? std::optional(FileURL(*remembered.path)) : std::nullopt, {}};
+}
+
+QString shownPath(const QString& path) {
+    const auto hostPath = hostPathOfFile(FileURL(path).path);
+    return hostPath ? QFile::decodeName(QByteArray::fromStdString(*hostPath)) : path;
 }
 
 ExportFile::ExportFile(UserDefaults& defaults)

@@ -25,6 +25,10 @@ struct FoundFile {
     std::optional<QByteArray> freshBookmark;  ///< to be stored in place of a stale one
 };
 
+/// The path to show for a file. If a document portal gave the file to a sandboxed program, it is
+/// the path outside the sandbox. Accesses the file system.
+QString shownPath(const QString& path);
+
 /// Looks for the file. The result is the file to which the bookmark resolves, else the path, even
 /// if no file is there; empty if there is neither. Accesses the file system, so it may take
 /// seconds, or hang.

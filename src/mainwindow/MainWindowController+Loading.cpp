@@ -44,7 +44,8 @@ void MainWindowController::loadData() {
     runInBackground(
         [remembered] {
             readTimeZone();
-            Load load{resolvedFileURL(remembered), {}, {}};
+            Load load{resolvedFileURL(remembered), {}, {}, {}};
+            load.shownPath = shownPath(remembered.path.value_or(QString()));
             if (load.found.file) {
                 const FileAccess access(*load.found.file);
                 load.days = HealthXMLParser().parseURL(load.found.file->path);
@@ -64,6 +65,9 @@ void MainWindowController::didLoad(const RememberedFile& remembered, std::option
         return;
     }
     _exportFile.refresh(remembered, load->found);
+    if (remembered.path == filePath()) {
+        showPath(load->shownPath);
+    }
     if (!load->found.file) {
         showStatus(QStringLiteral("No file selected."));
         return;
@@ -83,9 +87,7 @@ void MainWindowController::chooseFileAction() {
         return;
     }
     _exportFile.choose(*path);
-    if (_filePathField) {
-        _filePathField->setText(*path);
-    }
+    showPath(shownPath(*path));
     _allSteps.clear();
     _displayRows.clear();
     if (_tableView) {
@@ -93,6 +95,12 @@ void MainWindowController::chooseFileAction() {
     }
     updateStatsForSteps(_allSteps);
     loadData();
+}
+
+void MainWindowController::showPath(const QString& path) {
+    if (_filePathField && _filePathField->text() != path) {  // or a selection in it would be lost
+        _filePathField->setText(path);
+    }
 }
 
 void MainWindowController::showStatus(const QString& text) {

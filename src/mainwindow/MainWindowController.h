@@ -173,10 +173,12 @@ class MainWindowController final : public WindowController, public TableViewData
     /// The result of a load.
     struct Load {
         FoundFile found;
+        QString shownPath;  // for the remembered path
         std::vector<DailySteps> days;
         DayOffsets offsets;  // at the start of each day
     };
 
+    void showPath(const QString& path);
     void makeStrideEditor();
     void setMiles(const QString& prefix, const QString& rest);
     void placeStrideEditor();

@@ -8,6 +8,7 @@
 
 #include <malloc.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 namespace ambulet {
 
@@ -55,6 +56,26 @@ TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
     load(file);
     EXPECT_EQ(status(), QStringLiteral("Loaded 0 days of data."));
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
+}
+
+// The portal's path is what can be opened, and is stored; only the shown one differs.
+TEST_F(LoadingTest, aFileFromADocumentPortalIsShownWithItsPathOutsideOfTheSandbox) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "4000"}});
+    const std::string host = "/home/walker/Downloads/export.xml";
+    ASSERT_EQ(::setxattr(file.toUtf8().constData(), "user.document-portal.host-path", host.data(),
+                         host.size(), 0),
+              0);
+    makeController().showWindow();
+    choose(file);
+    EXPECT_EQ(controller->filePathField()->text(), QString::fromStdString(host));
+    EXPECT_EQ(controller->filePath(), file);
+    waitForLoad();
+    EXPECT_EQ(controller->filePathField()->text(), QString::fromStdString(host));
+
+    load(file);
+    EXPECT_EQ(controller->filePathField()->text(), QString::fromStdString(host));
+    EXPECT_EQ(controller->filePath(), file);
+    EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
 TEST_F(LoadingTest, aBrokenFileGivesTheDaysBeforeTheBreak) {
