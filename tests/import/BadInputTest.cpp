@@ -1,5 +1,5 @@
-// Documents that no phone should write. Whatever a document holds, the days before its first error
-// stand, and how much of the file was read at once makes no difference.
+// Documents that no phone should write. The days before the first error are kept, whatever the
+// error is. The size of the blocks in which the file is read makes no difference.
 
 #include "import/Reading.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// The document stops in `part` at the byte that is `more` bytes into it.
+// Expects an error at the byte at offset `more` of `part`, and the days before it.
 void expectStopIn(std::string_view part, std::uint64_t more, XMLErrorReason reason) {
     const std::string bytes = around(part);
     const XMLError stop{byteOf(bytes, part, more), reason};
@@ -34,7 +34,7 @@ TEST(BadInput, anEmptyFileHasNoDays) {
     expectNothing("", 0, XMLErrorReason::noElement);
 }
 
-TEST(BadInput, blanksHaveNoDays) {
+TEST(BadInput, aFileOfBlanksHasNoDays) {
     expectNothing(" \n\n", 3, XMLErrorReason::noElement);
 }
 
@@ -46,7 +46,7 @@ TEST(BadInput, aPictureHasNoDays) {
     expectNothing("\x89PNG\r\n\x1A\n\x00\x00\x00\rIHDR"s, 0, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, aDocumentOfAnotherKindHasNoDays) {
+TEST(BadInput, anotherKindOfXMLDocumentHasNoDays) {
     EXPECT_EQ(
         read("<?xml version=\"1.0\"?>\n<?xml-stylesheet type=\"text/xsl\" href=\"CDA.xsl\"?>\n"
              "<ClinicalDocument xmlns=\"urn:hl7-org:v3\"><realmCode code=\"US\"/>"
@@ -55,11 +55,11 @@ TEST(BadInput, aDocumentOfAnotherKindHasNoDays) {
         Reading());
 }
 
-TEST(BadInput, recordsUnderAnotherRootCount) {
+TEST(BadInput, recordsCountUnderARootOfAnyName) {
     expectBothDays("<Export>" + step(noon9, "5") + step(noon10, "7") + "</Export>");
 }
 
-TEST(BadInput, aDocumentCutOffWithinATagKeepsTheRecordsBefore) {
+TEST(BadInput, aDocumentCutOffInsideATagKeepsTheRecordsBeforeIt) {
     const std::string whole = around("");
     const std::uint64_t tag = byteOf(whole, step(noon10, "7"));
     for (const std::size_t length : {1U, 7U, 30U, 90U, 115U}) {
@@ -68,25 +68,25 @@ TEST(BadInput, aDocumentCutOffWithinATagKeepsTheRecordsBefore) {
     }
 }
 
-TEST(BadInput, aDocumentCutOffBetweenTagsKeepsTheRecordsBefore) {
+TEST(BadInput, aDocumentCutOffBetweenTagsKeepsTheRecordsBeforeTheEnd) {
     const std::string whole = around("");
     const std::uint64_t end = byteOf(whole, "</HealthData>");
     EXPECT_EQ(read(whole.substr(0, end)),
               (Reading{both, XMLError{end, XMLErrorReason::noElement}}));
 }
 
-TEST(BadInput, anEndTagOfAnotherNameStops) {
+TEST(BadInput, aMismatchedEndTagIsAnError) {
     expectStopIn("<Workout></workout>", 11, XMLErrorReason::mismatchedTag);
     expectStopIn("</Record>", 2, XMLErrorReason::mismatchedTag);
 }
 
-TEST(BadInput, aSecondRootStops) {
+TEST(BadInput, aSecondRootIsAnError) {
     const std::string first = document(step(noon9, "5"));
     EXPECT_EQ(read(first + document(step(noon10, "7")).substr(39)),
               (Reading{ninth, XMLError{first.size(), XMLErrorReason::junkAfterRoot}}));
 }
 
-TEST(BadInput, junkAfterTheRootStops) {
+TEST(BadInput, junkAfterTheRootIsAnError) {
     const std::string whole = around("");
     EXPECT_EQ(read(whole + "junk"),
               (Reading{both, XMLError{whole.size(), XMLErrorReason::junkAfterRoot}}));
@@ -97,7 +97,7 @@ TEST(BadInput, junkAfterTheRootStops) {
     EXPECT_EQ(read(whole + "<!-- a comment -->\n<?and an instruction?>\n"), (Reading{both, {}}));
 }
 
-TEST(BadInput, textAfterTheRootStopsWhereItBeginsWhateverItEndsIn) {
+TEST(BadInput, theErrorOfTextAfterTheRootIsAtItsFirstByteWhateverTheText) {
     const std::string whole = around("");
     for (const char* text : {"]",
                              "]]",
@@ -130,7 +130,7 @@ TEST(BadInput, textAfterTheRootStopsWhereItBeginsWhateverItEndsIn) {
     }
 }
 
-TEST(BadInput, textAfterTheRootStopsWhereItBeginsInUtf16) {
+TEST(BadInput, theErrorOfTextAfterTheRootIsAtItsFirstByteInUtf16Too) {
     for (const bool bigEndian : {true, false}) {
         const auto encoded = [bigEndian](std::u16string_view text) {
             std::string bytes;
@@ -142,10 +142,10 @@ TEST(BadInput, textAfterTheRootStopsWhereItBeginsInUtf16) {
             return bytes;
         };
         const std::string whole = encoded(u"<HealthData></HealthData>");
-        // Some letters have the byte of "<" as their first or second one.
+        // The first or second byte of some letters is that of "<".
         for (const char16_t* text : {u"]]", u"j]]", u"j=", u"&", u"\u3C4E", u"\u4E3C", u"\u3C4E=",
                                      u"\u4E3C=", u"\u4E3C]]", u"j\uFFFE"}) {
-            for (const std::string rest : {"", "x"}) {  // the half of a character
+            for (const std::string rest : {"", "x"}) {  // "x" is half of a character
                 EXPECT_EQ(read(whole + encoded(text) + rest),
                           (Reading{{}, XMLError{whole.size(), XMLErrorReason::junkAfterRoot}}))
                     << bigEndian << encoded(text) << rest;
@@ -156,85 +156,85 @@ TEST(BadInput, textAfterTheRootStopsWhereItBeginsInUtf16) {
     }
 }
 
-TEST(BadInput, anAttributeThatComesTwiceStops) {
+TEST(BadInput, aDuplicateAttributeIsAnError) {
     const std::string tag = '<' + stepAttributes(noon9, "100") + " value=\"100\"/>";
     expectStopIn(tag, tag.rfind("value"), XMLErrorReason::duplicateAttribute);
 }
 
-TEST(BadInput, anAttributeWithoutQuotesStops) {
+TEST(BadInput, anAttributeWithoutQuotesIsAnError) {
     expectStopIn("<Record value=5/>", 14, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, anAttributeWithoutAValueStops) {
+TEST(BadInput, anAttributeWithoutAValueIsAnError) {
     expectStopIn("<Record value/>", 13, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, aLessThanSignInAValueStops) {
+TEST(BadInput, aLessThanSignInAValueIsAnError) {
     expectStopIn("<Record device=\"<<HKDevice>\"/>", 16, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, aBareAmpersandInAValueStops) {
+TEST(BadInput, aBareAmpersandInAValueIsAnError) {
     expectStopIn("<Record device=\"A & B\"/>", 19, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, anUndeclaredEntityStops) {
+TEST(BadInput, anUndeclaredEntityIsAnError) {
     expectStopIn("&nbsp;", 0, XMLErrorReason::undefinedEntity);
     expectStopIn("<Record device=\"A&nbsp;B\"/>", 0,
-                 XMLErrorReason::undefinedEntity);  // said of the whole tag
+                 XMLErrorReason::undefinedEntity);  // reported at the start of the tag
 }
 
-TEST(BadInput, theVerticalTabStops) {
+TEST(BadInput, aVerticalTabIsAnError) {
     expectStopIn("<MetadataEntry value=\"a\vb\"/>", 23, XMLErrorReason::invalidToken);
     expectStopIn("<Note>a\vb</Note>", 7, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, aReferenceToTheVerticalTabStops) {
+TEST(BadInput, aReferenceToAVerticalTabIsAnError) {
     expectStopIn("<MetadataEntry value=\"a&#11;b\"/>", 23,
                  XMLErrorReason::invalidCharacterReference);
     expectStopIn("<Note>a&#xB;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
-TEST(BadInput, theNullCharacterStops) {
+TEST(BadInput, aNullCharacterIsAnError) {
     expectStopIn("<Note>a\0b</Note>"s, 7, XMLErrorReason::invalidToken);
     expectStopIn("<MetadataEntry value=\"a\0b\"/>"s, 23, XMLErrorReason::invalidToken);
     expectStopIn("<Note>a&#0;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
-TEST(BadInput, aNonCharacterStops) {
+TEST(BadInput, aNoncharacterIsAnError) {
     expectStopIn("<Note>a\uFFFEb</Note>", 7, XMLErrorReason::invalidToken);
     expectStopIn("<Note>a\uFFFFb</Note>", 7, XMLErrorReason::invalidToken);
     expectStopIn("<Note>a&#xFFFE;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
-TEST(BadInput, badUtf8Stops) {
+TEST(BadInput, invalidUtf8IsAnError) {
     for (const char* bytes : {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xFE", "\xFF",
                               "\xF5\x80\x80\x80", "\xE0\x80\x80", "\xF0\x80\x80\x80", "\xC3("}) {
         expectStopIn("<Note>a" + std::string(bytes) + "b</Note>", 7, XMLErrorReason::invalidToken);
     }
 }
 
-TEST(BadInput, aLoneSurrogateStops) {
+TEST(BadInput, aLoneSurrogateIsAnError) {
     expectStopIn("<Note>a\xED\xA0\x80"s + "b</Note>", 7, XMLErrorReason::invalidToken);
     expectStopIn("<Note>a&#xD800;b</Note>", 7, XMLErrorReason::invalidCharacterReference);
 }
 
-TEST(BadInput, twoHyphensWithinACommentStop) {
+TEST(BadInput, twoHyphensInsideACommentAreAnError) {
     expectStopIn("<!-- a -- b -->", 9, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, theEndOfACdataSectionInTextStops) {
+TEST(BadInput, theEndOfACdataSectionInTextIsAnError) {
     expectStopIn("<Note>a]]>b</Note>", 9, XMLErrorReason::invalidToken);
     expectBothDays(around("<Note>a]]b</Note><Note>a]>b</Note>"));
 }
 
-TEST(BadInput, recordsInCommentsAndCdataSectionsAndInstructionsDoNotCount) {
+TEST(BadInput, recordsInCommentsCdataSectionsAndInstructionsDoNotCount) {
     const std::string record = step(noon9, "100");
     expectBothDays(around("<!--" + record + "-->"));
     expectBothDays(around("<![CDATA[" + record + "]]>"));
     expectBothDays(around("<?note " + record + "?>"));
 }
 
-TEST(BadInput, threeHundredLevelsDeepARecordCounts) {
+TEST(BadInput, aRecordCountsAtADepthOfThreeHundredElements) {
     std::string deep;
     std::string back;
     for (int level = 0; level < 300; ++level) {
@@ -247,7 +247,7 @@ TEST(BadInput, threeHundredLevelsDeepARecordCounts) {
                                                        XMLErrorReason::mismatchedTag}}));
 }
 
-TEST(BadInput, valuesThatAreNoWholeNumbersCountAsFarAsTheyAre) {
+TEST(BadInput, theLeadingWholeNumberOfAValueCounts) {
     for (const auto& [value, steps] : {std::pair<const char*, std::int64_t>("", 0),
                                        {"abc", 0},
                                        {"1.9", 1},

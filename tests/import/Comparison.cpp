@@ -57,7 +57,7 @@ std::string compareWays(const std::filesystem::path& path, std::minstd_rand& cha
     const std::size_t otherBlock =
         isSmall ? oneOf(smallBlocks, chance) : oneOf(largeBlocks, chance);
     if (const Reading other = readFile(path, otherBlock); other != usual) {
-        // Where expat's memory ends can be a few tags earlier or later in other blocks.
+        // With other blocks, expat may run out of memory a few tags earlier or later.
         if (!isOutOfMemory(usual) || !isOutOfMemory(other)) {
             differences << "expat in blocks of " << otherBlock << ": " << other << '\n';
         }

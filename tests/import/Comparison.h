@@ -6,10 +6,13 @@
 
 namespace ambulet {
 
-/// Reads the file at `path` by expat in blocks of the usual size, and in some other ways, picked by
-/// chance: by expat in other blocks; by ExportReader in several blocks and chunks, on one thread
-/// and on several. How they differ from the first; empty if they do not. Small files are read in
-/// blocks of some bytes, too.
+/// Reads the file at `path` with expat in blocks of the default size, and compares that with
+/// - expat in blocks of a random size, and
+/// - ExportReader on one thread, and with a random number of threads and sizes of blocks and
+/// chunks.
+///
+/// For small files, the random sizes may be a few bytes. Returns a description of the differences;
+/// empty if there are none.
 std::string compareWays(const std::filesystem::path& path, std::minstd_rand& chance);
 
 }  // namespace ambulet

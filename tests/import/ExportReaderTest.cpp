@@ -1,4 +1,5 @@
-// The fast road and expat come to the same on everything. fuzz/ReadersFuzz.cpp looks further.
+// The fast reader and expat must give the same results for every file. fuzz/ReadersFuzz.cpp
+// compares them on more inputs.
 
 #include "import/ExportReader.h"
 
@@ -27,13 +28,13 @@ Reading readAllWays(std::string_view bytes) {
     return reading;
 }
 
-TEST(ExportReader, comesToTheSameAsExpatOnSampleExports) {
+TEST(ExportReader, agreesWithExpatOnSampleExports) {
     for (const std::string& sample : sampleExports()) {
         EXPECT_EQ(readAllWays(sample).error, std::nullopt) << sample;
     }
 }
 
-TEST(ExportReader, comesToTheSameAsExpatOnSpoiltExports) {
+TEST(ExportReader, agreesWithExpatOnDamagedExports) {
     std::minstd_rand chance(1);
     int wellFormed = 0;
     int days = 0;
@@ -44,14 +45,13 @@ TEST(ExportReader, comesToTheSameAsExpatOnSpoiltExports) {
         wellFormed += reading.error ? 0 : 1;
         days += reading.days.empty() ? 0 : 1;
     }
-    // Or it would not be a test.
+    // Checks that the damage leaves enough documents to compare.
     EXPECT_GT(wellFormed, 60);
     EXPECT_GT(days, 500);
 }
 
-// Of all sizes but the largest, in other encodings, with other prologs, and with much at the edges
-// of blocks. fuzz/CompareMutants.cpp reads as many as one likes.
-TEST(ExportReader, comesToTheSameAsExpatOnMutants) {
+// Mutants of all sizes but the largest. fuzz/CompareMutants.cpp compares any number of them.
+TEST(ExportReader, agreesWithExpatOnMutants) {
     const TemporaryFolder folder;
     for (const auto& [size, count] :
          {std::pair(MutantSize::small, 1500), {MutantSize::medium, 30}, {MutantSize::large, 3}}) {

@@ -1,4 +1,5 @@
-// What the fast reader has read leaves expat as much memory as if expat had read it itself.
+// When expat continues after the fast reader, it may use as much memory as if it had read the whole
+// file.
 
 #include "import/Reading.h"
 #include "import/fast/TagScanner.h"
@@ -13,7 +14,7 @@ namespace ambulet {
 
 namespace {
 
-/// A tag of `size` bytes, whose values are of sizes by chance.
+/// A tag of `size` bytes with values of random sizes.
 std::string tagOf(std::size_t size, std::minstd_rand& chance) {
     std::string tag = "<a";
     for (int attribute = 0; tag.size() + 20 < size; ++attribute) {
@@ -25,7 +26,7 @@ std::string tagOf(std::size_t size, std::minstd_rand& chance) {
     return tag + std::string(size - tag.size() - 2, ' ') + "/>";
 }
 
-TEST(HandOver, expatNeedsLittleMemoryForAnyNumberOfTagsThatAreNotLong) {
+TEST(HandOver, expatNeedsLittleMemoryForAnyNumberOfShortTags) {
     std::minstd_rand chance(1);
     std::string tags;
     for (int count = 0; count < 30'000; ++count) {
@@ -39,7 +40,7 @@ TEST(HandOver, expatNeedsLittleMemoryForAnyNumberOfTagsThatAreNotLong) {
         (Reading{both, {}}));
 }
 
-TEST(HandOver, documentsOfManyLongTagsByChanceAreReadAlike) {
+TEST(HandOver, bothReadersAgreeOnRandomDocumentsOfLongTags) {
     const TemporaryFolder folder;
     int refused = 0;
     int accepted = 0;
@@ -55,7 +56,7 @@ TEST(HandOver, documentsOfManyLongTagsByChanceAreReadAlike) {
         EXPECT_EQ(readFast(path, {.threads = 2}), reading) << seed;
         ++(reading.error ? refused : accepted);
     }
-    // Or it would not be a test.
+    // Checks that there are documents on both sides of the limit.
     EXPECT_GT(refused, 1);
     EXPECT_GT(accepted, 1);
 }

@@ -47,7 +47,7 @@ TEST(HealthXMLParser, recordsOfOneDayFromAllSourcesAreAdded) {
         (Days{{"2024-03-09", 120}}));
 }
 
-TEST(HealthXMLParser, aRecordCountsOnTheDayOfItsStartInTheZoneOfTheMachine) {
+TEST(HealthXMLParser, aRecordCountsOnTheLocalDayOfItsStart) {
     const std::string record = step("2024-03-09 23:30:00 -0800", "5");
     {
         const ScopedTimeZone lagos("Africa/Lagos");
@@ -57,7 +57,7 @@ TEST(HealthXMLParser, aRecordCountsOnTheDayOfItsStartInTheZoneOfTheMachine) {
     EXPECT_EQ(parseContent(record), (Days{{"2024-03-09", 5}}));
 }
 
-TEST(HealthXMLParser, aValueCountsAsFarAsItIsAWholeNumber) {
+TEST(HealthXMLParser, theLeadingWholeNumberOfAValueIsAdded) {
     EXPECT_EQ(parseContent(step(noon9, "1.9")), (Days{{"2024-03-09", 1}}));
     EXPECT_EQ(parseContent(step(noon9, "12") + step(noon9, "-5")), (Days{{"2024-03-09", 7}}));
     EXPECT_EQ(parseContent(step(noon9, "")), (Days{{"2024-03-09", 0}}));
@@ -104,20 +104,20 @@ TEST(HealthXMLParser, aRecordWithoutAStartOrAValueIsSkipped) {
               (Days{{"2024-03-10", 7}}));
 }
 
-TEST(HealthXMLParser, theOrderOfAttributesAndTheKindOfQuotesMakeNoDifference) {
+TEST(HealthXMLParser, theOrderAndTheQuotesOfAttributesMakeNoDifference) {
     EXPECT_EQ(parseContent("<Record value='5' unit=\"count\"\n startDate = "
                            "'2024-03-09 12:00:00 +0000' type='HKQuantityTypeIdentifierStepCount'>"
                            "<MetadataEntry key=\"k\" value=\"100\"/></Record>"),
               (Days{{"2024-03-09", 5}}));
 }
 
-TEST(HealthXMLParser, aFileThatBreaksOffKeepsThePartialSumOfTheDayInProgress) {
+TEST(HealthXMLParser, aTruncatedFileKeepsThePartialSumOfItsLastDay) {
     const std::string whole = document(step(noon9, "5") + step(noon10, "3") + step(noon10, "4"));
     EXPECT_EQ(parse(whole.substr(0, whole.rfind("value"))),
               (Days{{"2024-03-10", 3}, {"2024-03-09", 5}}));
 }
 
-TEST(HealthXMLParser, daysComeNewestFirstOneForEachDay) {
+TEST(HealthXMLParser, thereIsOneResultForEachDayNewestFirst) {
     std::string records;
     for (const char* date :
          {"2024-02-29", "2025-03-01", "2023-12-31", "2024-02-29", "2024-03-01"}) {
@@ -127,7 +127,7 @@ TEST(HealthXMLParser, daysComeNewestFirstOneForEachDay) {
               (Days{{"2025-03-01", 1}, {"2024-03-01", 1}, {"2024-02-29", 2}, {"2023-12-31", 1}}));
 }
 
-TEST(HealthXMLParser, parsersOfTheirOwnReadAtTheSameTime) {
+TEST(HealthXMLParser, severalParsersCanReadAtTheSameTime) {
     std::string records;
     for (int day = 1; day <= 28; ++day) {
         const std::string date =

@@ -1,4 +1,4 @@
-// Memory is bounded whatever a file holds.
+// Limits on what a file may contain. They bound the memory.
 
 #include "import/Reading.h"
 #include "import/expat/ExpatMemory.h"
@@ -15,7 +15,7 @@ namespace ambulet {
 
 namespace {
 
-// `begin`, so many more characters that it all comes to `length` bytes, and `end`.
+// `begin` and `end` with as many characters between them as make `length` bytes in all.
 std::string padded(std::string_view begin, std::string_view end, std::size_t length,
                    char filling = 'x') {
     return std::string(begin) + std::string(length - begin.size() - end.size(), filling) +
@@ -34,14 +34,14 @@ ExpatReader::Limits kept(std::size_t bytes) {
     return limits;
 }
 
-TEST(Limits, anAttributeOf11MegabytesStops) {
+TEST(Limits, anAttributeOf11MegabytesIsAnError) {
     const std::string tag = padded("<Note text=\"", "\"/>", 11'000'000);
     const std::string bytes = around(tag);
     EXPECT_EQ(readLarge(bytes),
               (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::tokenTooLong}}));
 }
 
-TEST(Limits, aTagOrACommentMayHaveTenMillionBytesAndNotOneMore) {
+TEST(Limits, aTagOrCommentMayHaveTenMillionBytesButNotOneMore) {
     for (const auto& [begin, end, filling] :
          {std::tuple("<Note text=\"x\"", "/>", ' '), std::tuple("<!--", "-->", 'x')}) {
         EXPECT_EQ(readLarge(around(padded(begin, end, 10'000'000, filling))), (Reading{both, {}}));
@@ -59,7 +59,7 @@ TEST(Limits, theValuesOfATagMayHaveNearlyTwoMebibytes) {
               (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::outOfMemory}}));
 }
 
-TEST(Limits, whatExpatHasKeptBeforeALongTagLeavesItLessRoom) {
+TEST(Limits, memoryThatExpatAlreadyUsesLowersTheLimitOfALongTag) {
     std::string names;
     for (int number = 0; number < 20'000; ++number) {
         names += "<N" + std::to_string(number) + "/>";
@@ -70,7 +70,7 @@ TEST(Limits, whatExpatHasKeptBeforeALongTagLeavesItLessRoom) {
               (Reading{ninth, XMLError{byteOf(bytes, "<Note"), XMLErrorReason::outOfMemory}}));
 }
 
-TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
+TEST(Limits, areExactForEveryKindOfTokenAndEveryBlockSize) {
     const std::size_t limit = 200;
     for (const auto& [begin, end] :
          {std::pair("<Note text=\"", "\"/>"), std::pair("<Note text=\"", "\"></Note>"),
@@ -87,13 +87,13 @@ TEST(Limits, holdToTheByteForEveryKindOfTokenAndEveryBlockSize) {
     }
 }
 
-TEST(Limits, aTokenWithoutAnEndStopsAtTheLimit) {
+TEST(Limits, aTokenWithoutAnEndIsAnErrorAtTheLimit) {
     const std::string bytes = document(step(noon9, "5") + "<!-- " + std::string(1000, 'x'));
     EXPECT_EQ(read(bytes, tokens(200)),
               (Reading{ninth, XMLError{byteOf(bytes, "<!-- x"), XMLErrorReason::tokenTooLong}}));
 }
 
-TEST(Limits, ofATokenHoldBeforeAndAfterTheRootToo) {
+TEST(Limits, ofATokenApplyBeforeAndAfterTheRootToo) {
     const std::string comment = padded("<!--", "-->", 201);
     EXPECT_EQ(read(comment + "<a/>", tokens(200)),
               (Reading{{}, XMLError{0, XMLErrorReason::tokenTooLong}}));
@@ -101,7 +101,7 @@ TEST(Limits, ofATokenHoldBeforeAndAfterTheRootToo) {
               (Reading{{}, XMLError{4, XMLErrorReason::tokenTooLong}}));
 }
 
-TEST(Limits, textAndCdataHaveNone) {
+TEST(Limits, doNotApplyToTextAndCdata) {
     EXPECT_EQ(read(around("<Note>" + std::string(5000, 'x') + "</Note>"), tokens(200)),
               (Reading{both, {}}));
     EXPECT_EQ(read(around("<![CDATA[" + std::string(5000, 'x') + "]]>"), tokens(200)),
@@ -124,7 +124,7 @@ TEST(Limits, memoryDoesNotGrowWithTheNumberOfRecords) {
     EXPECT_EQ(readFile(path, 4096, kept(100'000)), (Reading{{{"2024-03-09", 100'000}}, {}}));
 }
 
-TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
+TEST(Limits, aDocumentThatMakesExpatUseTooMuchMemoryIsAnError) {
     std::string names;
     std::string nesting;
     std::string entities;
@@ -141,16 +141,17 @@ TEST(Limits, aDocumentThatMakesExpatKeepTooMuchStops) {
         EXPECT_EQ(reading.error->reason, XMLErrorReason::outOfMemory);
         EXPECT_EQ(reading.days, ninth);
     }
-    // What a declaration makes it keep is given up with the declaration.
+    // If the memory goes to a declaration, the file is read again without the declaration.
     const TemporaryFolder folder;
     const auto path = folder.write("export.xml", "<!DOCTYPE HealthData [" + entities + "]>" +
                                                      around("").substr(39));
     EXPECT_EQ(readFile(path, 4096, kept(1'000'000)), (Reading{both, {}}));
 }
 
-// As deep, as many and as long as the fast road takes them: what expat keeps of it counts for what
-// comes after it, on whatever road it was read.
-TEST(Limits, whatTheFastRoadHasReadLeavesExpatAsMuchRoomAsIfItHadReadItItself) {
+// The content has elements as deep, attributes as many and values as long as the fast reader
+// accepts. If expat had read it, expat would still hold memory for it, which counts towards the
+// limit for the rest of the file. The fast reader must reserve as much.
+TEST(Limits, ofMemoryAreTheSameWhetherExpatOrTheFastReaderReadsTheBeginning) {
     const std::string name(499, 'n');
     std::string content;
     for (int level = 0; level < 98; ++level) {
@@ -164,7 +165,7 @@ TEST(Limits, whatTheFastRoadHasReadLeavesExpatAsMuchRoomAsIfItHadReadItItself) {
         content += " a" + std::to_string(attribute) + "=\"" + std::string(4098, 'x') + '"';
     }
     content += "/>" + padded("<Note text=\"", "\"/>", 250'000);
-    // From too few names for the limit to too many.
+    // From names that stay within the limit to names that exceed it.
     const TemporaryFolder folder;
     bool allowed = false;
     bool refused = false;
@@ -195,7 +196,7 @@ TEST(Limits, aLongPrologMakesNoDifference) {
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
-// What /proc/self/status says of this process, in bytes.
+// A size from /proc/self/status, in bytes.
 std::size_t memoryField(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
@@ -221,7 +222,7 @@ TEST(Limits, severalLongCommentsTakeNoMoreMemoryThanOne) {
         stream << step(noon10, "7") << "</HealthData>";
     }
     EXPECT_EQ(readFile(file, ExpatReader::defaultBlockSize), (Reading{both, {}}));
-    std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew
+    std::ofstream("/proc/self/clear_refs") << 5;  // resets the peak
     const std::size_t before = memoryField("VmRSS");
     EXPECT_EQ(readFile(file, ExpatReader::defaultBlockSize), (Reading{both, {}}));
     EXPECT_LT(memoryField("VmHWM") - before, 11'000'000);
@@ -231,7 +232,7 @@ TEST(Limits, severalLongCommentsTakeNoMoreMemoryThanOne) {
 
 constexpr std::size_t overhead = ExpatMemory::blockOverhead;
 
-TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
+TEST(ExpatMemory, refusesBlocksBeyondTheLimit) {
     const ExpatMemory memory(1000 + 2 * overhead);
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     void* first = functions.malloc_fcn(600);
@@ -252,7 +253,7 @@ TEST(ExpatMemory, refusesWhatGoesBeyondTheLimit) {
     functions.free_fcn(third);
 }
 
-TEST(ExpatMemory, aBlockKeepsWhatIsInItWhenItGrowsAndShrinks) {
+TEST(ExpatMemory, aBlockKeepsItsContentsWhenItIsResized) {
     const ExpatMemory memory(10'000'000);
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     auto* block = static_cast<char*>(functions.malloc_fcn(10));
@@ -262,12 +263,12 @@ TEST(ExpatMemory, aBlockKeepsWhatIsInItWhenItGrowsAndShrinks) {
         block = static_cast<char*>(functions.realloc_fcn(block, size));
         ASSERT_NE(block, nullptr);
         EXPECT_EQ(std::string_view(block, 10), "0123456789") << size;
-        block[size - 1] = size == 10 ? '9' : 'x';  // all of it is there
+        block[size - 1] = size == 10 ? '9' : 'x';  // the last byte can be written
     }
     functions.free_fcn(block);
 }
 
-TEST(ExpatMemory, uncountedBlocksTakeNothingOfTheLimitAndGiveNothingBack) {
+TEST(ExpatMemory, uncountedBlocksDoNotChangeTheCount) {
     const ExpatMemory memory(1000 + overhead);
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     void* uncounted = nullptr;
@@ -283,7 +284,7 @@ TEST(ExpatMemory, uncountedBlocksTakeNothingOfTheLimitAndGiveNothingBack) {
     functions.free_fcn(counted);
 }
 
-TEST(ExpatMemory, anInnerLimitIsOnItsOwn) {
+TEST(ExpatMemory, aNestedLimitCountsSeparately) {
     const XML_Memory_Handling_Suite& functions = *ExpatMemory::functions();
     const ExpatMemory outer(10 + overhead);
     {

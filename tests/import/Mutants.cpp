@@ -15,15 +15,20 @@
 
 namespace ambulet {
 
-// A document goes through a few steps, each of which may change it: more content, another prolog,
-// something at the edge of a block, spoilt places, something after the root, another encoding.
+// A document is changed in steps, each of which may be skipped:
+// 1. more content
+// 2. another prolog
+// 3. markup at the boundary of a block
+// 4. damage
+// 5. something after the root
+// 6. another encoding
 
 namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-/// Draws from one stream of chance.
+/// Random choices.
 class Dice {
   public:
     explicit Dice(std::minstd_rand& chance) : _chance(chance) {}
@@ -41,7 +46,7 @@ class Dice {
         return std::data(list)[upTo(list.size() - 1)];
     }
 
-    /// A number from `least` to `most`, each power of two as likely.
+    /// A number from `least` to `most`. Its logarithm is uniformly distributed.
     std::size_t length(std::size_t least, std::size_t most) {
         std::uniform_real_distribution<double> power(std::log2(static_cast<double>(least)),
                                                      std::log2(static_cast<double>(most)));
@@ -54,7 +59,7 @@ class Dice {
     std::minstd_rand& _chance;
 };
 
-/// `text` over and over, in at least `size` bytes.
+/// Repeats `text` until there are at least `size` bytes.
 std::string repeated(std::string_view text, std::size_t size) {
     std::string result;
     while (result.size() < size) {
@@ -63,7 +68,7 @@ std::string repeated(std::string_view text, std::size_t size) {
     return result;
 }
 
-/// Where the root's start tag begins.
+/// The offset of the root's start tag.
 std::size_t rootBegin(const std::string& bytes) {
     std::size_t at = bytes.find('<');
     while (at != std::string::npos && at + 1 < bytes.size() &&
@@ -95,7 +100,7 @@ constexpr std::string_view fillings[] = {"x",          "0123456789",
                                          "\u00E4x",    "x\u20AC\U0001F45F",
                                          "=",          ">"};
 
-/// A tag, some of whose values are of up to `longest` bytes.
+/// A tag with values of up to `longest` bytes.
 std::string tagOfLongValues(Dice& dice, std::size_t longest) {
     std::string tag = dice.oneIn(4) ? "<Note" : '<' + stepAttributes(noon9, "1");
     const std::size_t count = dice.oneIn(3) ? dice.upTo(6) + 1 : 1;
@@ -106,7 +111,7 @@ std::string tagOfLongValues(Dice& dice, std::size_t longest) {
     return tag + "/>\n";
 }
 
-/// `bytes` with more content, in at least `size` bytes.
+/// Adds content to `bytes` until there are at least `size` bytes.
 std::string enlarged(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t begin = contentBegin(bytes);
     const std::string content = bytes.substr(begin, contentEnd(bytes) - begin);
@@ -137,8 +142,9 @@ std::string enlarged(const std::string& bytes, Dice& dice, std::size_t size) {
     return result + end;
 }
 
-/// The lengths of a tag's values, in all about `size`: as chance has it; or each longer than the
-/// one before by the same ratio, from one of them on.
+/// The lengths of the values of a tag, which add up to about `size`. If `ratio` is 1, the lengths
+/// are random. Otherwise each is `ratio` times the one before it, and `first` says where in this
+/// sequence they start; after the largest comes the smallest.
 std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t first,
                                       double ratio) {
     constexpr std::size_t count = 120;
@@ -159,9 +165,8 @@ std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t 
     return lengths;
 }
 
-/// Many tags of long values, longer and longer ones at first. The blocks in which expat kept the
-/// values of one tag are kept for the next ones; where a value does not fit in them, they become
-/// more.
+/// Adds many tags with long values, which grow up to a limit. Expat reuses the blocks that hold the
+/// values of a tag for the next tags, and allocates more if a value does not fit.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
     const std::size_t longest = dice.oneIn(2) ? 500'000 : dice.length(100'000, 500'000);
@@ -230,7 +235,7 @@ constexpr std::string_view inDoctypes[] = {
     "\v",
     "\xC3"};
 
-/// Entities of which each holds the one before.
+/// Declarations of entities, each of which refers to the next one.
 std::string nestedEntities(Dice& dice) {
     const bool isParameter = dice.oneIn(3);
     const std::size_t levels = dice.length(2, 700);
@@ -267,7 +272,7 @@ std::string withProlog(const std::string& bytes, Dice& dice) {
     return result;
 }
 
-// Something at the edge of a block.
+// Markup at the boundary of a block.
 
 constexpr std::string_view edgePieces[] = {"]]",
                                            "]]>",
@@ -300,8 +305,8 @@ constexpr std::string_view edgePieces[] = {"]]",
 constexpr std::size_t blockSizes[] = {7,    50,   61,     64,     100,     512,     700,
                                       4096, 4099, 32'768, 65'536, 262'144, 524'288, 1'048'576};
 
-/// Moves a place between two tags to a multiple of a block's size, counted from the beginning or
-/// from the content's, and puts a piece there.
+/// Inserts a piece between two tags, after padding that moves it to the boundary of a block. Blocks
+/// are counted from the start of the document or of the content.
 void putAtEdge(std::string& bytes, Dice& dice) {
     const std::size_t size = dice.oneOf(blockSizes);
     const std::size_t origin = dice.oneIn(2) ? 0 : contentBegin(bytes);
@@ -339,7 +344,8 @@ std::string inUtf16(std::string_view bytes, bool isBigEndian) {
     return result;
 }
 
-/// In UTF-16; or so as far as the content, whose bytes are taken two by two for characters.
+/// Encodes `bytes` in UTF-16: all of them, or all but the content. Each two bytes of the content
+/// are then one UTF-16 unit.
 std::string asUtf16(const std::string& bytes, Dice& dice) {
     const bool isBigEndian = dice.oneIn(2);
     std::string mark;

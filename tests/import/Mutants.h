@@ -5,23 +5,23 @@
 
 namespace ambulet {
 
-/// How large a document becomes.
+/// The size of a mutant.
 enum class MutantSize {
-    small,   // some kilobytes
+    small,   // a few kilobytes
     medium,  // 30 to 300 KB
     large,   // 1 to 3 MB
     huge     // 4 to 20 MB, most of it long values
 };
 
-/// Of a hundred thousand documents about a thousand are medium, a hundred large, four huge.
+/// A random size: of 100,000 about 1,000 are medium, 100 large, and 4 huge.
 MutantSize mutantSize(std::minstd_rand& chance);
 
-/// A document made of a sample export, as chance has it; some are well-formed. Among them are those
-/// - in UTF-16 of both byte orders, with and without a byte order mark, whole or in part;
-/// - with other prologs, plain, tricky and malformed, and with nested entities;
-/// - with values of up to 300 KB, one or many, in ASCII and beyond;
-/// - with markup, "]]", letters beyond ASCII, tags and comments at the edges of blocks;
-/// - spoilt by `mutated`, and with something after the root.
+/// A sample export with random changes. Some mutants are well-formed. There are mutants
+/// - in UTF-16 of both byte orders, with and without a byte order mark, entirely or in part;
+/// - with other prologs: simple, unusual or malformed ones, and nested entities;
+/// - with one or many values of up to 300 KB, in ASCII and other characters;
+/// - with tags, comments, "]]" and non-ASCII letters at the boundaries of blocks;
+/// - damaged by `mutated`, and with something after the root.
 std::string mutant(std::minstd_rand& chance, MutantSize size);
 
 }  // namespace ambulet

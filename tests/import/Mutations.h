@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// Spoils `bytes` in a few places, as chance has it: bytes changed, spans left out, doubled or
-/// moved into comments, CDATA sections or processing instructions, pieces of markup put in.
+/// Damages `bytes` in a few random places: changes bytes; removes or doubles spans, or puts them
+/// into comments, CDATA sections or processing instructions; inserts pieces of markup.
 std::string mutated(std::string bytes, std::minstd_rand& chance);
 
 }  // namespace ambulet

@@ -106,7 +106,7 @@ Reading readFast(const std::filesystem::path& path, ExportReader::Options option
 
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock) {
-    // Chunks that begin in the midst of things, and such as hold it all.
+    // Chunks that start inside markup, and chunks that hold the whole content.
     static constexpr ExportReader::Options ways[] = {
         {.threads = 1},
         {.threads = 1, .blockSize = 7},

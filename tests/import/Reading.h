@@ -16,12 +16,12 @@
 
 namespace ambulet {
 
-/// Days as a test writes them: "2024-03-09" and the steps.
+/// Days as text, such as "2024-03-09", with their steps.
 using Days = std::vector<std::pair<std::string, std::int64_t>>;
 
 Days asText(const std::vector<DailySteps>& days);
 
-/// What came of reading a document.
+/// The result of reading a document.
 struct Reading {
     Days days;
     std::optional<XMLError> error;
@@ -30,46 +30,47 @@ struct Reading {
     friend std::ostream& operator<<(std::ostream& stream, const Reading& reading);
 };
 
-/// An attribute text of a step record's tag, without the tag's ends.
+/// The name and the attributes of a step record's tag, without "<" and "/>".
 std::string stepAttributes(std::string_view startDate, std::string_view value);
 
-/// A step record.
+/// A step record, as XML.
 std::string step(std::string_view startDate, std::string_view value);
 
-/// `content` in a root element, after an XML declaration.
+/// A document with an XML declaration and a root element that contains `content`.
 std::string document(std::string_view content);
 
-/// Where `part` first stands in `text`, which has it; plus `more`.
+/// The offset of the first `part` in `text`, plus `more`. `text` must contain `part`.
 std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more = 0);
 
-/// Two instants, each at noon of its day in UTC, and the days of 5 steps on the first and, in
-/// `both`, 7 on the second.
+/// The noons, in UTC, of two days. `ninth`: the first day with 5 steps. `both`: that, and the
+/// second day with 7 steps.
 inline constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
 inline constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
 inline const Days ninth = {{"2024-03-09", 5}};
 inline const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
 
-/// A document in which `part` stands between the records of `both`.
+/// A document with the two records of `both`, and `part` between them.
 std::string around(std::string_view part);
 
 Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
                  ExpatReader::Limits limits = {});
 
-/// The same by the fast road.
+/// Reads the file with ExportReader, which tries the fast reader first.
 Reading readFast(const std::filesystem::path& path, ExportReader::Options options);
 
-/// Reads the file `bytes` in blocks of 1, 2, 7, 4096 bytes and of the usual size, and in one, which
-/// must not make a difference; and, where the limits are the usual ones, by the fast road too, in
-/// several blocks and by several threads.
+/// Reads a file with the contents `bytes` by expat, in blocks of 1, 2, 7 and 4096 bytes, of the
+/// default size, and in a single block. If `limits` are the default ones, also reads it with
+/// ExportReader, with several sizes of blocks and numbers of threads. Expects the same result each
+/// time, and returns it.
 Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
 
-/// Reads the file at `path` by expat in blocks of the usual size, and by the fast road in all the
-/// ways of `read`, without those in smaller blocks or chunks than `smallestBlock`. What expat came
-/// to; `differences` says how the others differ from it, and is empty if none does.
+/// Reads the file at `path` by expat in blocks of the default size, and with ExportReader in all
+/// the ways of `read`, except those with blocks or chunks smaller than `smallestBlock`. Returns
+/// expat's result. `differences` describes how the others differ from it; empty if none does.
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock = 1);
 
-/// The same for a document so large that blocks of a few bytes would take too long.
+/// As `read`, without the smallest blocks. For documents so large that those would take too long.
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
 
 }  // namespace ambulet

@@ -52,7 +52,8 @@ std::string withDoctype() {
            step(noon9, "5") + step(noon10, "7") + step(noon10, "9") + "</HealthData>\n";
 }
 
-/// Records of one kind, so many that all that comes again in them has been seen before the last.
+/// Records of one kind. There are so many that the fast reader has cached everything that repeats
+/// before the last one.
 std::string regular() {
     std::string content;
     for (int number = 0; number < 24; ++number) {
@@ -67,7 +68,7 @@ std::string regular() {
     return document(content);
 }
 
-/// The attributes of each record in another order.
+/// Records with their attributes in different orders.
 std::string shuffled() {
     std::vector<std::string> attributes = {" type=\"HKQuantityTypeIdentifierStepCount\"",
                                            " unit=\"count\"", " startDate=\""s + noon9 + '"',

@@ -5,7 +5,7 @@
 
 namespace ambulet {
 
-/// Small exports, well-formed, that have among them all that a reader must know.
+/// Small well-formed exports. Together they contain everything that a reader must handle.
 const std::vector<std::string>& sampleExports();
 
 }  // namespace ambulet

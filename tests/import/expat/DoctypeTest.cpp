@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// `text` without its document type declaration; the same where none is found.
+// `text` without its document type declaration; unchanged if none is found.
 std::string without(const std::string& text) {
     const TemporaryFolder folder;
     std::error_code error;
@@ -22,30 +22,30 @@ std::string without(const std::string& text) {
     return range ? text.substr(0, range->begin) + '|' + text.substr(range->end) : text;
 }
 
-TEST(Doctype, goesToTheEndOfItsSubset) {
+TEST(Doctype, endsAfterItsInternalSubset) {
     EXPECT_EQ(without("<?xml version='1.0'?>\n<!-- <!DOCTYPE --> <!DOCTYPE a [ junk ]> <a/>"),
               "<?xml version='1.0'?>\n<!-- <!DOCTYPE --> | <a/>");
     EXPECT_EQ(without("<!DOCTYPE a SYSTEM 'a' []\n><a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE[]><a/>"), "|<a/>");
 }
 
-TEST(Doctype, doesNotEndWithinQuotesCommentsOrInstructions) {
+TEST(Doctype, doesNotEndInsideQuotesCommentsOrInstructions) {
     EXPECT_EQ(without("<!DOCTYPE a [ ']>' \"]>'\" <!-- ]>' --> <? ]>\" ?> ]><a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE a [ <!-> ' <!-- ' ]>"), "|");
 }
 
-TEST(Doctype, elseGoesUpToTheStartTagOfTheRoot) {
+TEST(Doctype, ifItsEndIsNotFoundItEndsBeforeTheRootsStartTag) {
     EXPECT_EQ(without("<!DOCTYPE a><a></a>"), "|<a></a>");
     EXPECT_EQ(without("<!DOCTYPE a [ <!ELEMENT b> <a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE><a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE a [ <ab> <a\n></a>]>"), "|<a\n></a>]>");
 }
 
-TEST(Doctype, aQuoteThatIsNeverClosedDoesNotHideTheRoot) {
+TEST(Doctype, anUnclosedQuoteDoesNotHideTheRoot) {
     EXPECT_EQ(without("<!DOCTYPE a [ don't ]><a b='c'>]></a>"), "|<a b='c'>]></a>");
 }
 
-TEST(Doctype, isNotFoundWhereItIsNot) {
+TEST(Doctype, isNotFoundInADocumentWithoutOne) {
     for (const char* text : {"", " ", "<a/>", "text", "<!-- <!DOCTYPE a []>", "<?a <!DOCTYPE a []>",
                              "<a><!DOCTYPE a []></a>", "<!ELEMENT a><!DOCTYPE a []>", "<", "<!",
                              "<!DOCTYP", "junk <!DOCTYPE a []>"}) {
@@ -61,7 +61,7 @@ TEST(Doctype, isNotFoundWithoutAnEnd) {
     }
 }
 
-TEST(Doctype, isFoundAcrossTheBlocksInWhichTheFileIsRead) {
+TEST(Doctype, isFoundAcrossTheBlocksOfTheFile) {
     const std::string begin = "<!DOCTYPE a [";
     for (std::size_t length = 65'520; length < 65'540; ++length) {
         const std::string pad(length, ' ');

@@ -1,4 +1,4 @@
-// Documents in other encodings than the one that phones write.
+// Documents in encodings other than UTF-8, which phones write.
 
 #include "import/Reading.h"
 
@@ -40,14 +40,14 @@ TEST(Encodings, utf16IsRead) {
     expectTheDay("\xFF\xFE" + utf16(bytes, false));
 }
 
-TEST(Encodings, anErrorInUtf16IsAtItsByte) {
+TEST(Encodings, theOffsetOfAnErrorInUtf16IsInBytes) {
     const std::string bytes = declared("UTF-16", "Phone") + "junk";
     const std::uint64_t junk = 2 + 2 * byteOf(bytes, "junk");
     EXPECT_EQ(read("\xFF\xFE" + utf16(bytes, false)),
               (Reading{ninth, XMLError{junk, XMLErrorReason::junkAfterRoot}}));
 }
 
-TEST(Encodings, utf16NeedsNeitherAMarkNorADeclaration) {
+TEST(Encodings, utf16NeedsNoByteOrderMarkAndNoDeclaration) {
     for (const bool bigEndian : {true, false}) {
         for (const char* before : {"", "\n", "<!-- a -->"}) {
             expectTheDay(
@@ -56,8 +56,8 @@ TEST(Encodings, utf16NeedsNeitherAMarkNorADeclaration) {
     }
 }
 
-// The bytes of a record, taken two by two, are letters of other scripts.
-TEST(Encodings, textInUtf16ThatHasTheBytesOfARecordIsNoRecord) {
+// Each two bytes of a record in ASCII are a letter of another script in UTF-16.
+TEST(Encodings, utf16TextWithTheBytesOfARecordIsNotARecord) {
     std::string record = step(noon9, "5");
     record.append(record.size() % 2, '\n');
     for (const bool bigEndian : {true, false}) {
@@ -78,7 +78,7 @@ TEST(Encodings, latin1IsRead) {
     expectTheDay(declared("US-ASCII", "Telefon"));
 }
 
-TEST(Encodings, theOnesThatExpatLacksAreRead) {
+TEST(Encodings, encodingsThatExpatLacksAreRead) {
     expectTheDay(declared("windows-1252", "J\xFCrgen\x92s Telefon"));
     expectTheDay(declared("ISO-8859-15", "\xA4"));
     expectTheDay(declared("KOI8-R", "\xD4\xC5\xCC\xC5\xC6\xCF\xCE"));
@@ -87,9 +87,9 @@ TEST(Encodings, theOnesThatExpatLacksAreRead) {
     expectTheDay(declared("GBK", "\xB5\xE7\xBB\xB0"));
 }
 
-TEST(Encodings, theCharactersAreTheEncodingsOwn) {
-    // 0xA0 is a no-break space in windows-1252, which may stand before a number, and U+0160 in
-    // windows-1250's 0x8A, which may not. In code page 437 0xA0 is a letter.
+TEST(Encodings, bytesAreDecodedByTheDeclaredEncoding) {
+    // Spaces may precede a number, letters may not. 0xA0 is a no-break space in windows-1252 and a
+    // letter in code page 437, in which the no-break space is 0xFF.
     const auto value = [](const char* encoding, const char* text) {
         return read("<?xml version=\"1.0\" encoding=\""s + encoding + "\"?><a>" +
                     step(noon9, text) + "</a>");
@@ -105,10 +105,10 @@ TEST(Encodings, theCharactersAreTheEncodingsOwn) {
               (Reading{ninth, {}}));
     EXPECT_EQ(value("Shift_JIS", "\x81\x40"
                                  "5"),
-              (Reading{ninth, {}}));  // the wide blank
+              (Reading{ninth, {}}));  // an ideographic space
 }
 
-TEST(Encodings, bytesThatMeanNothingInTheEncodingStop) {
+TEST(Encodings, bytesThatAreInvalidInTheEncodingAreAnError) {
     for (const auto& [encoding, name] :
          {std::pair("ISO-8859-7", "\xFF"), std::pair("GBK", "\x81\x20"),
           std::pair("Shift_JIS", "\x81\x01")}) {
@@ -119,7 +119,7 @@ TEST(Encodings, bytesThatMeanNothingInTheEncodingStop) {
     }
 }
 
-TEST(Encodings, anUnknownOneStops) {
+TEST(Encodings, anUnknownEncodingIsAnError) {
     for (const char* encoding : {"no-such-encoding", "UTF-7", "UTF-32", "IBM037"}) {
         const std::string bytes = declared(encoding, "Phone");
         EXPECT_EQ(read(bytes),
@@ -128,7 +128,7 @@ TEST(Encodings, anUnknownOneStops) {
     }
 }
 
-TEST(Encodings, anotherOneThanTheDeclaredStops) {
+TEST(Encodings, anotherEncodingThanTheDeclaredOneIsAnError) {
     const std::string bytes = declared("UTF-16", "Phone");
     EXPECT_EQ(read(bytes),
               (Reading{{}, XMLError{byteOf(bytes, "UTF-16"), XMLErrorReason::wrongEncoding}}));

@@ -1,5 +1,7 @@
-// Document type declarations: what they define counts, what they refer to is never opened, and what
-// is wrong in them is passed over.
+// Document type declarations:
+// - Entities and defaults that they define are used.
+// - Files that they refer to are never opened.
+// - If a declaration is malformed, it is ignored.
 
 #include "import/Reading.h"
 #include "import/expat/Declarations.h"
@@ -27,7 +29,7 @@ std::string twoRecords() {
     return step(noon9, "5") + step(noon10, "7");
 }
 
-// Knows whether anybody opens a file.
+// Detects whether a file is opened.
 class OpeningWatch {
   public:
     explicit OpeningWatch(const std::filesystem::path& file)
@@ -47,8 +49,9 @@ class OpeningWatch {
     int _descriptor;
 };
 
-// Declarations of e0, which is `first`, up to e19, each of ten times the one before it. `kind` and
-// `reference` are "" and "&" for general entities, "% " and "&#37;" for parameter entities.
+// Declarations of e0 to e19. e0 is `first`; each of the others refers ten times to the one before
+// it. `kind` and `reference` are "" and "&" for general entities, "% " and "&#37;" for parameter
+// entities.
 std::string bomb(std::string_view first, const std::string& kind, const std::string& reference) {
     std::string declarations = "<!ENTITY " + kind + "e0 '" + std::string(first) + "'>\n";
     for (int level = 1; level < 20; ++level) {
@@ -65,7 +68,7 @@ double cpuSeconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-// Declarations of e0, which refers to e1, and so on, up to an entity which refers to none.
+// Declarations of a chain of entities: e0 refers to e1, and so on. The last one refers to none.
 std::string chain(std::size_t references, const std::string& kind, const std::string& reference) {
     std::string declarations;
     for (std::size_t level = 0; level < references; ++level) {
@@ -75,7 +78,7 @@ std::string chain(std::size_t references, const std::string& kind, const std::st
     return declarations + "<!ENTITY " + kind + 'e' + std::to_string(references) + " ''>\n";
 }
 
-// A way to use e0 of a chain. Expat expands each by a recursion of its own.
+// A way to use e0 of a chain. Expat has a different recursion for each of them.
 struct ChainUse {
     std::string kind;
     std::string reference;
@@ -91,7 +94,7 @@ const ChainUse chainUses[] = {
     {"% ", "&#37;", "<!ENTITY % all '<!ENTITY note \"&#37;e0;\">'>%all;", ""},
 };
 
-// Runs `work` on a thread with a stack of so many bytes.
+// Runs `work` on a thread with a stack of the given size in bytes.
 void runOnStack(std::size_t bytes, std::function<void()> work) {
     pthread_attr_t attributes;
     ASSERT_EQ(pthread_attr_init(&attributes), 0);
@@ -132,8 +135,8 @@ TEST(Entities, aParameterEntityMayHoldDeclarations) {
         (Reading{ninth, {}}));
 }
 
-// A document that says that it stands alone has no such declarations.
-TEST(Entities, aParameterEntityIsNotReadWhereTheDocumentStandsAlone) {
+// A document declared standalone must not depend on such declarations.
+TEST(Entities, aParameterEntityIsNotReadInAStandaloneDocument) {
     for (const auto& [standalone, days] : {std::pair("yes", ninth), {"no", both}}) {
         EXPECT_EQ(read("<?xml version=\"1.0\" standalone=\"" + std::string(standalone) +
                        "\"?><!DOCTYPE HealthData [<!ENTITY % all \"<!ATTLIST Record type CDATA "
@@ -145,7 +148,7 @@ TEST(Entities, aParameterEntityIsNotReadWhereTheDocumentStandsAlone) {
     }
 }
 
-TEST(Entities, theTypeMayBeTheDeclarationsDefault) {
+TEST(Entities, theTypeMayBeADefaultOfTheDeclaration) {
     EXPECT_EQ(read(withDoctype("<!DOCTYPE HealthData [<!ATTLIST Record type CDATA "
                                "\"HKQuantityTypeIdentifierStepCount\">]>",
                                "<Record startDate=\"2024-03-09 12:00:00 +0000\" value=\"5\"/>"
@@ -160,7 +163,7 @@ TEST(Entities, theTypeMayBeWrittenWithCharacterReferences) {
               (Reading{ninth, {}}));
 }
 
-TEST(Entities, lineBreaksAndTabsInAValueAreBlanks) {
+TEST(Entities, lineBreaksAndTabsInAValueAreReadAsBlanks) {
     EXPECT_EQ(read(document(step("2024-03-09\n12:00:00\t+0000", "\r\n5"))), (Reading{ninth, {}}));
 }
 
@@ -195,7 +198,7 @@ TEST(Entities, anExternalSubsetIsNotOpened) {
     EXPECT_FALSE(watch.wasOpened());
 }
 
-TEST(Entities, aBombOfEntitiesIsStoppedAtOnce) {
+TEST(Entities, anEntityBombIsStoppedAtOnce) {
     const std::string doctype = "<!DOCTYPE HealthData [" + bomb(step(noon10, "7"), "", "&") + "]>";
     const TemporaryFolder folder;
     const auto path = folder.write("bomb.xml", withDoctype(doctype, step(noon9, "5") + "&e19;"));
@@ -207,7 +210,7 @@ TEST(Entities, aBombOfEntitiesIsStoppedAtOnce) {
     EXPECT_EQ(reading.days.back(), ninth.back());
 }
 
-TEST(Entities, aBombWithinTheDeclarationIsPassedOver) {
+TEST(Entities, anEntityBombInsideTheDeclarationIsIgnored) {
     const std::string doctype =
         "<!DOCTYPE HealthData [" + bomb("<!-- a -->", "% ", "&#37;") + "%e19;]>";
     const TemporaryFolder folder;
@@ -219,7 +222,7 @@ TEST(Entities, aBombWithinTheDeclarationIsPassedOver) {
 
 TEST(Entities, nestedWithinTheLimitAreReadOnASmallStack) {
     for (const ChainUse& use : chainUses) {
-        // The entity that starts the chain from within another one refers to an entity, too.
+        // An entity that refers to the chain from inside another one adds a level.
         const std::size_t most = Declarations::mostNestingEntities -
                                  (use.inDoctype.find('"') == std::string::npos ? 0 : 1);
         const TemporaryFolder folder;
@@ -236,7 +239,7 @@ TEST(Entities, nestedWithinTheLimitAreReadOnASmallStack) {
     }
 }
 
-TEST(Entities, nestedMoreDeeplyThanTheLimitStopAtTheDeclarationThatGoesBeyondIt) {
+TEST(Entities, nestingBeyondTheLimitIsAnErrorAtTheDeclarationThatExceedsIt) {
     const std::size_t most = Declarations::mostNestingEntities;
     for (const ChainUse& use : chainUses) {
         for (const std::size_t references : {most + 1, std::size_t{19'396}}) {
@@ -258,7 +261,7 @@ TEST(Entities, nestedMoreDeeplyThanTheLimitStopAtTheDeclarationThatGoesBeyondIt)
     }
 }
 
-TEST(Entities, manyEntitiesThatReferToNoneAreNotTooMany) {
+TEST(Entities, anyNumberOfEntitiesWithoutReferencesIsAllowed) {
     std::string declarations;
     for (int number = 0; number < 2'000; ++number) {
         declarations += "<!ENTITY e" + std::to_string(number) + " '&#38;#60; 5 % &#38;'>\n";
@@ -267,7 +270,7 @@ TEST(Entities, manyEntitiesThatReferToNoneAreNotTooMany) {
               (Reading{both, {}}));
 }
 
-TEST(Entities, theMalformedDeclarationOfExportVersion12IsPassedOver) {
+TEST(Entities, theMalformedDeclarationOfExportVersion12IsIgnored) {
     const char* const doctype = R"(<!DOCTYPE HealthData [
 <!-- HealthKit Export Version: 12 -->
 <!ELEMENT HealthData (ExportDate,Me,(Record|VisionPrescription)*)>
@@ -290,13 +293,13 @@ TEST(Entities, theMalformedDeclarationOfExportVersion12IsPassedOver) {
 >
 ]>)";
     EXPECT_EQ(read(withDoctype(doctype, twoRecords())), (Reading{both, {}}));
-    // Errors after it are still found, at their place in the file.
+    // Errors after it are still reported, with their offset in the file.
     const std::string broken = withDoctype(doctype, twoRecords() + "</Workout>");
     EXPECT_EQ(read(broken), (Reading{both, XMLError{byteOf(broken, "/Workout", 1),
                                                     XMLErrorReason::mismatchedTag}}));
 }
 
-TEST(Entities, everyKindOfMalformedDeclarationIsPassedOver) {
+TEST(Entities, everyKindOfMalformedDeclarationIsIgnored) {
     for (const char* doctype :
          {"<!DOCTYPE>", "<!DOCTYPE HealthData SYSTEM>", "<!DOCTYPE HealthData SYSTEM export.dtd>",
           "<!DOCTYPE HealthData [", "<!DOCTYPE HealthData [<!ELEMENT Me EMPTY>",
@@ -312,7 +315,7 @@ TEST(Entities, everyKindOfMalformedDeclarationIsPassedOver) {
     }
 }
 
-TEST(Entities, aMalformedDeclarationIsPassedOverInUtf16) {
+TEST(Entities, aMalformedDeclarationIsIgnoredInUtf16) {
     const std::string ascii =
         "<!DOCTYPE HealthData [ junk ]><HealthData>" + twoRecords() + "</HealthData>";
     std::string little = "\xFF\xFE";
@@ -326,12 +329,12 @@ TEST(Entities, aMalformedDeclarationIsPassedOverInUtf16) {
     EXPECT_EQ(read("\xEF\xBB\xBF" + ascii), (Reading{both, {}}));
 }
 
-TEST(Entities, aDeclarationWithoutAnEndStops) {
+TEST(Entities, aDeclarationWithoutAnEndIsAnError) {
     const std::string bytes = "<!DOCTYPE HealthData [ junk <!-- <HealthData>" + twoRecords();
     EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, "junk"), XMLErrorReason::syntax}}));
 }
 
-TEST(Entities, anErrorBeforeOrAfterTheDeclarationStops) {
+TEST(Entities, anErrorBeforeOrAfterTheDeclarationIsReported) {
     const std::string before = "<!-- a -- b --><!DOCTYPE HealthData []><HealthData/>";
     EXPECT_EQ(read(before),
               (Reading{{}, XMLError{byteOf(before, "-- b", 2), XMLErrorReason::invalidToken}}));
@@ -344,7 +347,7 @@ TEST(Entities, anErrorBeforeOrAfterTheDeclarationStops) {
     EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), XMLErrorReason::syntax}}));
 }
 
-TEST(Entities, whatAMalformedDeclarationDefinedIsNotThere) {
+TEST(Entities, whatAMalformedDeclarationDefinesIsUndefined) {
     const std::string bytes = withDoctype("<!DOCTYPE HealthData [<!ENTITY five '5'> junk ]>",
                                           step(noon9, "5") + step(noon10, "&five;"));
     EXPECT_EQ(read(bytes), (Reading{ninth, XMLError{byteOf(bytes, step(noon10, "&five;")),

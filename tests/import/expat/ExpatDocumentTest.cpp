@@ -12,7 +12,7 @@ namespace ambulet {
 
 namespace {
 
-// Keeps the names of the tags.
+// Records the names of the tags.
 class Recorder : public XMLReaderDelegate {
   public:
     void didStartElement(std::string_view name, const XMLAttributes& /*attributes*/) override {
@@ -53,7 +53,7 @@ TEST_F(ExpatDocumentTest, aPlainPrologEndsWithTheRootsStartTag) {
     }
 }
 
-TEST_F(ExpatDocumentTest, whatIsNotPlainIsReadToTheEnd) {
+TEST_F(ExpatDocumentTest, aDocumentWithoutAPlainPrologIsReadToTheEnd) {
     for (const std::string before :
          {"<?xml version='1.1'?>", "<?xml version='1.0' encoding='US-ASCII'?>",
           "<!DOCTYPE a SYSTEM 'b'>", "<!DOCTYPE a [<!ENTITY b 'c'>]>",
@@ -66,7 +66,7 @@ TEST_F(ExpatDocumentTest, whatIsNotPlainIsReadToTheEnd) {
     }
 }
 
-TEST_F(ExpatDocumentTest, anEmptyRootAndALongPrologAreLeftToExpat) {
+TEST_F(ExpatDocumentTest, anEmptyRootOrALongPrologIsReadByExpat) {
     for (const std::string& bytes :
          {std::string("<a/>"), "<!--" + std::string(70'000, 'x') + "--><a></a>"}) {
         ExpatDocument& document = open(bytes);
@@ -76,14 +76,14 @@ TEST_F(ExpatDocumentTest, anEmptyRootAndALongPrologAreLeftToExpat) {
     }
 }
 
-TEST_F(ExpatDocumentTest, anErrorInThePrologIsSaidOnce) {
+TEST_F(ExpatDocumentTest, anErrorInThePrologIsReportedOnce) {
     ExpatDocument& document = open("<!-- a --> junk <a/>");
     EXPECT_EQ(document.readPlainProlog(), std::nullopt);
     EXPECT_EQ(document.read(), (XMLError{11, XMLErrorReason::syntax}));
     EXPECT_EQ(_recorder.names, Names());
 }
 
-TEST_F(ExpatDocumentTest, readsOnFromAPlaceThatAnotherReaderHasReached) {
+TEST_F(ExpatDocumentTest, continuesWhereAnotherReaderStopped) {
     const std::string bytes = "<!DOCTYPE a [ malformed ]><a><b><c/><d/></b><e/></b></a>";
     ExpatDocument& document = open(bytes);
     ASSERT_TRUE(document.readPlainProlog());
@@ -92,7 +92,7 @@ TEST_F(ExpatDocumentTest, readsOnFromAPlaceThatAnotherReaderHasReached) {
     EXPECT_EQ(_recorder.names, (Names{"a", "d", "e"}));
 }
 
-TEST_F(ExpatDocumentTest, theReserveIsTakenFromTheLimitOfMemory) {
+TEST_F(ExpatDocumentTest, theReserveIsSubtractedFromTheMemoryLimit) {
     const std::string tag = "<b c='" + std::string(500'000, 'x') + "'/>";
     for (const std::size_t reserve : {0U, 3U * 1024 * 1024, 4U * 1024 * 1024 - 300'000}) {
         ExpatDocument& document = open("<a>" + tag + "</a>");

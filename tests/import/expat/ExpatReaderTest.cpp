@@ -18,7 +18,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// Keeps the names of the tags, with the value of the attribute "a".
+// Records the names of the tags, with the value of the attribute "a".
 class Recorder : public XMLReaderDelegate {
   public:
     void didStartElement(std::string_view name, const XMLAttributes& attributes) override {
@@ -38,7 +38,7 @@ std::optional<XMLError> read(std::string_view bytes, XMLReaderDelegate& delegate
     return ExpatReader(1).read(file.value(), delegate);
 }
 
-TEST(ExpatReader, reportsTheStartTagsInTheOrderOfTheDocument) {
+TEST(ExpatReader, reportsStartTagsInDocumentOrder) {
     Recorder recorder;
     EXPECT_EQ(read("<a><b a='1'><c a=''/></b><!-- <x/> --><d></d></a>", recorder), std::nullopt);
     EXPECT_EQ(recorder.names, (Names{"a-", "b1", "c", "d-"}));
@@ -51,20 +51,20 @@ TEST(ExpatReader, reportsNamesAsTheyAreWritten) {
     EXPECT_EQ(recorder.names, (Names{"p:a-", "p:Größeüü&", "q:b-"}));
 }
 
-TEST(ExpatReader, reportsTheTagsBeforeAnErrorAndSaysWhereItIs) {
+TEST(ExpatReader, reportsTheTagsBeforeAnErrorAndItsOffset) {
     Recorder recorder;
     EXPECT_EQ(read("<a><b/><c a='1' a='2'/><d/></a>", recorder),
               (XMLError{16, XMLErrorReason::duplicateAttribute}));
     EXPECT_EQ(recorder.names, (Names{"a-", "b-"}));
 }
 
-TEST(ExpatReader, whatTheDelegateThrowsComesOutOfIt) {
+TEST(ExpatReader, passesOnTheExceptionsOfTheDelegate) {
     Recorder recorder;
     EXPECT_THROW(read("<a><throw/><b/></a>", recorder), std::runtime_error);
     EXPECT_EQ(recorder.names, (Names{"a-", "throw-"}));
 }
 
-TEST(ExpatReader, readsSpoiltExportsTheSameInBlocksOfEverySize) {
+TEST(ExpatReader, readsDamagedExportsTheSameInBlocksOfEverySize) {
     const TemporaryFolder folder;
     ExpatReader::Limits limits;
     limits.token = 300;
@@ -81,8 +81,8 @@ TEST(ExpatReader, readsSpoiltExportsTheSameInBlocksOfEverySize) {
     }
 }
 
-TEST(ExpatReader, aFileThatFailsToBeReadStopsThere) {
-    // A process's own memory: a regular file by its kind, of which nothing can be read at byte 0.
+TEST(ExpatReader, aReadErrorEndsTheReading) {
+    // A process's memory: a regular file, of which byte 0 cannot be read.
     std::error_code error;
     const auto file = InputFile::open("/proc/self/mem", error);
     Recorder recorder;
@@ -91,7 +91,7 @@ TEST(ExpatReader, aFileThatFailsToBeReadStopsThere) {
     EXPECT_EQ(recorder.names, Names());
 }
 
-TEST(ExpatReader, oneReaderReadsManyFiles) {
+TEST(ExpatReader, oneReaderCanReadManyFiles) {
     const ExpatReader reader;
     const TemporaryFolder folder;
     std::error_code error;

@@ -50,12 +50,12 @@ TEST(ByteScan, specialBytesAreAllButPrintableASCIIAndTheQuoteTheAmpersandAndTheL
     expectSpecialBytes<Baseline>();
 }
 
-TEST(ByteScan, differingAndEqualBytesAreMasked) {
+TEST(ByteScan, masksMarkDifferingAndEqualBytes) {
     expectDifferingAndEqualBytes<Baseline>();
 }
 
 #if defined(__SSE2__)
-TEST(ByteScan, avx2GivesTheSameMasks) {
+TEST(ByteScan, avx2ComputesTheSameMasks) {
     if (__builtin_cpu_supports("avx2")) {
         expectSpecialBytes<Avx2>();
         expectDifferingAndEqualBytes<Avx2>();
@@ -63,7 +63,7 @@ TEST(ByteScan, avx2GivesTheSameMasks) {
 }
 #endif
 
-TEST(ByteScan, theMaskOfTheFirstBytesHasSoManyBits) {
+TEST(ByteScan, theMaskOfTheFirstNBytesHasNBits) {
     EXPECT_EQ(firstBytes(0), 0U);
     EXPECT_EQ(firstBytes(5), 0b11111U);
     EXPECT_EQ(firstBytes(31), 0x7FFFFFFFU);
@@ -71,7 +71,7 @@ TEST(ByteScan, theMaskOfTheFirstBytesHasSoManyBits) {
     EXPECT_EQ(firstBytes(200), 0xFFFFFFFFU);
 }
 
-TEST(ByteScan, theFirstSpecialByteIsFoundWhereverItIs) {
+TEST(ByteScan, theFirstSpecialByteIsFoundAtEveryPosition) {
     for (std::size_t place = 0; place < 70; ++place) {
         for (const char special : {'"', '<', '&', '\n', '\x80', '\0'}) {
             std::string text(100, 'a');

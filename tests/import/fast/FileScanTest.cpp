@@ -16,13 +16,13 @@ namespace {
 constexpr std::string_view root = "<HealthData>\n";
 
 struct Result {
-    std::size_t read = 0;  // bytes of the content
+    std::size_t read = 0;  // number of bytes of the content
     TagScanner::ElementNames open;
     Days days;
 };
 
-/// Reads a root element with `content` by three threads, in chunks that hold a few records. What
-/// comes after it is not read.
+/// Scans a root element with `content` on three threads, in chunks that hold a few records each.
+/// The scan stops at the end of the content.
 Result readInChunks(std::string_view content) {
     constexpr std::size_t chunkSize = 500;
     constexpr std::size_t blockSize = 200;
@@ -57,20 +57,20 @@ TEST(FileScan, theRecordsOfAllChunksAreAdded) {
     EXPECT_EQ(result.open, nothingElse);
 }
 
-TEST(FileScan, theRootIsNotLeft) {
+TEST(FileScan, theScanEndsBeforeTheRootsEndTag) {
     const Result result = readInChunks(steps(200) + "</HealthData>\n");
     EXPECT_EQ(result.days, onNinth(199)) << "what comes after the last one is not read";
     EXPECT_EQ(result.read, steps(199).size());
 }
 
-TEST(FileScan, elementsMayGoOnFromChunkToChunk) {
+TEST(FileScan, elementsMaySpanChunks) {
     const Result result =
         readInChunks("<a>\n<b>\n" + steps(100) + "</b>\n" + steps(100) + "<c>\n" + steps(50));
     EXPECT_EQ(result.days, onNinth(250));
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a", "c"}));
 }
 
-TEST(FileScan, aTagThatClosesWhatAnotherChunkDidNotOpenEndsTheScan) {
+TEST(FileScan, aChunkThatClosesAnElementThatIsNotOpenEndsTheScan) {
     const std::string before = "<a>\n" + steps(100);
     const Result result = readInChunks(before + "<a b=\"\">\n</b>\n" + steps(100) + "</b>\n");
     EXPECT_EQ(result.read, before.size());
@@ -78,7 +78,7 @@ TEST(FileScan, aTagThatClosesWhatAnotherChunkDidNotOpenEndsTheScan) {
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
 }
 
-TEST(FileScan, whatLooksLikeRecordsInACommentIsNotCounted) {
+TEST(FileScan, recordsInACommentThatSpansChunksAreNotCounted) {
     for (const auto& [begin, end] : {std::pair("<!--\n", "-->\n"), {"<![CDATA[\n", "]]>\n"}}) {
         const std::string content = steps(100) + begin + steps(100) + end + steps(100);
         const Result result = readInChunks(content);
@@ -87,7 +87,7 @@ TEST(FileScan, whatLooksLikeRecordsInACommentIsNotCounted) {
     }
 }
 
-TEST(FileScan, aDocumentInWhichChunksDoNotFitIsReadInOrder) {
+TEST(FileScan, ifChunksDoNotFitTogetherTheDocumentIsReadInOrder) {
     std::string content;
     for (int times = 0; times < 100; ++times) {
         content += steps(1) + "<!--\n" + steps(8) + "-->\n";
@@ -105,14 +105,14 @@ TEST(FileScan, aTagMayBeLongerThanAChunk) {
     EXPECT_EQ(result.read, content.size());
 }
 
-TEST(FileScan, theScanEndsBeforeWhatIsRefused) {
+TEST(FileScan, theScanEndsBeforeMarkupThatIsRefused) {
     const std::string before = steps(100) + "<a/>\n";
     const Result result = readInChunks(before + "<b c=\"&d;\"/>\n" + steps(100));
     EXPECT_EQ(result.days, onNinth(100));
     EXPECT_EQ(result.read, before.size());
 }
 
-TEST(FileScan, noMoreElementsAreOpenThanAScannerAccepts) {
+TEST(FileScan, theScanEndsAtTheMaximumDepthOfAScanner) {
     std::string content;
     for (int level = 0; level < 300; ++level) {
         content += "<a>\n" + steps(2);
@@ -123,7 +123,7 @@ TEST(FileScan, noMoreElementsAreOpenThanAScannerAccepts) {
     EXPECT_EQ(result.days, onNinth(2 * (static_cast<int>(TagScanner::deepest) - 1) - 1));
 }
 
-TEST(FileScan, longTagsOfAllChunksAreCountedTogether) {
+TEST(FileScan, theBytesOfLongTagsAreSummedOverAllChunks) {
     const std::string longTag = "<a b=\"" + std::string(TagScanner::longTag, 'x') + "\"/>\n";
     std::string content;
     for (int count = 0; count < 6; ++count) {
@@ -146,7 +146,7 @@ TEST(FileScan, longTagsOfAllChunksAreCountedTogether) {
     }
 }
 
-TEST(FileScan, thereMayBeNothing) {
+TEST(FileScan, anEmptyRangeCanBeScanned) {
     const Result result = readInChunks("");
     EXPECT_EQ(result.days, Days());
     EXPECT_EQ(result.read, 0U);

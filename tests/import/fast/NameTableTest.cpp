@@ -8,7 +8,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(NameTable, aNameHasOneNumberAndANumberItsName) {
+TEST(NameTable, eachNameHasOneNumberAndEachNumberOneName) {
     NameTable table;
     const auto record = table.id("Record");
     const auto workout = table.id("Workout");
@@ -19,7 +19,7 @@ TEST(NameTable, aNameHasOneNumberAndANumberItsName) {
     EXPECT_EQ(table.name(*workout), "Workout");
 }
 
-TEST(NameTable, hasRoomForAsManyNamesAsItsCapacity) {
+TEST(NameTable, holdsAsManyNamesAsItsCapacity) {
     NameTable table;
     for (std::size_t number = 0; number < NameTable::capacity; ++number) {
         EXPECT_EQ(table.id("n" + std::to_string(number)), number);
@@ -34,7 +34,7 @@ TEST(NameTable, refusesNamesThatAreTooLong) {
     EXPECT_EQ(table.id(std::string(NameTable::longest, 'a')), 0);
 }
 
-TEST(NameSet, tellsWhetherANameIsNew) {
+TEST(NameSet, addReportsWhetherANameIsNew) {
     for (const int number : {0, 1, 63, 64, 65, 127}) {
         const auto id = static_cast<NameTable::Id>(number);
         NameSet names;

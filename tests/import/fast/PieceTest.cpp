@@ -22,7 +22,7 @@ class PieceTest : public testing::Test {
         return std::string(text) + std::string(Prediction::longest + ByteScan::width, '\0');
     }
 
-    /// The piece `text`, kept; null where it is not taken.
+    /// Adds the piece `text` to the cache. Null if the cache does not accept it.
     Piece* add(std::string_view text, NameTable::Id in = element) {
         const std::string bytes = padded(std::string(text) + '<');
         const auto markup =
@@ -39,8 +39,8 @@ class PieceTest : public testing::Test {
     PieceCache cache;
 };
 
-/// Whether after a double quote `text` is taken for verified, if `value` and the piece `" b="` were
-/// verified.
+/// `holds`: after `value` and the piece `" b="` were verified in double quotes, whether the
+/// prediction accepts `text` without verifying it.
 class PredictionTest : public PieceTest {
   protected:
     bool holds(std::string_view value, std::string_view text) {
@@ -54,7 +54,7 @@ class PredictionTest : public PieceTest {
     NameTable::Id next = 0;
 };
 
-TEST_F(PredictionTest, holdsForAnotherValueOfTheSameSizeInPrintableCharacters) {
+TEST_F(PredictionTest, holdsForAnotherPrintableValueOfTheSameLength) {
     EXPECT_TRUE(holds("2024-03-09", "2023-12-31\" b=\""));
     EXPECT_TRUE(holds("abc", "'>;\" b=\""));
     EXPECT_FALSE(holds("abc", "ab\" b=\""));
@@ -65,19 +65,19 @@ TEST_F(PredictionTest, holdsForAnotherValueOfTheSameSizeInPrintableCharacters) {
     EXPECT_FALSE(holds(longOne, std::string(99, 'b') + "<\" b=\""));
 }
 
-TEST_F(PredictionTest, failsWhereAnotherPieceFollows) {
+TEST_F(PredictionTest, failsIfAnotherPieceFollows) {
     EXPECT_FALSE(holds("abc", "abc\" c=\""));
     EXPECT_FALSE(holds("abc", "abc\"  b=\""));
     EXPECT_FALSE(holds("abc", "abc\" b='"));
 }
 
-TEST_F(PredictionTest, failsWhereACharacterNeedsALook) {
+TEST_F(PredictionTest, failsIfACharacterMustBeChecked) {
     for (const char byte : {'"', '<', '&', '\n', '\t', '\x01', '\x80', '\xFF', '\0'}) {
         EXPECT_FALSE(holds("abc", std::string("a") + byte + "c\" b=\"")) << int{byte};
     }
 }
 
-TEST_F(PredictionTest, aReferenceAndALetterBeyondASCIIMustBeTheSame) {
+TEST_F(PredictionTest, referencesAndNonASCIILettersMustBeTheSame) {
     EXPECT_TRUE(holds("a&lt;c", "b&lt;d\" b=\""));
     EXPECT_FALSE(holds("a&lt;c", "a&gt;c\" b=\"")) << "it is to be looked at";
     EXPECT_FALSE(holds("a&lt;c", "a&lt,c\" b=\""));
@@ -88,7 +88,7 @@ TEST_F(PredictionTest, aReferenceAndALetterBeyondASCIIMustBeTheSame) {
     EXPECT_FALSE(holds("a\nc", "abc\" b=\""));
 }
 
-TEST_F(PredictionTest, saysHowLongTheValueIsAndThePieceAfterIt) {
+TEST_F(PredictionTest, hasTheLengthsOfTheValueAndOfThePieceAfterIt) {
     holds("abc", "");
     EXPECT_EQ(prediction.valueSize(), 3U);
     EXPECT_EQ(prediction.size(), 3U + 5U);
@@ -119,7 +119,7 @@ TEST_F(PieceTest, aPieceWithTextOrACommentIsNotKept) {
     EXPECT_EQ(add('"' + std::string(Piece::longest, ' ') + "b=\""), nullptr);
 }
 
-TEST_F(PieceTest, theCacheIsBounded) {
+TEST_F(PieceTest, theCacheHasAMaximumSize) {
     int kept = 0;
     for (std::size_t blanks = 1; blanks < 200; ++blanks) {
         for (NameTable::Id in = 0; in < 100; ++in) {
@@ -135,7 +135,7 @@ TEST_F(PieceTest, theCacheIsBounded) {
     EXPECT_NE(add("\" b=\""), nullptr);
 }
 
-TEST_F(PieceTest, aPredictionThatHoldsBecomesTheFirst) {
+TEST_F(PieceTest, aPredictionThatHoldsIsTriedFirstNextTime) {
     Piece* const piece = add("\" a=\"");
     Piece* const follower = add("\" b=\"");
     piece->predictions[0].learn("Phone", '"', *follower);

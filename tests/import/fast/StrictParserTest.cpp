@@ -16,7 +16,7 @@ std::string padded(std::string_view text) {
     return std::string(text) + std::string(ByteScan::width, '\0');
 }
 
-/// Whether all of `text` is accepted as content, up to a tag with attributes or to its end.
+/// Whether `text` is accepted as content, up to a tag with attributes or the end of the text.
 bool isContent(std::string_view text) {
     Names names;
     const std::string bytes = padded(std::string(text) + "<a b='");
@@ -25,7 +25,8 @@ bool isContent(std::string_view text) {
     return markup && markup->end == Markup::End::value && markup->size == text.size() + 6;
 }
 
-/// Whether `text` is accepted after a value's closing quote, up to and with the next opening one.
+/// Whether `text` is accepted after the closing quote of a value, up to and including the next
+/// opening quote.
 bool isAfterValue(std::string_view text) {
     Names names;
     const std::string bytes = padded('"' + std::string(text));
@@ -45,7 +46,7 @@ struct Case {
     bool isAccepted;
 };
 
-TEST(StrictParser, contentIsTextReferencesTagsCommentsInstructionsAndSections) {
+TEST(StrictParser, contentIsTextReferencesTagsCommentsInstructionsAndCdataSections) {
     for (const auto& [text, isAccepted] : {
              Case{"", accepted},
              {"a > b \xC3\xA4\n", accepted},
@@ -77,7 +78,7 @@ TEST(StrictParser, contentIsTextReferencesTagsCommentsInstructionsAndSections) {
     }
 }
 
-TEST(StrictParser, attributesAreApartAndHaveQuotes) {
+TEST(StrictParser, attributesAreSeparatedAndQuoted) {
     for (const auto& [text, isAccepted] : {
              Case{" b=\"", accepted},
              {"\n\tb = '", accepted},
@@ -97,7 +98,7 @@ TEST(StrictParser, attributesAreApartAndHaveQuotes) {
     }
 }
 
-TEST(StrictParser, aValueHasNoTagsAndOnlyReferencesToCharacters) {
+TEST(StrictParser, aValueHasNoTagsAndOnlyCharacterReferences) {
     for (const auto& [text, isAccepted] : {
              Case{"", accepted},
              {"a>b'c\n\t", accepted},
@@ -117,13 +118,13 @@ TEST(StrictParser, aValueHasNoTagsAndOnlyReferencesToCharacters) {
     }
 }
 
-TEST(StrictParser, charactersAreThoseOfXMLInShortestUTF8) {
+TEST(StrictParser, charactersAreThoseOfXMLInTheShortestUTF8) {
     for (const auto& [text, isAccepted] : {
              Case{"\x7F", accepted},
              {"\xC2\x80", accepted},
              {"\xC1\xBF", refused},           // U+007F in two bytes
-             {"\x80", refused},               // in the midst of a character
-             {"\xC3", refused},               // unfinished
+             {"\x80", refused},               // starts in the middle of a character
+             {"\xC3", refused},               // incomplete
              {"\xE0\xA0\x80", accepted},      // U+0800
              {"\xE0\x9F\xBF", refused},       // U+07FF in three bytes
              {"\xED\x9F\xBF", accepted},      // U+D7FF
@@ -135,7 +136,7 @@ TEST(StrictParser, charactersAreThoseOfXMLInShortestUTF8) {
              {"\xF0\x90\x80\x80", accepted},  // U+10000
              {"\xF0\x8F\xBF\xBF", refused},   // U+FFFF in four bytes
              {"\xF4\x8F\xBF\xBF", accepted},  // U+10FFFF
-             {"\xF4\x90\x80\x80", refused},   // beyond
+             {"\xF4\x90\x80\x80", refused},   // U+110000
              {"\xF5\x80\x80\x80", refused},
          }) {
         EXPECT_EQ(isValue(text), isAccepted) << testing::PrintToString(text);
@@ -147,7 +148,7 @@ TEST(StrictParser, aValueIsReportedWithReferencesResolvedAndWhiteSpaceNormalised
     EXPECT_EQ(StrictParser::decoded("a\tb\nc\r\nd\re"), "a b c d e");
 }
 
-TEST(StrictParser, markupSaysWhatItClosesAndOpens) {
+TEST(StrictParser, markupReportsTheElementsThatItClosesAndOpens) {
     Names names;
     const std::string bytes = padded("\">\n</a>\n</b><c><d/></c>\n<e>\n<f g=\"");
     const auto markup = StrictParser::afterValue(names, bytes.data(), bytes.data() + bytes.size());

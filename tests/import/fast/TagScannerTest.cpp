@@ -15,7 +15,7 @@ namespace ambulet {
 
 namespace {
 
-/// A record of steps with attributes around those that count.
+/// A step record, with other attributes between the ones that are read.
 std::string record(std::string_view source, std::string_view value, std::string_view end = "/>") {
     return " <Record type=\"HKQuantityTypeIdentifierStepCount\" sourceName=\"" +
            std::string(source) + "\" unit=\"count\" startDate=\"" + noon9 + "\" value=\"" +
@@ -24,14 +24,15 @@ std::string record(std::string_view source, std::string_view value, std::string_
 
 constexpr std::uint64_t noLimit = ~std::uint64_t{0};
 
-/// One that does not count: nothing comes after it.
+/// A record that is not counted when it is the last one, because no markup follows it.
 const std::string last = record("Phone", "1000");
 
 class TagScannerTest : public testing::Test {
   protected:
     TagScannerTest() { scanner.startIn({"HealthData"}, noLimit); }
 
-    /// How far the scanner comes in `text`, which goes on in the content of what is open.
+    /// Scans `text`, the next part of the content of the open elements. Returns the number of bytes
+    /// accepted.
     std::size_t scan(std::string_view text, std::size_t stop = std::string_view::npos) {
         const std::string bytes = std::string(text) + std::string(TagScanner::padding, '\0');
         const char* const begin = bytes.data();
@@ -39,7 +40,7 @@ class TagScannerTest : public testing::Test {
                                         begin);
     }
 
-    /// The same in blocks: what is of no use is forgotten between them.
+    /// Scans `text` in blocks. Between blocks, the scanner drops what it no longer needs.
     void scanInBlocks(const std::string& text) {
         const std::size_t size = text.size();
         const std::string whole = text + last;
@@ -77,14 +78,14 @@ TEST_F(TagScannerTest, addsTheRecordsUpToTheLastMarkup) {
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(TagScannerTest, aRecordCountsOnlyOnceWhatFollowsIsRead) {
+TEST_F(TagScannerTest, aRecordCountsOnlyAfterTheMarkupBehindItIsRead) {
     const std::string one = record("Phone", "5");
     EXPECT_EQ(scan(one + record("Phone", "7")), one.size() + 1)
         << "what follows the second is not known";
     EXPECT_EQ(days(), ninth);
 }
 
-TEST_F(TagScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
+TEST_F(TagScannerTest, stopsAtTheFirstMarkupBoundaryAtOrAfterTheStop) {
     const std::string one = record("Phone", "5");
     const std::string text = repeated(one, 20);
     for (const std::size_t stop : {one.size() + 1, 7 * one.size() + 1}) {
@@ -93,7 +94,7 @@ TEST_F(TagScannerTest, stopsAtTheFirstPlaceBetweenMarkupFromTheStopOn) {
     }
 }
 
-TEST_F(TagScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
+TEST_F(TagScannerTest, cachedPiecesDoNotChangeTheSums) {
     std::string text;
     for (int number = 0; number < 50; ++number) {
         text += record(number % 3 == 0 ? "Watch" : "Phone", "1");
@@ -106,17 +107,17 @@ TEST_F(TagScannerTest, whatWasLearntMakesNoDifferenceToTheSums) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 50}}));
 }
 
-TEST_F(TagScannerTest, knownBytesInAnElementOfAnotherNameAreNoStepRecord) {
+TEST_F(TagScannerTest, cachedBytesInAnotherElementAreNotAStepRecord) {
     const std::string known = repeated(record("Phone", "1"), 20);
     std::string other = record("Phone", "1");
     other.replace(other.find("Record"), 6, "Recort");
-    // From the type on all its bytes are those of a step record.
+    // From the type on, all bytes of the tag are those of a step record.
     const std::string text = known + other + record("Phone", "1");
     EXPECT_EQ(scan(text + last), text.size() + 1);
     EXPECT_EQ(days(), (Days{{"2024-03-09", 21}}));
 }
 
-TEST_F(TagScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo) {
+TEST_F(TagScannerTest, aDuplicateAttributeIsRefusedInCachedBytesToo) {
     const std::string known = repeated(record("Phone", "1"), 20);
     std::string twice = record("Phone", "1");
     twice.insert(twice.find(" type"), " unit=\"count\"");
@@ -124,7 +125,7 @@ TEST_F(TagScannerTest, anAttributeThatTheTagHasAlreadyIsRefusedInKnownBytesToo) 
     EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
 }
 
-TEST_F(TagScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
+TEST_F(TagScannerTest, aMismatchedEndTagIsRefusedInCachedBytesToo) {
     const std::string entry = "  <MetadataEntry key=\"a\" value=\"1\"/>\n </Record>\n";
     const std::string known = repeated(record("Phone", "1", ">") + entry, 20);
     std::string other = record("Phone", "1", ">");
@@ -135,14 +136,15 @@ TEST_F(TagScannerTest, aTagThatClosesAnotherElementIsRefusedInKnownBytesToo) {
     EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
 }
 
-TEST_F(TagScannerTest, aValueThatWasVerifiedInOtherQuotesIsVerifiedAnew) {
-    // The texts keep the markup out of the cache, so that all tags begin after the same piece.
+TEST_F(TagScannerTest, aValueVerifiedInOtherQuotesIsVerifiedAgain) {
+    // Because of the texts between the tags, no piece between them is cached, so all tags start
+    // after the same piece.
     const std::string known = repeated("text<a b=\"it's\" c=\"d\"/>", 3);
     const std::string other = "text<a b='it's\" c=\"d\"/>";
     EXPECT_EQ(scan(known + other + last), known.size() + 4);
 }
 
-TEST_F(TagScannerTest, longTagsAreRefusedBeyondTheirBytes) {
+TEST_F(TagScannerTest, longTagsAreRefusedBeyondTheirTotalLimit) {
     const std::string tag = "<a b=\"" + std::string(TagScanner::longTag - 10, 'x') + "\"/>\n";
     const std::string longTag = "<a b=\"" + std::string(TagScanner::longTag, 'x') + "\"/>\n";
     scanner.startIn({"HealthData"}, 3 * longTag.size());
@@ -164,14 +166,14 @@ TEST_F(TagScannerTest, theTypeMayBeSpelledWithReferences) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 2}}));
 }
 
-TEST_F(TagScannerTest, theRootIsNotLeft) {
+TEST_F(TagScannerTest, theScanEndsBeforeTheRootsEndTag) {
     EXPECT_EQ(scan(last + "</HealthData>"), 1U);
     EXPECT_EQ(scan("<a/></HealthData>"), 0U);
     EXPECT_EQ(days(), Days());
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(TagScannerTest, fromAnywhereItSaysWhatItClosedAndLeftOpen) {
+TEST_F(TagScannerTest, startedInTheMiddleItReportsTheElementsClosedAndLeftOpen) {
     scanner.startAnywhere(noLimit);
     const std::string text = "<a b=\"c\"/></x>\n</y><d><e f=\"g\">";
     EXPECT_EQ(scan(text + "<h/>", text.size()), text.size());
@@ -179,7 +181,7 @@ TEST_F(TagScannerTest, fromAnywhereItSaysWhatItClosedAndLeftOpen) {
     EXPECT_EQ(scanner.open(), (Names{"d", "e"}));
 }
 
-TEST_F(TagScannerTest, manyValuesOfAnAttributeDoNoHarm) {
+TEST_F(TagScannerTest, manyDifferentValuesOfAnAttributeAreRead) {
     std::string text;
     for (int number = 0; number < 5000; ++number) {
         text += record("Phone " + std::to_string(number), "1");
@@ -188,7 +190,7 @@ TEST_F(TagScannerTest, manyValuesOfAnAttributeDoNoHarm) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 5000}}));
 }
 
-TEST_F(TagScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
+TEST_F(TagScannerTest, recordsOfAllTypesInRandomOrderAreAdded) {
     const std::vector<std::string> sources = {"Phone", "Watch 1", "Watch 2", "a pair of pods"};
     std::mt19937 chance(1);
     std::string text;
@@ -207,7 +209,7 @@ TEST_F(TagScannerTest, recordsOfAllTypesInNoOrderAreAddedUp) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", steps}}));
 }
 
-TEST_F(TagScannerTest, attributesInNoOrderAreAddedUp) {
+TEST_F(TagScannerTest, recordsWithAttributesInRandomOrderAreAdded) {
     std::mt19937 chance(1);
     std::vector<std::string> attributes = {"type=\"HKQuantityTypeIdentifierStepCount\"",
                                            "sourceName=\"Phone\"",
@@ -229,7 +231,7 @@ TEST_F(TagScannerTest, attributesInNoOrderAreAddedUp) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 120000}}));
 }
 
-TEST_F(TagScannerTest, moreAttributeNamesThanItKeepsAreRefused) {
+TEST_F(TagScannerTest, moreAttributeNamesThanTheTableHoldsAreRefused) {
     std::string text;
     for (std::size_t number = 0; number <= NameTable::capacity; ++number) {
         text += "<a b" + std::to_string(number) + "=\"\"/>";

@@ -36,11 +36,11 @@ Days oneEach(std::initializer_list<const char*> startDates) {
     return asText(sums.days());
 }
 
-TEST(StepSums, nothingAddedGivesNoDays) {
+TEST(StepSums, withoutRecordsThereAreNoDays) {
     EXPECT_TRUE(StepSums().days().empty());
 }
 
-TEST(StepSums, aDayIsTheOneOfTheUsersZone) {
+TEST(StepSums, aRecordCountsOnTheDayOfTheUsersTimeZone) {
     for (const auto& [zone, date] :
          {std::pair("UTC", "2024-03-10"), std::pair("Africa/Lagos", "2024-03-10"),  // UTC+1
           std::pair("America/Los_Angeles", "2024-03-09"),                           // UTC-8
@@ -50,8 +50,8 @@ TEST(StepSums, aDayIsTheOneOfTheUsersZone) {
     }
 }
 
-TEST(StepSums, aDaysDateIsTheInstantAtWhichItBegins) {
-    // Midnight of the same 10 March 2024 in five zones, as `date` of coreutils has it.
+TEST(StepSums, theDateOfADayIsTheInstantAtWhichItBegins) {
+    // Midnight of 10 March 2024 in five time zones. The numbers are from the `date` command.
     for (const auto& [zone, start] :
          {std::pair("UTC", 1710028800), std::pair("Europe/Berlin", 1710025200),
           std::pair("America/New_York", 1710046800), std::pair("Asia/Kolkata", 1710009000),
@@ -64,7 +64,7 @@ TEST(StepSums, aDaysDateIsTheInstantAtWhichItBegins) {
     }
 }
 
-TEST(StepSums, daysComeNewestFirst) {
+TEST(StepSums, daysAreSortedNewestFirst) {
     EXPECT_EQ(oneEach({"2024-03-09 12:00:00 +0000", "2025-01-01 12:00:00 +0000",
                        "2023-12-31 12:00:00 +0000", "2024-03-09 13:00:00 +0000"}),
               (Days{{"2025-01-01", 1}, {"2024-03-09", 2}, {"2023-12-31", 1}}));
@@ -77,7 +77,7 @@ TEST(StepSums, aDayOfZeroStepsIsADay) {
     EXPECT_EQ(asText(sums.days()), (Days{{"2024-03-10", 0}, {"2024-03-09", 0}}));
 }
 
-TEST(StepSums, whatStartsAtNoInstantIsNotAdded) {
+TEST(StepSums, aRecordWithoutAValidStartIsNotAdded) {
     EXPECT_EQ(oneEach({"", "2024-03-09", "2024-03-09 12:00:00", "2024-03-09T12:00:00+0000",
                        "2024-02-30 12:00:00 +0000"}),
               Days());
@@ -99,7 +99,8 @@ TEST(StepSums, aDayOfTheSpringChangeHas23HoursAndOfTheAutumnChange25) {
     StepSums sums;
     for (const auto& [first, hoursAround] :
          {std::pair(2024y / March / 31, 26), std::pair(2024y / October / 27, 28)}) {
-        // From an hour or two before the day, which begins at 23:00 or 22:00 UTC, every half hour.
+        // A record every half hour, starting an hour or two before the day, which begins at 22:00
+        // or 23:00 UTC.
         const sys_seconds begin = sys_days(first) - 3h;
         for (int half = 0; half < 2 * (hoursAround + 3); ++half) {
             sums.add(utcText(begin + half * 30min), "1");
@@ -118,7 +119,7 @@ TEST(StepSums, aDayOfTheSpringChangeHas23HoursAndOfTheAutumnChange25) {
     EXPECT_EQ(stepsOn("2024-10-27"), 2 * 25);
 }
 
-TEST(StepSums, aDayWithoutAMidnightIsLeftOut) {
+TEST(StepSums, aDayWithoutAMidnightIsOmitted) {
     for (const auto& [zone, before, day, after] :
          {std::tuple("America/Sao_Paulo", "2018-11-03", "2018-11-04", "2018-11-05"),
           std::tuple("Asia/Beirut", "2021-03-27", "2021-03-28", "2021-03-29"),
@@ -132,14 +133,15 @@ TEST(StepSums, aDayWithoutAMidnightIsLeftOut) {
     }
 }
 
-TEST(StepSums, aDayThatTheZoneLeftOutHasNoRecords) {
+TEST(StepSums, aDayThatTheTimeZoneSkippedHasNoRecords) {
     const ScopedTimeZone samoa("Pacific/Apia");
     EXPECT_EQ(oneEach({"2011-12-30 09:59:59 +0000", "2011-12-30 10:00:00 +0000"}),
               (Days{{"2011-12-31", 1}, {"2011-12-29", 1}}));
 }
 
-TEST(StepSums, aZonesLatestRulesCount) {
-    // Egypt has had summer time again since 2023: the day begins at 21:00 UTC, in winter at 22:00.
+TEST(StepSums, theLatestRulesOfATimeZoneAreUsed) {
+    // Egypt reintroduced summer time in 2023. In summer its day begins at 21:00 UTC, in winter at
+    // 22:00 UTC.
     const ScopedTimeZone cairo("Africa/Cairo");
     EXPECT_EQ(oneEach({"2023-07-01 20:59:59 +0000", "2023-07-01 21:00:00 +0000",
                        "2023-12-01 21:59:59 +0000", "2023-12-01 22:00:00 +0000"}),
@@ -165,11 +167,11 @@ TEST(StepSums, theOrderOfRecordsMakesNoDifference) {
     EXPECT_EQ(inRuns.days().size(), 15U);
 }
 
-TEST(StepSums, daysFarApartMayComeInTurns) {
+TEST(StepSums, recordsOfDistantDaysMayAlternate) {
     const ScopedTimeZone local("America/Los_Angeles");
     StepSums sums;
     for (int hour = 0; hour < 24; ++hour) {
-        // 4096 days lie between them.
+        // The days are 4096 days apart.
         for (const char* date : {"1990-01-01", "2001-03-20"}) {
             char text[64];
             std::snprintf(text, sizeof text, "%s %02d:30:00 -0800", date, hour);

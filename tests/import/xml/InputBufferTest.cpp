@@ -13,7 +13,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(InputBuffer, readsABlockAndPutsNullCharactersBehindIt) {
+TEST(InputBuffer, readsABlockAndAppendsNullCharacters) {
     const TemporaryFolder folder;
     std::error_code error;
     const auto file = InputFile::open(folder.write("file", "0123456789"), error);
@@ -25,7 +25,7 @@ TEST(InputBuffer, readsABlockAndPutsNullCharactersBehindIt) {
     EXPECT_EQ(buffer.read(file.value(), 10, 6), 0U);
 }
 
-TEST(InputBuffer, hasRoomInFrontOfABlockThatBeginsWhereAPageDoes) {
+TEST(InputBuffer, hasReadableBytesBeforeABlockAtTheStartOfAPage) {
     const InputBuffer buffer(5000, 6, 4);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(buffer.begin()) % 4096, 0U);
     for (std::size_t place = 1; place <= 5000; ++place) {

@@ -32,7 +32,7 @@ std::string readAt(const InputFile& file, std::uint64_t offset, std::size_t coun
     return buffer;
 }
 
-TEST(InputFile, isReadAtAnyPlace) {
+TEST(InputFile, isReadAtAnyOffset) {
     const TemporaryFolder folder;
     std::error_code error;
     const auto file = InputFile::open(folder.write("file", "0123456789"), error);
@@ -45,7 +45,7 @@ TEST(InputFile, isReadAtAnyPlace) {
     EXPECT_EQ(readAt(*file, 1000, 10), "");
 }
 
-TEST(InputFile, whatIsNotThereIsNotOpened) {
+TEST(InputFile, aMissingFileIsNotOpened) {
     const TemporaryFolder folder;
     EXPECT_EQ(openError(folder.path() / "none"), std::errc::no_such_file_or_directory);
     EXPECT_EQ(openError(folder.path() / "none" / "none"), std::errc::no_such_file_or_directory);
@@ -57,7 +57,7 @@ TEST(InputFile, aFolderIsNotOpened) {
     EXPECT_EQ(openError(folder.path()), std::errc::is_a_directory);
 }
 
-TEST(InputFile, aPipeIsNotOpenedNorWaitedFor) {
+TEST(InputFile, aPipeIsNotOpenedAndDoesNotBlock) {
     const TemporaryFolder folder;
     const auto path = folder.path() / "pipe";
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
@@ -91,12 +91,12 @@ TEST(InputFile, aLinkToAFileIsOpened) {
     EXPECT_EQ(readAt(*file, 0, 100), "content");
 }
 
-TEST(InputFile, whatMayNotBeReadIsNotOpened) {
+TEST(InputFile, aFileWithoutReadPermissionIsNotOpened) {
     const TemporaryFolder folder;
     const auto path = folder.write("file", "content");
     std::filesystem::permissions(path, std::filesystem::perms::none);
     std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    // In a process of its own, which gives up the superuser's right to read everything.
+    // In another process, which drops root's right to read every file.
     const pid_t child = fork();
     if (child == 0) {
         constexpr uid_t nobody = 65534;
@@ -121,7 +121,7 @@ TEST(InputFile, canBeMoved) {
     EXPECT_EQ(readAt(*first, 0, 10), "two");
 }
 
-TEST(InputFile, aFileThatIsCutShortEnds) {
+TEST(InputFile, aFileThatIsTruncatedDuringTheReadingEnds) {
     const TemporaryFolder folder;
     const auto path = folder.write("file", "0123456789");
     std::error_code error;

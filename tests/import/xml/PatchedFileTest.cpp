@@ -17,7 +17,7 @@ struct Cut {
     const char* text;
 };
 
-// The bytes, read `count` at a time, and the offset of each in the file.
+// Reads all bytes, `count` at a time, with the offset of each in the file.
 std::pair<std::string, std::vector<std::uint64_t>> spliced(const std::vector<Cut>& cuts,
                                                            std::size_t count) {
     const TemporaryFolder folder;
@@ -38,7 +38,7 @@ std::pair<std::string, std::vector<std::uint64_t>> spliced(const std::vector<Cut
     return result;
 }
 
-TEST(PatchedFile, isTheFileWhereNothingIsReplaced) {
+TEST(PatchedFile, isTheFileIfNothingIsReplaced) {
     for (const std::size_t count : {1U, 3U, 20U}) {
         const auto [text, offsets] = spliced({}, count);
         EXPECT_EQ(text, "0123456789");
@@ -46,7 +46,7 @@ TEST(PatchedFile, isTheFileWhereNothingIsReplaced) {
     }
 }
 
-TEST(PatchedFile, putsTextInThePlaceOfBytes) {
+TEST(PatchedFile, replacesBytesByText) {
     for (const std::size_t count : {1U, 3U, 20U}) {
         const auto [text, offsets] = spliced({{{1, 3}, ""}, {{5, 8}, "ab"}}, count);
         EXPECT_EQ(text, "034ab89");

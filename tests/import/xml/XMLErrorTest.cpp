@@ -10,7 +10,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(XMLError, everyReasonHasATextOfItsOwn) {
+TEST(XMLError, everyReasonHasItsOwnText) {
     std::set<std::string> texts;
     int count = 0;
     for (int value = static_cast<int>(XMLErrorReason::noElement);
@@ -21,7 +21,7 @@ TEST(XMLError, everyReasonHasATextOfItsOwn) {
     EXPECT_EQ(texts.size(), static_cast<std::size_t>(count));
 }
 
-TEST(XMLError, theTextsAreTheOnesThatArePrinted) {
+TEST(XMLError, theTextsAreAsSpecified) {
     for (const auto& [reason, text] :
          {std::pair(XMLErrorReason::noElement, "no element found"),
           {XMLErrorReason::syntax, "syntax error"},
@@ -43,7 +43,7 @@ TEST(XMLError, theTextsAreTheOnesThatArePrinted) {
     }
 }
 
-TEST(XMLError, anErrorOfTheSystemIsNoReasonOfADocument) {
+TEST(XMLError, aSystemErrorIsNotAnXMLErrorReason) {
     const XMLError error{7, std::make_error_code(std::errc::io_error)};
     EXPECT_NE(error, (XMLError{7, static_cast<XMLErrorReason>(EIO)}));
     EXPECT_EQ(error, (XMLError{7, std::make_error_code(std::errc::io_error)}));
