@@ -1,17 +1,17 @@
-# How every source of ours is compiled.
+# The compiler options of all sources of the project, ambulet_compile, and those of the build types.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-# Optimised, so that tests over large files are quick; with assertions and the library's own checks.
+# Optimised, because some tests read large files. Assertions and the checks of the standard library are on.
 set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -D_GLIBCXX_ASSERTIONS")
 
 set(AMBULET_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
 if(AMBULET_SANITIZE)
   add_compile_options(-fsanitize=${AMBULET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  # In instrumented code g++ takes the library's std::function for uninitialized.
+  # With sanitizers, g++ warns falsely that a std::function of the standard library is uninitialized.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(-fsanitize=${AMBULET_SANITIZE})
 endif()
@@ -21,7 +21,7 @@ if(AMBULET_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# The release build is hardened: it reads files of strangers.
+# The release build is hardened, because it reads files from untrusted sources.
 if(CMAKE_BUILD_TYPE MATCHES "^Rel")
   include(CheckCXXCompilerFlag)
   foreach(flag -fstack-protector-strong -fstack-clash-protection -ftrivial-auto-var-init=zero
@@ -32,15 +32,15 @@ if(CMAKE_BUILD_TYPE MATCHES "^Rel")
       add_compile_options(${flag})
     endif()
   endforeach()
-  # Distributions set a lower one.
+  # Removes the lower level that distributions set.
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   if(NOT APPLE)
-    # Not by CMake's own setting, which would compile the libraries as for shared ones.
+    # CMAKE_POSITION_INDEPENDENT_CODE would compile the static libraries with -fPIC instead of -fPIE.
     add_compile_options(-fPIE)
     add_link_options(-pie -Wl,-z,relro,-z,now,-z,noexecstack)
   endif()
-  # The same bytes from any folder.
+  # The program does not depend on the folder that it is built in.
   add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 endif()
 

@@ -1,5 +1,5 @@
-# What `cmake --install` puts where: the program, and what a desktop needs to show and start it. On
-# macOS all is in the bundle.
+# What `cmake --install` installs: the program, and the files by which a desktop shows and starts it. On
+# macOS everything is in the bundle.
 include(GNUInstallDirs)
 
 function(ambulet_install program)

@@ -1,12 +1,14 @@
 # ambulet_layer(expat SOURCES ExpatReader.cpp ... LINKS layer_xml EXPAT::EXPAT HEADERS expat)
 #
-# A folder of src is a static library, layer_<name>; without SOURCES it is all headers. Its sources
-# may include nothing but
-#   - its own headers and those of the layers that LINKS names, none beyond them,
-#   - the standard library's and the operating system's headers,
-#   - those of other libraries that HEADERS names by how their paths start; Qt stands for all of Qt's.
-# MAC names the sources that only macOS has, OTHER those that all other systems have in their place.
-# ambulet_write_arrows() writes this down, and tests/tree checks the sources against it.
+# Declares the static library layer_<name>, which is a folder of src; without SOURCES it has headers only.
+# Its sources may include only headers of
+#   - the layer itself,
+#   - the layers in LINKS, but not of the layers that those link to,
+#   - the standard library and the operating system,
+#   - the libraries in HEADERS, which are the starts of header paths; Qt stands for all of Qt's headers.
+# MAC lists sources for macOS only, OTHER the sources for all other systems.
+#
+# ambulet_write_arrows() writes these rules to a file, by which tests/tree checks the sources.
 function(ambulet_layer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;MAC;OTHER;LINKS;HEADERS" ${ARGN})
   set(mac_sources ${ARG_SOURCES} ${ARG_MAC})
@@ -36,8 +38,8 @@ function(ambulet_layer name)
   set_property(GLOBAL APPEND PROPERTY AMBULET_LAYERS layer_${name})
 endfunction()
 
-# Writes a line for each layer: its folder, the folders it may include, the libraries it may include;
-# between them a tab, between the words of one list a blank.
+# Writes one line for each layer: its folder, the folders that it may include, the libraries that it may
+# include. The three are separated by tabs, the words of a list by blanks.
 function(ambulet_write_arrows file)
   get_property(layers GLOBAL PROPERTY AMBULET_LAYERS)
   set(table "")
@@ -57,7 +59,7 @@ function(ambulet_write_arrows file)
   file(CONFIGURE OUTPUT ${file} CONTENT "${table}" @ONLY)
 endfunction()
 
-# Writes the paths of the sources that macOS compiles, one a line.
+# Writes the paths of the sources that are compiled on macOS, one per line.
 function(ambulet_write_mac_sources file)
   get_property(layers GLOBAL PROPERTY AMBULET_LAYERS)
   set(paths "")

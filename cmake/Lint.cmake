@@ -1,9 +1,9 @@
-# ambulet_lint(): targets over all sources of ours. tools/test builds the last two.
-#   format        lays the sources out as .clang-format says
-#   check-format  fails where that would change one
-#   tidy          runs clang-tidy, with a stamp for each source, so that only what changed is looked at
-#                 again; over the tests with the shorter list of tests/.clang-tidy
-# The programs may be of any version from 14 on. Where one is missing, its targets say so and succeed.
+# ambulet_lint(): targets for all sources of the project. tools/test builds the last two.
+#   format        formats the sources with clang-format
+#   check-format  fails if a source is not formatted
+#   tidy          runs clang-tidy on the sources that have changed since the last run; for the tests it
+#                 uses the shorter list of checks in tests/.clang-tidy
+# Any version from 14 on will do. If a program is missing, its targets say so and succeed.
 function(ambulet_lint)
   foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
@@ -29,7 +29,7 @@ function(ambulet_lint)
       COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy is not installed: not run." VERBATIM)
     return()
   endif()
-  # What is not compiled here has no compile command to check it by.
+  # Sources that are not compiled on this system have no compile command, so they cannot be checked.
   if(NOT APPLE)
     list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")
   endif()

@@ -1,8 +1,8 @@
-# The program's information, pictures and icons: in its bundle on macOS, elsewhere compiled in, at
-# the same places; platform/Bundle looks for them there.
+# The program's information, pictures and icons. On macOS they are in the bundle; on other systems they
+# are compiled into the program, with the same paths. platform/Bundle reads them.
 #
 #   ambulet_resources(layer)    compiles them into a library; does nothing on macOS
-#   ambulet_bundle(program)     makes a program a bundle that has them; does nothing elsewhere
+#   ambulet_bundle(program)     makes a program a bundle with them; does nothing on other systems
 
 set(bundle_executable ambulet)
 if(APPLE)
@@ -42,12 +42,12 @@ function(ambulet_bundle program)
     cmake_path(GET folder FILENAME folder)
     set_source_files_properties(${file} PROPERTIES MACOSX_PACKAGE_LOCATION Resources/${folder})
   endforeach()
-  # CFBundleIconFile names it without a folder.
+  # CFBundleIconFile is a name without a folder.
   set(icon ${PROJECT_SOURCE_DIR}/resources/icon/Ambulet.icns)
   set_source_files_properties(${icon} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
   target_sources(${program} PRIVATE ${resource_files} ${icon})
 
-  # Signs the installed bundle, which has its libraries: cmake --build BUILD --target sign
+  # Signs the installed bundle, which contains its libraries: cmake --build BUILD --target sign
   set(AMBULET_SIGNING_IDENTITY "-" CACHE STRING "Who signs the bundle; - signs for this Mac alone")
   add_custom_target(sign
     COMMAND codesign --force --deep --options runtime

@@ -1,8 +1,8 @@
 # ambulet_test(text SOURCES DateFormatterTest.cpp ... LINKS layer_text [QT])
 #
-# One test program a folder, its cases known to CTest by name, "Text.DateFormatter.…" for the folder
-# text. Each case starts in UTC and US English; a case that needs another zone or locale sets it.
-# QT: the program has a QApplication that draws in memory and settings in a folder of its own.
+# Declares the test program of a folder. CTest knows each case by its name, which starts with the folder:
+# "Text.DateFormatter.…". Each case starts in UTC and US English; a case that needs another time zone or
+# locale sets it. With QT, the program has a QApplication that draws in memory, and temporary settings.
 include(GoogleTest)
 
 function(ambulet_test folder)
