@@ -1,4 +1,4 @@
-// Measures the cost of a step record, with its date in the form that phones write and in another
+// Measures the time for one step record, with the date in the form that phones write and in another
 // form, and the time to read a whole export.
 
 #include "Ratios.h"
@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono;
 
-// One day, a date each minute.
+// The dates of one day, one for each minute.
 std::vector<std::string> dayOfStartDates(const char* offset) {
     std::vector<std::string> dates;
     for (int minute = 0; minute < 24 * 60; ++minute) {
@@ -38,7 +38,7 @@ std::vector<std::string> dayOfStartDates(const char* offset) {
 const std::vector<std::string> exactForm = dayOfStartDates("+0000");
 const std::vector<std::string> otherForm = dayOfStartDates("+00:00");
 
-// Calls `once` with the texts in turn, again and again.
+// Calls `once` with each of the texts in turn, repeatedly.
 template <typename Call>
 void withEach(benchmark::State& state, const std::vector<std::string>& texts, Call once) {
     std::size_t next = 0;
@@ -82,7 +82,7 @@ void recordOfOtherType(benchmark::State& state) {
 }
 BENCHMARK(recordOfOtherType);
 
-// The cost of a step record after its attributes are found: the date, its day and the number.
+// The time for a step record whose attributes are known: the date, its day and the number.
 void dateAndDay(benchmark::State& state) {
     StepSums sums;
     withEach(state, exactForm, [&](const std::string& startDate) { sums.add(startDate, "117"); });

@@ -11,7 +11,7 @@ namespace ambulet {
 
 namespace {
 
-/// Prints as usual and keeps the medians.
+/// Prints like the console reporter, and stores the medians.
 class MedianReporter : public benchmark::ConsoleReporter {
   public:
     MedianReporter() : ConsoleReporter(OO_Tabular) {}
@@ -34,7 +34,7 @@ class MedianReporter : public benchmark::ConsoleReporter {
     }
 
   private:
-    std::map<std::string, double> _seconds;  // by the benchmark's name
+    std::map<std::string, double> _seconds;  // the key is the name of the benchmark
 };
 
 }  // namespace

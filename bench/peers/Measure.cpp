@@ -1,9 +1,9 @@
-// measure COMMAND [ARGUMENT]...: runs a command without its standard error, and prints there its
-// CPU seconds, its wall seconds and the most memory that it had, in KB. The exit status is 1 if the
-// command cannot be run or a signal ends it.
+// measure COMMAND [ARGUMENT]...: runs a command and prints to standard error: its CPU time and its
+// wall time in seconds, and its peak memory in KB. The command's own standard error is dropped. The
+// exit status is 1 if the command cannot be run or is killed by a signal.
 //
-// The kernel counts a parent's memory as the child's until the child executes its program, so the
-// parent has to be small.
+// Until a child process executes its program, the kernel counts the parent's memory as the child's.
+// So the parent must be small.
 
 #include <cstdio>
 #include <ctime>

@@ -1,9 +1,13 @@
-"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN in turns over files that it writes to FOLDER, and prints
-for each its median CPU and wall time, the least and the most of the wall times, its most memory in MB above that on an
-empty document, and its times over those of the table's base; at the end the goals.
+"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER. For each
+file it prints a table of the programs:
+- the median CPU time and the median wall time,
+- the shortest and the longest wall time,
+- the peak memory in MB, without that for an empty document,
+- the ratios of its times to those of the program that is the base of the table.
+After the tables it prints the goals.
 
-AMBULET_BASELINE is a folder with the programs of another build. If it is set, each table has its stepdays, too, one
-more table is of its makeexport's export, and the goals that are relative to it are shown."""
+AMBULET_BASELINE may be a folder with the programs of another build. Then each table also has the other build's
+stepdays, another table has an export of its makeexport, and goals relative to that build are printed."""
 import os
 import statistics
 import subprocess

@@ -1,17 +1,18 @@
-"""Documents that nobody exports: they grow in one place, or make a reader keep, look up or search much."""
+"""Artificial documents. Some have one very large part; others make a reader store, look up or search a
+lot."""
 import itertools
 import os
 import random
 
 from variants import made
 
-SIZE = 40 * 2**20  # of those that grow: a read takes some hundredths of a second, far more than a start
+SIZE = 40 * 2**20  # large enough that reading takes much longer than starting the program
 ROOT, END = b"<HealthData>\n", b"\n</HealthData>\n"
-LONGEST = 9_990_000  # a little less than the longest tag, comment or value that is read
+LONGEST = 9_990_000  # slightly less than the limit of a tag, comment or value
 
 
 def filled(begin, piece, end=b"", size=SIZE):
-    """Writes a document in which `piece`, a text or a function of a number, stands as often as fits."""
+    """Writes a document that repeats `piece`, which is a text or a function of a number."""
     def write(file):
         left = size - file.write(begin)
         pieces = map(piece, itertools.count()) if callable(piece) else itertools.repeat(
@@ -40,17 +41,17 @@ def seldom_new():
 
 
 def letters(length):
-    """The same value of letters beyond ASCII in each tag."""
+    """Tags that all have the same value of non-ASCII letters."""
     return filled(ROOT, b'<a b="' + "\u00e9".encode() * (length // 2) + b'"/>\n', END)
 
 
 def distinct_letters(n):
-    """Values of letters beyond ASCII, none of which stands twice; 2 to 10 KB."""
+    """Values of non-ASCII letters, all of them different, of 2 to 10 KB."""
     return b'<a b="' + chr(0x100 + n % 4000).encode() * (1000 + 37 * n % 4000) + b'%d"/>\n' % n
 
 
 def distinct_markup(n):
-    """Other white space between the attributes in each tag."""
+    """Tags with different white space between their attributes."""
     spaces = bytes(b" \t\n "[n >> 2 * bit & 3] for bit in range(10))
     return b'<a b=""' + spaces[:5] + b'c=""' + spaces[5:] + b"/>"
 
@@ -96,7 +97,7 @@ WRITERS = {
 
 
 def damage(folder):
-    """Titles and paths, by name."""
+    """The title and the path of each document, by its name."""
     return {name: (title, made(os.path.join(folder, f"damage-{name}.xml"), write, __file__))
             for name, (title, write) in WRITERS.items()}
 

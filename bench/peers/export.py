@@ -1,8 +1,8 @@
 """export.py SIZE [SEED] [FILE]: writes an export of about SIZE (1M, 1G; of 1024) to a file or to standard output.
 
-It tells of ten years of a phone, a watch, a scale and an app, in blocks by type; a larger export is denser. The same
-size and seed give the same bytes. It shares no code and no tables with makeexport, so that a reader that is fast on
-the exports of both is not tuned to the habits of one generator."""
+The export covers ten years of a phone, a watch, a scale and an app, in blocks by type. A larger export is denser. The
+same size and seed give the same bytes. This generator shares neither code nor tables with makeexport. So a reader that
+is fast on the exports of both is not tuned to one generator."""
 import bisect
 import datetime
 import itertools

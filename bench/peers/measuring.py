@@ -4,7 +4,7 @@ import os
 import subprocess
 import sys
 
-# CPU seconds, wall seconds, the most memory in KB, and the standard output.
+# CPU time and wall time in seconds, peak memory in KB, and the standard output.
 Run = collections.namedtuple("Run", "cpu wall memory output")
 
 
@@ -17,7 +17,7 @@ def measured(binaries, words):
 
 
 def print_goals(goals):
-    """Prints for each goal the text, the most that is allowed, what was measured, and whether that is allowed."""
+    """Prints for each goal its text, the limit, the measured value, and whether the goal is met."""
     print(f"\n{'':76}{'goal':>8}{'here':>8}")
     for text, goal, here in goals:
         print(f"{text:76}{goal:8.2f}{here:8.2f} {'reached' if round(here, 2) <= goal else 'missed'}")

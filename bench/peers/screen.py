@@ -1,4 +1,4 @@
-"""An X server of its own. Its picture is read from the file in which the server keeps it."""
+"""A virtual X server, which keeps its picture in a file. The picture is read from that file."""
 import mmap
 import os
 import struct
@@ -7,7 +7,7 @@ import tempfile
 import time
 
 WIDTH, HEIGHT = 960, 800
-EACH = 8  # one line in so many is compared: quick, and enough to see text change
+EACH = 8  # compares every eighth line, which is quick and enough to notice changed text
 
 
 class Screen:
@@ -50,7 +50,7 @@ class Screen:
             file.write(self._map)
 
     def wait(self, condition, what):
-        """The time at which the picture first met the condition."""
+        """The time at which the picture first meets the condition."""
         end = time.monotonic() + 60
         while not condition(self.look()):
             if time.monotonic() > end:
@@ -59,7 +59,7 @@ class Screen:
         return time.monotonic()
 
     def wait_until_still(self, seconds):
-        """The picture, after it has not changed for so many seconds."""
+        """The picture, as soon as it has not changed for the given number of seconds."""
         picture, since = self.look(), time.monotonic()
         while time.monotonic() - since < seconds:
             time.sleep(0.01)

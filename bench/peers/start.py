@@ -22,7 +22,7 @@ class Shown:
     """A run of a program on the screen, up to the end of the with block."""
 
     def __init__(self, screen, home, program):
-        # Without a session bus, so that no other program's answers are measured.
+        # Without a session bus, so that the answers of other programs are not part of the time.
         environment = {**os.environ, "DISPLAY": screen.display, "QT_QPA_PLATFORM": "xcb", "HOME": home,
                        "XDG_CONFIG_HOME": home, "XDG_RUNTIME_DIR": home, "LC_ALL": "C.UTF-8", "TZ": "UTC",
                        "DBUS_SESSION_BUS_ADDRESS": f"unix:path={home}/no-bus"}
@@ -47,7 +47,7 @@ class Shown:
 
 
 class Settings:
-    """A home folder in which the application remembers a file, for the length of the with block."""
+    """A home folder in which the application remembers a file, during the with block."""
 
     def __init__(self, file):
         self._file = file
@@ -63,9 +63,9 @@ class Settings:
 
 
 def final_picture(screen, home):
-    """What the application's window looks like when the days are in it, kept as days.xwd, too. All files are in memory
-    after that."""
-    for _ in range(2):  # the first time the window has no frame yet to go back to
+    """The picture of the application's window with the days, which is also saved as days.xwd. After this call all files
+    are cached in memory."""
+    for _ in range(2):  # the first start has no stored frame to restore
         with Shown(screen, home, "ambulet"):
             picture = screen.wait_until_still(1)
             screen.save(os.path.join(folder, "days.xwd"))
@@ -73,7 +73,7 @@ def final_picture(screen, home):
 
 
 def measure(screen, home, export):
-    """Times in ms by what was timed."""
+    """The times in ms, by what was measured."""
     stepdays = [os.path.join(binaries, "stepdays"), export]
     measured(binaries, stepdays)
     with Shown(screen, home, "bare_window"):

@@ -1,4 +1,4 @@
-"""Files to read: exports, and variants of an export of about the same size."""
+"""The files to read: exports, and variants of an export that have about its size."""
 import itertools
 import os
 import random
@@ -8,7 +8,7 @@ import sys
 
 
 def made(path, write, *sources):
-    """Returns the path after `write` has written the file. A file that is newer than all sources is kept."""
+    """Writes a file with `write`, and returns its path. A file that is newer than all sources is not written again."""
     if not os.path.exists(path) or any(os.path.getmtime(path) < os.path.getmtime(source) for source in sources):
         with open(path + ".part", "wb") as file:
             write(file)
@@ -22,14 +22,15 @@ def export(makeexport, path, size):
 
 
 def other_export(path, size):
-    """An export by the generator that shares no code with makeexport."""
+    """An export from the second generator, which shares no code with makeexport."""
     generator = os.path.join(os.path.dirname(__file__), "export.py")
     return made(path, lambda file: subprocess.run([sys.executable, generator, size], stdout=file, check=True),
                 generator)
 
 
 def records(file):
-    """The lines of an export, those of a top-level record as one text: whether it is a record, and the text."""
+    """The lines of an export; the lines of a top-level record are one item. Yields whether an item is a record, and its
+    text."""
     for line in file:
         if line.startswith(b" <Record ") and not line.endswith(b"/>\n"):
             line += b"".join(iter(file.readline, b" </Record>\n")) + b" </Record>\n"
@@ -39,14 +40,14 @@ def records(file):
 
 
 def with_each(change):
-    """Writes a copy of an export in which each record is what `change` makes of it."""
+    """Writes a copy of an export with each record changed by `change`."""
     def write(source, copy):
         copy.writelines(change(text) if is_record else text for is_record, text in records(source))
     return write
 
 
 def mixed(in_order):
-    """Writes a copy with the records in an order: `in_order` gets their start dates and returns their indexes."""
+    """Writes a copy with the records in another order: `in_order` gets their start dates and returns their indexes."""
     def write(source, copy):
         dates, begins, lengths, place = [], [], [], 0
         for is_record, text in records(source):
@@ -102,7 +103,7 @@ def cut(source, copy):
 
 
 def variants(folder, whole):
-    """Variants of the export at the path `whole`: titles and paths, by name."""
+    """Makes the variants of the export at the path `whole`. Returns the title and the path of each, by its name."""
     writers = {
         "timed": ("Records of all types mixed, in order of time", mixed(by_time)),
         "mixed": ("Records of all types mixed, in no order", mixed(by_chance)),
