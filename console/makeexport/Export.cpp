@@ -1,9 +1,10 @@
 // An export is written in one pass, section by section: the records of each type, then the
-// correlations, workouts and summaries. A section has its share of the bytes, and the place within
-// the section is the time: its first byte stands for the first day, its last byte for the last day.
-// So an export of any size covers all days, and memory does not grow with the size.
+// correlations, workouts and summaries. Each section gets a share of the bytes. The position in a
+// section determines the time: the first byte is the first day, the last byte the last day. So an
+// export of any size covers all days, and memory does not grow with the size.
 //
-// Times are local. An offset is looked up where a date is written or an instant is counted.
+// Times are local. The offset from UTC is looked up when a date is written or an instant is
+// counted.
 
 #include "makeexport/Export.h"
 
@@ -23,10 +24,10 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-// In a smaller export the declarations would be most of the bytes.
+// Smaller exports have no declarations of elements, which would be most of their bytes.
 constexpr std::uint64_t declarationsFrom = std::uint64_t{64} << 10;
 
-constexpr std::size_t usualLength = 440;  // of a record, in bytes
+constexpr std::size_t usualLength = 440;  // average length of a record, in bytes
 
 void appendPart(std::string& text, string_view part) {
     text += part;
@@ -42,7 +43,7 @@ void appendPart(std::string& text, std::integral auto number) {
     text += std::to_string(number);
 }
 
-/// At most one part may be a random number: the compiler decides in which order parts are drawn.
+/// At most one part may be a random number, because the order of evaluation is unspecified.
 void append(std::string& text, const auto&... parts) {
     (appendPart(text, parts), ...);
 }
@@ -67,9 +68,10 @@ std::string dateText(local_seconds time) {
     return dayText(day) + text;
 }
 
-/// The attributes sourceName, sourceVersion and device, with another address at each call.
+/// The attributes sourceName, sourceVersion and device. The address of the device is new in each
+/// call.
 std::string sourceText(const Source& source, local_days day, Random& random) {
-    // A system has five minor versions in its year, with two corrections each.
+    // A system has five minor versions in a year, with two patch versions each.
     const auto since = static_cast<unsigned>((day - firstDay).count());
     std::string version;
     append(version, source.major + static_cast<int>(since / 365), ".", since % 365 / 73);
@@ -81,7 +83,7 @@ std::string sourceText(const Source& source, local_days day, Random& random) {
     if (source.device.empty()) {
         return text;
     }
-    // Later systems keep objects elsewhere and write when the device was first seen.
+    // Later systems have other addresses of objects, and write when the device was first seen.
     const bool isLater = day >= local_days(2022y / September / 20);
     char address[24];
     std::snprintf(address, sizeof address, "0x%x%06x0", isLater ? 0x30U : 0x28U,
@@ -105,11 +107,11 @@ struct Times {
     local_seconds end;
 };
 
-/// What the place within a section stands for.
+/// The time that a position in a section determines.
 struct Moment {
     local_days day;
-    seconds ofDay;      // of 24 hours, as large a share as is written of the day's bytes
-    std::int64_t left;  // elements that fit into the day from here, at least 1
+    seconds ofDay;      // the time of day, in proportion to the bytes already written for the day
+    std::int64_t left;  // number of elements that still fit into the day, at least 1
 };
 
 class Export {
@@ -132,13 +134,13 @@ class Export {
     }
 
   private:
-    /// Records that a device stored one after the other: they have one source, and their device
-    /// has one address.
+    /// Successive records of one device. They have the same source, and the same address of the
+    /// device.
     struct Burst {
         int left = 0;
         bool storedAtOnce = false;
         local_seconds created{};
-        local_seconds end{};  // of the last record
+        local_seconds end{};  // the end of the last record
         std::string source;
     };
 
@@ -150,8 +152,8 @@ class Export {
         _text.clear();
     }
 
-    /// Calls `add`, which appends one element of a day from `since` on, until the section has its
-    /// share of the bytes.
+    /// Calls `add`, which appends one element, until the section has its share of the bytes. The
+    /// first day of the section is `since`.
     void fill(unsigned share, local_days since, auto add) {
         _shares += share;
         const std::uint64_t room = _size > _begin ? _size - _begin : 0;
@@ -189,7 +191,7 @@ class Export {
         Burst burst;
         if (type.name == "StepCount") {
             fill(type.share, since, [&](const Moment& at) { addSteps(type, at, burst); });
-            if (_stepsDay == local_days::min()) {  // the smallest exports need a step record, too
+            if (_stepsDay == local_days::min()) {  // even the smallest export gets a step record
                 addSteps(type, {firstDay, 0s, 1}, burst);
             }
             return;
@@ -207,7 +209,7 @@ class Export {
         });
     }
 
-    /// Most values are near the previous one. The others are low more often than high.
+    /// A random value. Most are near the previous one; the others are more often low than high.
     int valueAfter(int value, const Range& range) {
         const int most = (range.high - range.low) / 8 + 1;
         value += _random.between(-most, most);
@@ -217,8 +219,8 @@ class Export {
                               _random.between(range.low, range.high));
     }
 
-    /// Begins another burst if the last one is over. Like a sensor's, a record begins where the
-    /// previous one ended if that is near. All begin on `moment.day`.
+    /// Starts a new burst if the last one is over. Like with a sensor, a record starts at the end
+    /// of the previous one if that is near. All records start on `moment.day`.
     Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
         if (burst.left == 0) {
             burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));
@@ -264,7 +266,7 @@ class Export {
         Random random(_seed ^ (static_cast<std::uint64_t>(day.time_since_epoch().count()) << 32));
         const bool isWeekend = weekday(day) == Saturday || weekday(day) == Sunday;
         int steps = isWeekend ? 5200 : 3900;
-        for (int i = 0; i < 3; ++i) {  // so that most sums are near the middle
+        for (int i = 0; i < 3; ++i) {  // a sum of three numbers is mostly near the middle
             steps += random.between(0, 3000);
         }
         return random.oneIn(40) ? steps + random.between(4000, 9000) : steps;
@@ -312,14 +314,14 @@ class Export {
             char time[32];
             std::snprintf(time, sizeof time, "%d:%02d:%02d.%02d", (hour + 11) % 12 + 1,
                           hundredths / 6000 % 60, hundredths / 100 % 60, hundredths % 100);
-            // A narrow no-break space stands before AM and PM.
+            // A narrow no-break space precedes AM and PM.
             append(_text, "   <InstantaneousBeatsPerMinute bpm=\"", perMinute, "\" time=\"",
                    string_view(time), "\u202f", hour < 12 ? "AM" : "PM", "\"/>\n");
         }
         append(_text, "  </HeartRateVariabilityMetadataList>\n");
     }
 
-    /// A blood pressure: two records that belong together.
+    /// A blood pressure: a correlation of two records.
     void addPressure(const Moment& moment) {
         const local_seconds start = moment.day + 7h + moment.ofDay / 2;
         const Times times = {start + seconds(_random.between(5, 90)), start, start};
@@ -379,8 +381,8 @@ class Export {
     Random _random;
     std::string _text;           // not yet in the file
     std::uint64_t _written = 0;  // bytes in the file
-    std::uint64_t _begin = 0;    // the place after the prolog
-    unsigned _shares = 0;        // of the sections so far
+    std::uint64_t _begin = 0;    // the position after the prolog
+    unsigned _shares = 0;        // the sum of the shares of the sections so far
     bool _failed = false;
     local_days _stepsDay = local_days::min();
     std::int64_t _stepsLeft = 0;  // to be written for that day

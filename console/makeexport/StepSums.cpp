@@ -13,7 +13,8 @@ namespace {
 
 using QuarterHours = duration<std::int64_t, std::ratio<900>>;
 
-// An instant is up to 14 hours from the same time in UTC.
+// Local time is up to 14 hours ahead of UTC, or 12 behind, so the ranges start and end earlier or
+// later than the days.
 constexpr sys_seconds begin(firstDay.time_since_epoch() - days(1));
 constexpr sys_seconds end(lastDay.time_since_epoch() + days(2));
 
@@ -32,11 +33,12 @@ std::string StepSums::lines(const std::string& zone) const {
     ::setenv("TZ", zone.c_str(), 1);
     ::tzset();
     std::string lines;
-    std::string date;  // of the day being summed
+    std::string date;  // the day that is being summed
     bool hasMidnight = false;
     bool hasRecords = false;
     std::int64_t steps = 0;
-    // Newest first. The first quarter hours hold no records, so every day that does is ended.
+    // Newest first. The earliest quarter hours have no records, so every day with records gets
+    // ended.
     for (std::size_t i = _quarterHours.size(); i > 0; --i) {
         const std::time_t time = (begin + QuarterHours(i - 1)).time_since_epoch().count();
         std::tm tm{};

@@ -8,24 +8,24 @@
 
 namespace makeexport {
 
-/// The steps of an export by the instants at which their records start.
+/// The sums of the steps of an export, by the start of their records.
 ///
-/// Keeps a sum for each quarter hour of UTC: in the years of the exports every day of every time
-/// zone begins with one.
+/// Has one sum for each quarter hour of UTC. In the years that exports cover, every day of every
+/// time zone starts at a quarter hour.
 class StepSums {
   public:
     StepSums();
 
-    /// `start` is a local time from firstDay to lastDay, whatever the offset.
+    /// `start`: an instant that is between firstDay and lastDay in local time.
     void add(std::chrono::sys_seconds start, std::int64_t steps);
 
-    /// The days of a time zone that have records, newest first, a line each: the date, a tab, the
-    /// steps. A day whose midnight the zone's clocks skip is left out. Changes the TZ variable of
+    /// The days that have records in a time zone, newest first. One line for each day: the date, a
+    /// tab, the steps. A day whose midnight the clock skips is left out. Changes the TZ variable of
     /// the process; main thread only.
     std::string lines(const std::string& zone) const;
 
   private:
-    std::vector<std::optional<std::int64_t>> _quarterHours;  // from the day before firstDay on
+    std::vector<std::optional<std::int64_t>> _quarterHours;  // starting on the day before firstDay
 };
 
 }  // namespace makeexport

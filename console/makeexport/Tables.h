@@ -6,8 +6,8 @@
 #include <span>
 #include <string_view>
 
-/// The constants of an export: who records, what is recorded and how often, the offsets from UTC,
-/// the declarations. Included by Export.cpp alone.
+/// The constants of an export: devices, types of records and their frequency, offsets from UTC,
+/// declarations. Only Export.cpp includes this.
 namespace makeexport {
 
 using namespace std::chrono_literals;
@@ -15,9 +15,9 @@ using std::string_view;
 
 struct Source {
     string_view name;
-    string_view device;                   // empty: its records name no device
-    std::span<const string_view> models;  // one after the other over the ten years
-    int major;  // the version of its system in the first year; each autumn brings the next
+    string_view device;                   // empty if its records have no device
+    std::span<const string_view> models;  // successive models over the ten years
+    int major;  // the system version in the first year; it increases each autumn
 };
 
 constexpr std::array<string_view, 5> phones = {"iPhone7,2", "iPhone10,4", "iPhone12,1",
@@ -45,7 +45,7 @@ constexpr std::array<const Source*, 6> bySteppers = {&phone, &phone, &watch,
 constexpr std::array<const Source*, 1> byScale = {&scale};
 constexpr std::array<const Source*, 1> byCuff = {&cuff};
 
-using Hours = std::array<int, 2>;  // of the day, from and until
+using Hours = std::array<int, 2>;  // of the day: from, until
 constexpr Hours always = {0, 24};
 constexpr Hours awake = {6, 24};
 constexpr Hours morning = {6, 9};
@@ -60,7 +60,7 @@ struct Range {
 struct Metadata {
     string_view key;
     std::array<string_view, 4> values;
-    unsigned oneIn;  // records that have it
+    unsigned oneIn;  // one in so many records has it
 };
 constexpr Metadata motion = {"HKMetadataKeyHeartRateMotionContext", {"0", "0", "1", "2"}, 1};
 constexpr Metadata byHand = {"HKWasUserEntered", {"1", "1", "1", "1"}, 90};
@@ -77,18 +77,18 @@ constexpr std::array<string_view, 2> stand = {"HKCategoryValueAppleStandHourStoo
 
 struct RecordType {
     string_view name;
-    unsigned share;  // of the bytes, see allShares
-    int since;       // a year
+    unsigned share;  // share of the bytes, see allShares
+    int since;       // the first year
     Sources sources;
     Hours hours;
-    std::array<int, 2> seconds;  // from start to end, at least and at most
-    string_view unit;            // empty: a category
+    std::array<int, 2> seconds;  // the shortest and the longest time from start to end
+    string_view unit;            // empty for a category
     Range range;
     const Metadata* metadata = nullptr;
     std::span<const string_view> categories = {};
 };
 
-// In the order of an export.
+// In the order in which an export has them.
 // clang-format off
 constexpr std::array recordTypes = {
     RecordType{"BodyMass", 15, 2015, byScale, morning, {0, 0}, "kg", {6280, 7270, 0.01}},
@@ -118,8 +118,8 @@ constexpr unsigned allShares = std::accumulate(
     recordTypes.begin(), recordTypes.end(), correlationShare + workoutShare + summaryShare,
     [](unsigned sum, const RecordType& type) { return sum + type.share; });
 
-/// From which day of each year an offset from UTC holds: the seasons at home and a journey, which
-/// has another offset each year.
+/// The days of each year on which the offset from UTC changes: with the seasons at home, and during
+/// a journey, which has another offset each year.
 struct OffsetChange {
     std::chrono::month_day since;
     std::chrono::minutes offset;

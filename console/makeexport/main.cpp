@@ -43,9 +43,9 @@ struct Arguments {
     bool help = false;
     std::uint64_t seed = 1;
     std::uint64_t size = std::uint64_t{20} << 20;
-    std::vector<std::pair<std::string, std::string>> sums;  // time zones and files
+    std::vector<std::pair<std::string, std::string>> sums;  // pairs of time zone and file
     std::string path;
-    std::string wrong;  // empty, or why the command line cannot be followed
+    std::string wrong;  // an error in the command line; empty if there is none
 };
 
 std::optional<std::uint64_t> number(std::string_view text) {
@@ -55,7 +55,7 @@ std::optional<std::uint64_t> number(std::string_view text) {
     return isWhole ? std::optional(value) : std::nullopt;
 }
 
-/// Bytes, or with K, M or G at the end 1024, 1024² or 1024³ of them.
+/// A number of bytes, or with the suffix K, M or G of 1024, 1024² or 1024³ bytes.
 std::optional<std::uint64_t> sizeInBytes(std::string_view text) {
     constexpr std::string_view suffixes = "KMG";
     const std::size_t suffix = text.empty() ? std::string_view::npos : suffixes.find(text.back());
@@ -111,7 +111,7 @@ Arguments readArguments(const std::vector<std::string>& words) {
     return arguments;
 }
 
-/// Makes a file with the content that `write` writes. If that fails, prints why and returns false.
+/// Creates a file with the content that `write` writes. On failure prints why and returns false.
 bool makeFile(const std::string& path, auto write) {
     std::FILE* file = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
     const bool isWritten = file != nullptr && write(file);

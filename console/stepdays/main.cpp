@@ -1,6 +1,6 @@
-// stepdays [--threads N] [--reader expat|fast] FILE: the days of a health export, newest first, a
-// line each: the date, a tab, the steps. What stopped the reading, if anything did, goes to
-// standard error. Reads as the application does if nothing else is said.
+// stepdays [--threads N] [--reader expat|fast] FILE: prints the days of a health export, newest
+// first. One line for each day: the date, a tab, the steps. An error in the file is printed to
+// standard error. By default it reads the file like the application.
 
 #include "import/ExportReader.h"
 #include "import/HealthXMLParser.h"
