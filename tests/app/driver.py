@@ -1,5 +1,5 @@
-"""Drives the real program: sends keys and clicks through the X server, reads its state from the
-accessibility bus. Run it under with-desktop."""
+"""Drives the real program: sends keys and clicks through the X server, and reads the program's state from
+the accessibility bus. Run it by with-desktop."""
 
 import ctypes
 import os
@@ -283,7 +283,7 @@ class ProgramTest(unittest.TestCase):
 
     def start(self, *arguments, **environment):
         program = self.start_without_waiting(*arguments, **environment)
-        # The window is there before what is in it. The icon is set before that is made.
+        # The window is created before its contents, and the icon before that.
         program.find(Atspi.Role.PUSH_BUTTON, "Choose…")
         return program
 
@@ -303,6 +303,6 @@ class ProgramTest(unittest.TestCase):
 
     @staticmethod
     def picture(name):
-        """Saves a picture of the screen, to be looked at."""
+        """Saves a picture of the screen for inspection."""
         PICTURES.mkdir(parents=True, exist_ok=True)
         subprocess.run([BIN / "picture", PICTURES / name], check=True)

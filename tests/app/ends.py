@@ -1,4 +1,5 @@
-"""Signals, a lost display, the orders of closing windows, two copies, stored frames off the screen."""
+"""How the program ends: by signals, by a lost display, by closing its windows in every order. Also two
+copies at the same time, and stored frames outside the screen."""
 
 import itertools
 import os
@@ -33,7 +34,7 @@ class Ends(ProgramTest):
         self.assertLess(time.monotonic() - before, SOON)
 
     def assert_settings_whole(self):
-        """The settings file is there with its path, and nothing is beside it."""
+        """The settings file exists and has the path. Its folder contains no other file."""
         self.assertIn("xmlFilePath=", self.settings_file.read_text())
         self.assertEqual([entry.name for entry in self.configuration.iterdir()],
                          [self.settings_file.name])
@@ -93,7 +94,7 @@ class Ends(ProgramTest):
         os.close(write)
         self.assert_settings_whole()
 
-    def test_closing_the_main_window_at_any_moment_of_the_first_start_leaves_the_guide(self):
+    def test_closing_the_main_window_at_any_moment_of_the_first_start_keeps_the_guide_open(self):
         moments = {
             "the main window is created": lambda: windows_named(MAIN, visible=False),
             "the main window is visible": lambda: windows_named(MAIN),
@@ -130,7 +131,7 @@ class Ends(ProgramTest):
                 self.assertEqual(program.end(), 0)
                 self.settings_file.unlink(missing_ok=True)
 
-    def test_two_copies_at_once_store_both_what_they_change_and_end_alone(self):
+    def test_two_copies_both_store_their_changes_and_end_separately(self):
         file = self.folder / "export.xml"
         file.write_text("<HealthData/>")
         self.remember(file)
@@ -150,7 +151,7 @@ class Ends(ProgramTest):
 
 
 def stored_frame(x, y, width, height, screen=0, maximized=0, full_screen=0):
-    """A frame as the program stores it, in the settings file's way of writing bytes."""
+    """A frame in the form in which the settings file stores it."""
     def rectangle(left, top):
         return struct.pack(">4i", left, top, left + width - 1, top + height - 1)
 
@@ -160,7 +161,7 @@ def stored_frame(x, y, width, height, screen=0, maximized=0, full_screen=0):
 
 
 class Frames(ProgramTest):
-    def test_a_stored_frame_outside_every_screen_comes_back(self):
+    def test_a_window_stored_outside_every_screen_is_moved_back(self):
         width, height = map(int, xdotool("getdisplaygeometry").split())
         frames = {
             "far to the left": stored_frame(-5000, 100, 700, 500),

@@ -1,5 +1,5 @@
-"""Faults of the file and of the system under the real program: the window lives, quitting is
-immediate, the settings stay whole."""
+"""Faults of the export file and of the system. The real program must stay usable, quit at once, and keep
+its settings."""
 
 import os
 import pathlib
@@ -20,7 +20,7 @@ RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
 
 class Faults(ProgramTest):
     def write_export(self, records, name="export.xml"):
-        """An export of one record a day of March, over and over; its path."""
+        """Writes an export that repeats one record for each day of March. Returns its path."""
         file = self.folder / name
         with file.open("wb") as out:
             out.write(b"<HealthData>\n")
@@ -35,8 +35,8 @@ class Faults(ProgramTest):
         key("ctrl+q")
         self.assertEqual(program.end(), 0)
 
-    def test_a_mount_that_hangs_leaves_the_window_usable_and_quitting_immediate(self):
-        # Not beside the other file: Qt's open dialog asks for all that is in a folder that it lists.
+    def test_if_a_mount_hangs_the_window_stays_usable_and_quits_at_once(self):
+        # In a folder of its own, because Qt's open dialog accesses every file of a folder that it lists.
         mount = pathlib.Path(tempfile.mkdtemp())
         self.addCleanup(shutil.rmtree, mount)
         other = self.write_export(31, "other.xml")
@@ -60,7 +60,7 @@ class Faults(ProgramTest):
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
         self.quit(program)
 
-    def test_without_further_descriptors_the_window_lives(self):
+    def test_without_free_descriptors_the_window_stays_usable(self):
         self.remember(self.write_export(31))
         program = self.start()
         program.label(r"Loaded 31 days of data\.")
@@ -76,7 +76,7 @@ class Faults(ProgramTest):
         self.quit(program)
         self.assertIn("strideFootLength=3.25", self.settings_file.read_text())
 
-    def test_a_file_that_changes_while_it_is_read_gives_what_was_read(self):
+    def test_a_file_that_changes_during_a_load_gives_the_days_read_so_far(self):
         def append(file):
             with file.open("ab") as out:
                 out.write(b"<HealthData>" * 100000)
@@ -103,7 +103,7 @@ class Faults(ProgramTest):
         moments = random.Random(1)
         for _ in range(int(os.environ.get("AMBULET_QUITS", "8"))):
             program = self.start_without_waiting()
-            time.sleep(moments.random() * 0.6)  # the moment itself
+            time.sleep(moments.random() * 0.6)  # so that the quit comes at a random moment
 
             def ended():
                 for window in windows_named(MAIN):

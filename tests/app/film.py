@@ -1,4 +1,4 @@
-"""Films the display: the X server keeps its picture in a file, which is read again and again."""
+"""Films the display. The X server keeps the picture in a file, which is read repeatedly."""
 
 import mmap
 import os
@@ -8,12 +8,12 @@ import threading
 import time
 import zlib
 
-INTERVAL = 0.004  # seconds between two looks
+INTERVAL = 0.004  # seconds between two reads
 
 
 class Film:
-    """What is to be seen from the beginning of the with block to its end. A picture counts once it
-    has stood for two looks: the server may be found in the middle of drawing."""
+    """Records the pictures on the display during the with block. A picture counts if two successive reads
+    get it, because the server may be drawing during a read."""
 
     def __enter__(self):
         file = pathlib.Path(os.environ["AMBULET_DESKTOP"]) / "Xvfb_screen0"
@@ -44,7 +44,7 @@ class Film:
         self._map.close()
 
     def states(self, left, top, width, height):
-        """The pictures of a part of the display, each other than the one before."""
+        """The pictures of a part of the display, without those that equal the one before."""
         found = []
         for picture in self._pictures:
             lines = [picture[self._line * y + 4 * left:self._line * y + 4 * (left + width)]
@@ -55,7 +55,7 @@ class Film:
 
 
 def save(lines, path):
-    """Writes a picture, given as its lines of 4 bytes a pixel, to a PNG file."""
+    """Writes a picture to a PNG file. The picture is given as lines with 4 bytes per pixel."""
     def chunk(kind, data):
         body = kind + data
         return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))

@@ -1,6 +1,8 @@
-"""landlock.py [--read PATH]... [--write PATH]... -- COMMAND: runs a command that can open for reading
-only what is at or below the --read and --write paths, can change only what is at or below the --write
-paths, and can neither make nor accept a TCP connection. Exits with 77 where the kernel cannot do that."""
+"""landlock.py [--read PATH]... [--write PATH]... -- COMMAND: runs a command with restrictions:
+- It can read only at or below the --read and --write paths.
+- It can write only at or below the --write paths.
+- It can neither make nor accept TCP connections.
+Exits with 77 if the kernel does not support this."""
 
 import ctypes
 import os
@@ -9,7 +11,7 @@ import sys
 CREATE_RULESET, ADD_RULE, RESTRICT_SELF = 444, 445, 446
 VERSION_FLAG, PATH_BENEATH = 1, 1
 EXECUTE, WRITE_FILE, READ_FILE, READ_DIR = 1, 2, 4, 8
-ALL_FILE_RIGHTS = (1 << 15) - 1  # of version 3: all but ioctl on devices
+ALL_FILE_RIGHTS = (1 << 15) - 1  # those of version 3: all but ioctl on devices
 FILE_RIGHTS = EXECUTE | WRITE_FILE | READ_FILE | 1 << 14
 ALL_TCP_RIGHTS = 3
 TCP_VERSION = 4
@@ -35,7 +37,7 @@ def call(number, *arguments):
 
 
 def version():
-    """The kernel's version of Landlock; 0 where it has none."""
+    """The kernel's version of Landlock; 0 if it has none."""
     return max(0, libc.syscall(CREATE_RULESET, None, 0, VERSION_FLAG))
 
 

@@ -32,7 +32,7 @@ class Loading(ProgramTest):
         program.label("From: [A-Z][a-z]{2} [0-9]+, [0-9]{4}")
         path = program.find(Atspi.Role.TEXT, "Export file")
         self.assertEqual(Atspi.Text.get_text(path, 0, -1), str(file))
-        # The dialog's completion list is gone, too.
+        # Also waits until the dialog's completion list is closed.
         self.assertFalse([node for node in program.all(Atspi.Role.LIST)
                           if has_state(node, Atspi.StateType.SHOWING)])
         self.picture("loaded.png")

@@ -40,7 +40,7 @@ class Menus(ProgramTest):
         xdotool("windowactivate", window)
         program.wait_until_in_front(title)
 
-    def test_hide_minimises_all_windows_whichever_is_in_front_and_show_all_restores_them(self):
+    def test_hide_minimises_all_windows_and_show_all_restores_them_whichever_is_in_front(self):
         program, windows = self.start_with_all_windows()
         for title, window in windows.items():
             self.restore(program, title, window)
@@ -73,7 +73,7 @@ class Menus(ProgramTest):
         wait_for("the other back", lambda: not is_minimized(other))
         wait_for("its own in front", lambda: front_window() == own)
 
-    def test_hide_others_spares_panels_and_show_all_spares_windows_that_the_user_minimised(self):
+    def test_hide_others_keeps_panels_and_show_all_does_not_restore_windows_that_the_user_minimised(self):
         typed = {self.start_another()[1]: kind for kind in ("DOCK", "DESKTOP")}
         _, minimized = self.start_another()
         _, other = self.start_another()
@@ -84,7 +84,7 @@ class Menus(ProgramTest):
             subprocess.run(["xprop", "-id", window, "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
                             "_NET_WM_WINDOW_TYPE", f"_NET_WM_WINDOW_TYPE_{kind}"], check=True)
         key("ctrl+alt+h")
-        # It is the last in the window manager's list, so the other requests were sent before.
+        # This window is the last in the window manager's list, so its request was sent last.
         wait_for("the other minimised", lambda: is_minimized(other))
         self.assertFalse(any(map(is_minimized, typed)))
         program.choose("Daily Steps", "Show All")
@@ -107,7 +107,7 @@ class Menus(ProgramTest):
 
     def test_minimize_does_nothing_to_a_window_without_a_minimise_button(self):
         program, windows = self.start_with_all_windows()
-        # Keys are handled in order: once the second has had its effect, the first has been handled.
+        # Keys are handled in order. When the second has its effect, the first has been handled.
         self.restore(program, ABOUT, windows[ABOUT])
         key("ctrl+m", "Tab")
         wait_for("the focus on the link", lambda: any(
@@ -244,7 +244,7 @@ class Menus(ProgramTest):
         key("ctrl+w")
         self.assertEqual(program.end(), 0)
 
-    def test_show_all_leaves_the_windows_that_the_user_minimised(self):
+    def test_show_all_does_not_restore_windows_that_the_user_minimised(self):
         program, windows = self.start_with_all_windows()
         program.activate(MAIN)
         key("ctrl+m")

@@ -1,5 +1,5 @@
-"""A whole session of the real program, watched and confined: no network, nothing written but the
-settings, nothing read but the program, the system and the chosen file."""
+"""A whole session of the real program under strace and under Landlock. It must not use the network, write
+anything but the settings, or read anything but the program, the system and the chosen file."""
 
 import os
 import pathlib
@@ -13,22 +13,22 @@ import unittest
 import landlock
 from driver import ABOUT, DIALOG, GUIDE, PROGRAM, Atspi, ProgramTest, key, type_text, wait_for, windows_named
 
-# What belongs to the system and tells nothing of the user's files.
+# Paths of the system, which have nothing to do with the user's files.
 SYSTEM = ["/usr", "/lib", "/lib64", "/bin", "/etc", "/proc", "/sys", "/dev", "/var/cache/fontconfig",
           "/var/lib/dbus", "/run/dbus", "/run/systemd", "/run/nscd", "/var/run/nscd", "/run/udev"]
-# What a desktop keeps for all its programs below the home folder and XDG_CONFIG_HOME.
+# Files for all programs of a desktop, in the home folder and in XDG_CONFIG_HOME.
 DESKTOP_NAMES = re.compile(
     r"\.Xauthority|\.Xdefaults.*|\.icons|\.themes|\.fonts|\.fonts\.conf.*|\.terminfo|\.drirc|\.compose-cache|"
     r"\.XCompose|\.cache/(fontconfig|mesa_shader_cache)|\.local/share/(icons|fonts|mime|applications|themes)|"
     r"(\.config/)?(fontconfig|kdeglobals|user-dirs\.dirs|gtk-.*|dconf|qt6ct|Trolltech\.conf|QtProject.*|"
     r"kdedefaults|breezerc|oxygenrc|menus|ibus|at-spi.*)")
-# Where the display, the session bus and the accessibility bus listen.
+# The sockets of the display, the session bus and the accessibility bus.
 LOCAL_SOCKET = re.compile(r"@?/tmp/\.X11-unix/|@?/tmp/dbus-|.*/at-spi/|.*/bus|@?/tmp/\.ICE-unix|/(var/)?run/nscd")
 CHANGES = re.compile(r"^(rename|unlink|mkdir|rmdir|link|symlink|truncate|chmod|fchmodat|chown|mknod|creat)")
 
 
 class Call:
-    """A line that strace has written: name, arguments, result."""
+    """A system call in strace's output: name, arguments, result."""
 
     def __init__(self, line):
         match = re.match(r"(?:\d+ +)?(\w+)\((.*)\) += (-?\d+|\?)", line)
@@ -48,7 +48,7 @@ class Privacy(ProgramTest):
             (self.files / name).write_text("<HealthData/>")
 
     def session(self, prefix, **environment):
-        """First start, choice, stride, guide, About, quit, second start, quit."""
+        """Runs a session: first start, choosing a file, stride, guide, About, quit, second start, quit."""
         program = self.start(prefix=prefix(), **environment)
         program.wait_until_in_front(GUIDE)
         for page in range(1, 6):
@@ -138,7 +138,7 @@ class Privacy(ProgramTest):
                 elif "O_DIRECTORY" not in call.arguments and not os.path.isdir(path):
                     self.assertTrue(self.is_allowed_to_be_read(path), call.arguments)
                 read.add(os.path.normpath(path))
-        self.assertIn(str(self.file), read)  # what is looked for is seen
+        self.assertIn(str(self.file), read)  # so the check above sees opened files
         self.assertIn(str(self.settings_file), read)
         self.assertEqual(sorted(os.listdir(self.configuration)), [self.settings_file.name])
 
@@ -159,7 +159,7 @@ class Privacy(ProgramTest):
             return subprocess.run([*confined, sys.executable, "-c", code, *map(str, arguments)],
                                   check=False, capture_output=True, text=True).stderr
 
-        # The confinement holds.
+        # The restrictions are in force.
         self.assertEqual(tried("import sys; open(sys.argv[1])", self.file), "")
         for neighbour in ("neighbour.xml", "neighbour", ".hidden"):
             self.assertIn("PermissionError", tried("import sys; open(sys.argv[1])",
@@ -168,7 +168,7 @@ class Privacy(ProgramTest):
         with socket.create_server(("127.0.0.1", 0)) as server:
             connecting = "import socket, sys; socket.create_connection(('127.0.0.1', int(sys.argv[1])))"
             self.assertIn("PermissionError", tried(connecting, server.getsockname()[1]))
-        # And the program works in it.
+        # The program works under them.
         self.session(lambda: confined)
         other = self.files / "neighbour.xml"
         self.remember(other)

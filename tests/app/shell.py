@@ -9,7 +9,7 @@ from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, is_minimized, key, w
 MWM_MINIMIZE_DECORATION = 0x20
 MWM_MAXIMIZE_DECORATION = 0x40
 
-# A desktop with dark colours.
+# The settings of a dark desktop.
 DARK = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
 DARK_COLORS = """[Colors:Window]
 BackgroundNormal=42,46,50

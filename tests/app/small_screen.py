@@ -1,4 +1,4 @@
-"""The windows on a display of 1024 x 600, which is too small for some of them."""
+"""The windows on a display of 1024 x 600. Some of them are too large for it."""
 
 import unittest
 

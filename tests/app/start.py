@@ -1,4 +1,5 @@
-"""The main window's start as a user sees it: the whole form, then the rows, and nothing between."""
+"""The start of the main window as a user sees it: first the complete form without rows, then the rows, and
+nothing in between."""
 
 import collections
 import unittest
@@ -20,7 +21,7 @@ ForegroundNormal=239,240,241
 BackgroundNormal=61,174,233
 ForegroundNormal=252,252,252
 """
-# The indicator of a load moves: the lower left corner of the window is left out.
+# The window's lower left corner is left out, because the progress indicator moves there.
 INDICATOR_WIDTH, INDICATOR_HEIGHT = 90, 30
 
 
@@ -30,14 +31,14 @@ def without_indicator(lines):
 
 
 def ground(lines):
-    """The colour that most of the pixels of the window's upper part have: the panel's."""
+    """The most frequent colour in the upper part of the window, which is the panel's."""
     panel = b"".join(lines[30:150])
     return collections.Counter(panel[i:i + 4] for i in range(0, len(panel), 4)).most_common(1)[0][0]
 
 
 class Start(ProgramTest):
     def film(self, name, file, **environment):
-        """Films a start with the remembered file; how many states the window's content had."""
+        """Films a start with the remembered file. Returns the number of states of the window's content."""
         self.remember(file)
         with Film() as film:
             program = Program(self.configuration, **environment)
@@ -47,7 +48,7 @@ class Start(ProgramTest):
             place = program.extents(next(node for node in program.windows()
                                          if node.get_name() == MAIN))
         program.kill()
-        # Before the first of them the display is bare, or the window has not been painted yet.
+        # Before the first state the display is empty, or the window is not painted yet.
         states = film.states(*place)
         display, last = ground(states[0]), ground(states[-1])
         shown = [state for state in states if ground(state) == last]
@@ -65,7 +66,7 @@ class Start(ProgramTest):
         return len(distinct)
 
     def slow_export(self):
-        """An export that takes part of a second to read: large, and in an encoding of its own."""
+        """An export that takes part of a second to read: it is large and not in UTF-8."""
         record = b'<Record type="HKQuantityTypeIdentifierStepCount" value="9876" startDate="2025-%02d-%02d 12:00:00 +0000"/>'
         days = b"".join(record % (month, day) for month in range(1, 13) for day in range(1, 29))
         file = self.folder / "slow.xml"
@@ -79,10 +80,10 @@ class Start(ProgramTest):
         states = self.film(f"{theme}-slow", self.slow_export(), **environment)
         self.assertEqual(states, 2)
 
-    def test_the_whole_form_comes_first_and_the_rows_after_it_light(self):
+    def test_the_complete_form_appears_before_the_rows_on_a_light_desktop(self):
         self.film_all("light")
 
-    def test_the_whole_form_comes_first_and_the_rows_after_it_dark(self):
+    def test_the_complete_form_appears_before_the_rows_on_a_dark_desktop(self):
         (self.configuration / "kdeglobals").write_text(DARK)
         self.film_all("dark", **KDE)
 

@@ -9,7 +9,7 @@ from driver import MAIN, Atspi, ProgramTest, has_state, key, type_text, wait_for
 
 State = Atspi.StateType
 
-# Newest first: a month, its days, a month, its day.
+# The rows, newest first: a month, its days, a month, its day.
 EXPORT = """<?xml version="1.0" encoding="UTF-8"?>
 <HealthData>
  <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-03-03 12:00:00 +0000" value="5280"/>
@@ -124,11 +124,11 @@ class Selection(WindowTest):
         self.program.label("To: Mar 2, 2025")
         self.expect_days(1)
 
-    def test_clicks_beside_the_controls_clear_the_selection(self):
+    def test_clicks_outside_the_controls_clear_the_selection(self):
         window = self.program.find(Atspi.Role.FRAME).get_extents(Atspi.CoordType.SCREEN)
         table = self.table.get_extents(Atspi.CoordType.SCREEN)
         for x, y in ((table.x + 100, table.y - 2),  # the separator
-                     (table.x + 4, table.y - 10),   # the bare panel
+                     (table.x + 4, table.y - 10),   # the empty panel
                      (window.x + window.width - 3, window.y + window.height - 3)):
             self.press(MARCH_2)
             self.expect_days(1)
@@ -225,7 +225,7 @@ class Accessibility(WindowTest):
             for node in nodes:
                 self.assertTrue(node.get_name(), role)
 
-    def test_the_miles_are_a_button_with_a_description_and_a_press(self):
+    def test_assistive_programs_see_the_miles_as_a_button_with_a_description_and_an_action(self):
         miles = self.miles()
         self.assertEqual(miles.get_description(), "Click to edit stride length")
         names = [Atspi.Action.get_action_name(miles, i)
@@ -247,7 +247,7 @@ class Accessibility(WindowTest):
         self.press(MARCH_3)
         wait_for("the selected state", lambda: has_state(self.cell(MARCH_3), State.SELECTED))
 
-    def test_months_are_told_as_headings_and_rows_by_their_first_cell(self):
+    def test_assistive_programs_get_months_as_headings_and_rows_named_by_their_first_cell(self):
         self.assertEqual(self.cell(MARCH).get_description(), "Heading of the rows that follow")
         self.assertEqual(self.cell(MARCH_3).get_description(), "")
         self.assertEqual([self.table.get_row_header(row).get_name() for row in range(6)],
