@@ -1,6 +1,6 @@
-"""start.py BIN FOLDER RUNS SIZE: how soon the application shows its window, and how soon the days of the export in
-FOLDER that it remembers are in it, against a bare window with as many views in it and stepdays; in turns, seen from
-outside."""
+"""start.py BIN FOLDER RUNS SIZE: measures, on the screen, how long the application takes to show its window, and to
+show the days of a remembered export in FOLDER. It compares the first with a window of as many widgets without
+function, and the second with stepdays. The programs run alternately."""
 import os
 import statistics
 import subprocess

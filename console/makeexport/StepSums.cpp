@@ -13,8 +13,7 @@ namespace {
 
 using QuarterHours = duration<std::int64_t, std::ratio<900>>;
 
-// Local time is up to 14 hours ahead of UTC, or 12 behind, so the ranges start and end earlier or
-// later than the days.
+// The range of the sums. It is larger than the days, because local time differs from UTC.
 constexpr sys_seconds begin(firstDay.time_since_epoch() - days(1));
 constexpr sys_seconds end(lastDay.time_since_epoch() + days(2));
 
