@@ -1,6 +1,6 @@
-// The thread of a work is detached, since no destructor may wait for a load. It may outlive the
-// receiver and the application object, and must not post to either while it is being destroyed. The
-// gate's mutex sees to that: whoever posts holds it, and destruction takes it first.
+// The thread of a work is detached, because no destructor may wait for a load. The thread may
+// outlive the receiver and the application object. It must not post to an object that is being
+// destroyed: posting holds the gate's mutex, and destruction locks the same mutex first.
 
 #include "platform/BackgroundTask.h"
 
@@ -21,13 +21,13 @@ struct Gate {
     bool applicationClosing = true;
 };
 
-// Never destroyed, as a work may end while the process does.
+// Never destroyed, because a work may end while the process ends.
 Gate& gate() {
     static auto* const theGate = new Gate;
     return *theGate;
 }
 
-// Called by the application object's destructor before it takes the event dispatcher down.
+// Called by the application object's destructor before it destroys the event dispatcher.
 void closeGate() {
     const std::lock_guard lock(gate().mutex);
     gate().applicationClosing = true;
@@ -73,13 +73,13 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
             try {
                 work();
             } catch (...) {
-                // Deliberate: the completion gets the result as it was made.
+                // Deliberate: the completion gets the default result.
             }
             work = nullptr;
             post(address, std::move(completion));
         }).detach();
     } catch (const std::system_error&) {
-        // No thread could be started. The same as a work that throws.
+        // No thread could be started. The completion gets the default result.
         post(address, std::move(completion));
     }
 }

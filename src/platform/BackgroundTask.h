@@ -12,13 +12,13 @@ namespace ambulet {
 
 namespace background {
 
-/// As `runInBackground`, for work that passes its result to the completion itself.
+/// Like `runInBackground`, but `work` itself passes its result to the completion.
 void run(std::function<void()> work, QObject* receiver, std::function<void()> completion);
 
 }  // namespace background
 
-/// Runs `work()` on a thread of its own and then `completion(result)` on the receiver's thread,
-/// from its event loop. Returns at once. Call it on the receiver's thread.
+/// Runs `work()` on a new thread, and then `completion(result)` in the event loop of the receiver's
+/// thread. Returns at once. Call it on the receiver's thread.
 ///
 /// - Calls are independent. Completions run in the order in which the works end.
 /// - If the receiver or the application object is destroyed first, the completion is dropped.

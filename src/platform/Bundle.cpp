@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The texts of the dictionary at the top of a property list: all or, if it is damaged, none.
+// All texts of the dictionary in a property list; none if the list is damaged.
 QHash<QString, QString> textsOf(const QString& propertyList) {
     QFile file(propertyList);
     if (!file.open(QIODevice::ReadOnly)) {

@@ -6,31 +6,32 @@
 
 namespace ambulet {
 
-/// The application's bundle: its information dictionary and its resource files. Nothing is cached;
-/// every call reads afresh. Any thread.
+/// The application's bundle: its information dictionary and its resource files. Nothing is cached:
+/// every call reads the files again. Any thread.
 class Bundle {
   public:
-    /// `infoPlist`: an XML property list with a dictionary at its top. A file that is missing or
-    /// not well-formed has no entries. `resources`: the resource folder.
+    /// `infoPlist`: the path of an XML property list that contains a dictionary. A missing or
+    /// malformed file has no entries. `resources`: the path of the resource folder.
     Bundle(QString infoPlist, QString resources);
 
-    /// The application's own: on macOS its bundle (the application object must exist), elsewhere
-    /// what is compiled in.
+    /// The application's own bundle. On macOS the application object must exist. On other systems
+    /// the bundle is compiled into the program.
     static const Bundle& main();
 
-    /// The text under `key` in the information dictionary; it may be empty. None where there is no
-    /// such key, or its value is no text.
+    /// The text under `key` in the information dictionary, which may be an empty text. Nothing if
+    /// there is no such key, or its value is not a text.
     std::optional<QString> information(const QString& key) const;
 
     /// The text under CFBundleIdentifier.
     std::optional<QString> identifier() const;
 
-    /// The application's name as users see it: the text under CFBundleDisplayName, else the name
-    /// of the process.
+    /// The application's name for users: the text under CFBundleDisplayName; if there is none, the
+    /// name of the process.
     QString displayName() const;
 
-    /// The path of the file `name`.`type` in the resource folder, or in its folder `directory` if
-    /// one is given; none where there is no such file. It may be a path of Qt's resource system
+    /// The path of the file `name`.`type` in the resource folder, or in its subfolder `directory`
+    /// if that is given. Nothing if there is no such file. The path may be one of Qt's resource
+    /// system
     /// (":/...").
     std::optional<QString> resourcePath(const QString& name, const QString& type,
                                         const QString& directory = {}) const;

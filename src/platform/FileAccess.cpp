@@ -8,7 +8,7 @@ namespace ambulet {
 
 FileAccess::FileAccess([[maybe_unused]] const FileURL& file) {
 #ifdef Q_OS_MACOS
-    // The keeper keeps the URL as well: the right is given back on the very URL it was granted on.
+    // The deleter keeps the URL, because the right must be released on the same URL object.
     const auto url = static_cast<CFURLRef>(file.system.get());
     if (url != nullptr && CFURLStartAccessingSecurityScopedResource(url)) {
         _granted = std::shared_ptr<const void>(url, [keeper = file.system](CFURLRef granted) {

@@ -6,8 +6,8 @@
 
 namespace ambulet {
 
-/// The right to read a file outside the application's sandbox. The constructor asks for it. If it
-/// was granted, the destructor of the last copy gives it back, on any thread. A refusal is not
+/// The right to read a file outside the application's sandbox. The constructor requests it. If it
+/// is granted, the destructor of the last copy releases it, on any thread. A refusal is not
 /// reported; the caller tries to read the file in any case. Without a sandbox, as on Linux, the
 /// class does nothing.
 class FileAccess {

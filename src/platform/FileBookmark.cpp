@@ -15,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The record: signature, version, path, device, inode, whether there is a birth time, its seconds
-// and nanoseconds, size. Version 1 has no size.
+// The record has these fields: signature, version, path, device, inode, whether there is a birth
+// time, its seconds and nanoseconds, size. Version 1 has no size.
 constexpr quint32 signature = 0x416d6246;
 constexpr quint8 newestVersion = 2;
 
@@ -72,7 +72,7 @@ std::optional<Record> read(const QByteArray& data) {
     return record;
 }
 
-// Where a file may have been moved to, the likeliest first.
+// The folders to which a file may have been moved, the most likely first.
 std::vector<std::string> foldersToSearch(const fs::path& oldFolder) {
     std::vector<std::string> folders = {oldFolder, oldFolder.parent_path()};
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
@@ -84,7 +84,8 @@ std::vector<std::string> foldersToSearch(const fs::path& oldFolder) {
     return folders;
 }
 
-// The file system that the folder is on. The folder may be gone; one above it is there.
+// The device number of the folder's file system. If the folder no longer exists, that of the
+// nearest folder above it that does.
 std::optional<std::uint64_t> deviceAround(fs::path folder) {
     auto device = FileIdentity::deviceOfFolder(folder);
     while (!device && folder != folder.root_path()) {

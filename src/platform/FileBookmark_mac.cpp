@@ -1,4 +1,4 @@
-// Never run: there was no such machine to try it on.
+// Never run, because no Mac was available.
 
 #include "platform/FileBookmark.h"
 
@@ -13,7 +13,7 @@ namespace ambulet {
 
 namespace {
 
-// What a FileURL carries, and what CoreFoundation's functions return to be released.
+// Owns an object of CoreFoundation, and releases it.
 std::shared_ptr<const void> owned(CFTypeRef object) {
     return object == nullptr ? nullptr : std::shared_ptr<const void>(object, CFRelease);
 }
@@ -21,7 +21,7 @@ std::shared_ptr<const void> owned(CFTypeRef object) {
 }  // namespace
 
 std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
-    // The URL that a bookmark led to has a right to the file that a new one of its path has not.
+    // Only the URL from the bookmark has the right to open the file, not a new URL of its path.
     const auto url =
         file.system ? file.system
                     : owned(QUrl::fromLocalFile(QFile::decodeName(file.path.c_str())).toCFURL());

@@ -9,7 +9,7 @@ namespace ambulet {
 
 namespace {
 
-// Does not make a network file system ask its server, nor the automounter mount anything.
+// Neither makes a network file system contact its server, nor triggers the automounter.
 std::optional<struct statx> statusOf(const std::string& path, unsigned mask) {
     struct statx status = {};
     const int failed =

@@ -6,7 +6,7 @@
 
 namespace ambulet {
 
-/// What tells a file from other files, also after it was moved. Any thread.
+/// The properties that identify a file, even after it was moved. Any thread.
 struct FileIdentity {
     struct Time {
         std::int64_t seconds;
@@ -20,17 +20,18 @@ struct FileIdentity {
     std::string name = {};                     ///< the last part of its path
     std::optional<std::uint64_t> size = std::nullopt;
 
-    /// The identity of the regular file at the path, through links; none where there is none.
-    /// Opens nothing.
+    /// The identity of the regular file at the path. Links are followed. Nothing if there is no
+    /// regular file. Does not open the file.
     static std::optional<FileIdentity> ofFile(const std::string& path);
 
-    /// The file system that the folder is on; none where there is no such folder.
+    /// The device number of the folder's file system. Nothing if there is no such folder.
     static std::optional<std::uint64_t> deviceOfFolder(const std::string& path);
 
-    /// Whether both are the same file. Inode numbers are used again, and device numbers change.
-    /// - With a birth time: inode and birth time are equal.
-    /// - Without: device, inode, name and size are equal. Another file system may be mounted where
-    ///   the old one was, with another file under the same numbers.
+    /// Whether both are the same file.
+    /// - With a birth time: inode and birth time must be equal. The inode alone is not enough,
+    ///   because inodes are reused; device numbers may change.
+    /// - Without a birth time: device, inode, name and size must be equal. Another file system with
+    ///   another file of the same numbers may have been mounted in place of the old one.
     bool isSameFileAs(const FileIdentity& other) const;
 };
 

@@ -9,15 +9,16 @@
 
 namespace ambulet {
 
-/// Where a search that has found nothing ends.
+/// The limits of a search.
 struct SearchBounds {
     int entries = 200'000;
     std::chrono::milliseconds time{2000};
 };
 
-/// The path of the file with this identity: in one of the folders or at any depth below them, least
-/// depth first. Hidden folders, links to folders and other file systems than `device` are left out.
-/// May take as long as the bounds say, and longer where the file system hangs. Any thread.
+/// Searches the folders, and all folders below them, for the file with this identity, in the order
+/// of depth. Returns its path; nothing if it is not found within the limits. Skips hidden folders,
+/// links to folders, and file systems other than `device`. Blocks if the file system hangs. Any
+/// thread.
 std::optional<std::string> findFile(const FileIdentity& identity,
                                     const std::vector<std::string>& folders, std::uint64_t device,
                                     const SearchBounds& bounds = {});

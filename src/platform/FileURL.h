@@ -9,8 +9,8 @@
 
 namespace ambulet {
 
-/// A file, by its place. On macOS a FileURL that a bookmark led to carries the system's own URL,
-/// which has the right to open the file. A plain value; its copies may be used on any thread.
+/// The path of a file. On macOS, a FileURL from a bookmark also has the system's URL, which
+/// includes the right to open the file. A plain value; its copies may be used on any thread.
 struct FileURL {
     FileURL(const QString& text) : path(QFile::encodeName(text).toStdString()) {}
     explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)

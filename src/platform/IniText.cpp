@@ -1,5 +1,5 @@
-// A value is a text with escapes, in quotes where it needs them. Data is written as the text
-// "@ByteArray(...)", a character a byte; a text that begins with "@" gets a second one.
+// A value is a text with escapes, in quotes if necessary. Data is written as the text
+// "@ByteArray(...)", one character for each byte. A text that starts with "@" gets another "@".
 
 #include "platform/IniText.h"
 
@@ -30,7 +30,7 @@ bool isHexDigit(char16_t character) {
            (character >= u'A' && character <= u'F');
 }
 
-// The character that a backslash and this letter stand for; the letter itself for all others.
+// The character for an escape, a backslash and this letter. Other letters stand for themselves.
 char16_t escaped(char16_t letter) {
     switch (letter) {
     case u'a':
@@ -52,7 +52,7 @@ char16_t escaped(char16_t letter) {
     }
 }
 
-// Reads the digits at the start of `text` as one character and removes them.
+// Removes the digits at the start of `text`, and returns the character with that code.
 char16_t takeCode(QStringView& text, unsigned base) {
     unsigned code = 0;
     while (!text.isEmpty() && isHexDigit(text.front().unicode())) {
@@ -75,7 +75,7 @@ bool isBlank(QChar character) {
 QString unescaped(const QByteArray& written) {
     const QString line = QString::fromUtf8(written.trimmed());
     QString result;
-    qsizetype kept = 0;  // blanks at the end go, unless they were quoted
+    qsizetype kept = 0;  // the length without trailing unquoted blanks
     bool quoted = false;
     for (QStringView rest = line; !rest.isEmpty();) {
         const QChar character = rest.front();
@@ -100,7 +100,7 @@ QString unescaped(const QByteArray& written) {
     return result.first(kept);
 }
 
-// A digit after a code would be read as part of the code, so it is written as a code too.
+// A digit after a code would be read as part of the code, so it is also written as a code.
 QByteArray quoted(const QString& text) {
     QByteArray result;
     bool afterCode = false;
@@ -152,7 +152,8 @@ QString encoded(const QVariant& value) {
 }  // namespace
 
 IniText::IniText(const QByteArray& content) : _lines(content.split('\n')) {
-    // An unfinished last line is finished; a finished one leaves an empty piece behind.
+    // If the last line ends with a line feed, the last piece is empty. Otherwise a line feed is
+    // added.
     if (_lines.last().isEmpty()) {
         _lines.removeLast();
     }

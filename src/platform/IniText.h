@@ -9,16 +9,16 @@
 
 namespace ambulet {
 
-/// The content of a settings file: lines `key=value` in the section [General], the same text that
-/// QSettings writes. Other sections, comments and lines that make no sense are kept as they are.
+/// The content of a settings file: lines `key=value` in the section [General], in the format of
+/// QSettings. Other sections, comments and malformed lines are kept unchanged.
 ///
 /// Keys are ASCII letters and digits. A value is a QString or a QByteArray. Any thread.
 class IniText {
   public:
     explicit IniText(const QByteArray& content);
 
-    /// The value of the last line with the key; an invalid QVariant where the line says
-    /// "@Invalid()"; none without such a line. Quotes may be missing.
+    /// The value of the last line with the key. An invalid QVariant if the line has "@Invalid()".
+    /// Nothing if there is no such line. Quotes may be missing.
     std::optional<QVariant> value(const QString& key) const;
 
     /// Replaces the last line with the key, or adds one.

@@ -1,5 +1,5 @@
-// The file is read anew at every call, since other processes may write it, too. A write reads, sets
-// its own keys and replaces the file while it holds the lock.
+// The file is read again at every call, because other processes may write it. While it holds the
+// lock, a write reads the file, changes its own keys and replaces the file.
 
 #include "platform/SettingsStore.h"
 
@@ -31,7 +31,7 @@ bool makeFolder(const QString& path) {
            (makeFolder(QFileInfo(path).path()) && ::mkdir(encoded(path).c_str(), 0700) == 0);
 }
 
-// The value of a variable that is an absolute path, else nothing.
+// The value of an environment variable, if it is an absolute path; otherwise nothing.
 QString folderIn(const char* variable) {
     const QString folder = QFile::decodeName(qgetenv(variable));
     return folder.startsWith(u'/') ? folder : QString();
@@ -84,7 +84,7 @@ bool SettingsStore::flush() {
     if (!makeFolder(QFileInfo(_place).path())) {
         return false;
     }
-    // Without the lock another process may write in between. Then its keys are read again.
+    // Without the lock, another process may write at the same time. Then the file is read again.
     constexpr int mostTries = 20;
     for (int tries = 0; tries < mostTries; ++tries) {
         switch (tryToStore()) {

@@ -1,4 +1,4 @@
-// Never run: there was no such machine to try it on.
+// Never run, because no Mac was available.
 
 #include "platform/SettingsStore.h"
 
@@ -34,7 +34,7 @@ QVariant valueFrom(CFPropertyListRef value) {
         CFNumberGetValue(static_cast<CFNumberRef>(value), kCFNumberDoubleType, &number);
         return number;
     }
-    return {};  // there, but neither text nor data nor a number
+    return {};  // the value is neither a text nor data nor a number
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ void SettingsStore::setValue(const QString& key, const QVariant& value) {
     const Owned<CFTypeRef> stored(value.typeId() == QMetaType::QByteArray
                                       ? static_cast<CFTypeRef>(value.toByteArray().toCFData())
                                       : static_cast<CFTypeRef>(value.toString().toCFString()));
-    // What the system cannot write it keeps in memory.
+    // If the system cannot write a value, it keeps the value in memory.
     CFPreferencesSetValue(textFrom(key).get(), stored.get(), textFrom(_place).get(),
                           kCFPreferencesCurrentUser, kCFPreferencesAnyHost);
     CFPreferencesSynchronize(textFrom(_place).get(), kCFPreferencesCurrentUser,

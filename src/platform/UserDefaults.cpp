@@ -20,7 +20,7 @@ bool isData(const QVariant& value) {
 }  // namespace
 
 UserDefaults& UserDefaults::standard() {
-    // The last try to store what could not be stored belongs to the end of the application.
+    // Values that could not be stored are tried a last time when the application ends.
     static UserDefaults& defaults = []() -> UserDefaults& {
         static UserDefaults own(SettingsStore::placeFor(Bundle::main()));
         qAddPostRoutine([] { own.synchronize(); });
@@ -65,7 +65,7 @@ void UserDefaults::setData(const QString& key, const QByteArray& value) {
 }
 
 void UserDefaults::setDouble(const QString& key, double value) {
-    // Infinity is written as a decimal number that is out of range, as only those are read.
+    // Only decimal numbers can be read. So infinity is written as one that is out of range.
     const QString infinite = value < 0 ? u"-1e999"_s : u"1e999"_s;
     _store.setValue(key, std::isinf(value)
                              ? infinite

@@ -10,44 +10,45 @@
 
 namespace ambulet {
 
-/// The user's settings of this application: stored values, and behind them the registered defaults,
-/// which are in memory only and answer for keys without a stored value.
+/// The user's settings of this application. A key without a stored value has its registered
+/// default, which is in memory only.
 ///
-/// A write is stored at once, and a read sees what other processes have stored. No operation fails:
-/// a damaged store is read as far as it can be, and a value that cannot be stored is kept in memory
-/// and tried again at the next write and when the application ends. Main thread only.
+/// A write is stored at once, and a read sees the values that other processes have stored. No
+/// operation fails: of a damaged file, the undamaged part is read; a value that cannot be stored is
+/// kept in memory, and tried again at the next write and when the application ends. Main thread
+/// only.
 class UserDefaults {
   public:
-    /// The settings in the INI file `file`; on macOS those of the preferences domain of that name.
+    /// The settings in the INI file `file`; on macOS those in the preferences domain of that name.
     explicit UserDefaults(const QString& file) : _store(file) {}
 
-    /// The application's own, at `SettingsStore::placeFor` its bundle; on macOS the bundle
-    /// identifier's preferences.
+    /// The application's settings, at the place that `SettingsStore::placeFor` returns.
     static UserDefaults& standard();
 
-    /// Adds registered defaults. A default replaces an earlier one with the same key.
+    /// Adds registered defaults. They replace earlier ones with the same keys.
     void registerDefaults(const QVariantMap& defaults) { _registered.insert(defaults); }
 
-    /// The text under `key`; none where there is nothing, or data.
+    /// The text under `key`. Nothing if there is no value, or if it is data.
     std::optional<QString> string(const QString& key) const;
 
-    /// The data under `key`; none where there is nothing, or text.
+    /// The data under `key`. Nothing if there is no value, or if it is a text.
     std::optional<QByteArray> data(const QString& key) const;
 
-    /// The number that the text under `key` begins with, as `doubleValue` reads it; 0 without one.
+    /// The number at the start of the text under `key`, as read by `doubleValue`; 0 if there is
+    /// none.
     double doubleForKey(const QString& key) const;
 
-    /// The text stored under `key`; registered defaults do not count. None where nothing is stored.
-    /// An empty text is a value. Data is given as text.
+    /// The text stored under `key`, which may be empty. Registered defaults do not count. Data is
+    /// returned as text. Nothing if no value is stored.
     std::optional<QString> persistent(const QString& key) const;
 
     void setString(const QString& key, const QString& value);
     void setData(const QString& key, const QByteArray& value);
 
-    /// `doubleForKey` gives an equal value again, but for NaN, which reads as 0.
+    /// `doubleForKey` returns the same value, except for NaN, which is read as 0.
     void setDouble(const QString& key, double value);
 
-    /// Tries again to store what could not be stored.
+    /// Tries again to store the values that could not be stored.
     void synchronize() { _store.flush(); }
 
   private:

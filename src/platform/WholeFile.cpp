@@ -1,6 +1,6 @@
-// The new content goes to a new file, is brought to the disk, and takes the old one's name: at
-// every moment the name is that of a whole file. The lock is on the folder. A lock file would be
-// one more thing that can be stale, foreign or left behind.
+// The new content is written to a new file, which is flushed to disk and then renamed. So at any
+// moment there is a complete file of that name. The folder is locked, not a lock file, which could
+// be stale, belong to another program, or be left behind.
 
 #include "platform/WholeFile.h"
 
@@ -44,7 +44,7 @@ class Descriptor {
 
 constexpr std::string_view leftoverEnd = ".new-XXXXXX";
 
-// A write in place keeps the inode, one by replacing keeps nothing.
+// Replacing the file changes the inode; writing in place changes the size or the time.
 bool isSame(const std::optional<struct stat>& one, const std::optional<struct stat>& other) {
     if (!one || !other) {
         return !one && !other;
@@ -69,7 +69,7 @@ bool writeAll(int file, const QByteArray& content) {
     return ::fsync(file) == 0;
 }
 
-// Where the link leads to, through all links on the way, also if there is nothing.
+// The target of the link, after following all links. The target need not exist.
 fs::path target(fs::path path) {
     std::error_code error;
     constexpr int mostLinks = 40;
@@ -101,7 +101,7 @@ std::optional<QByteArray> WholeFile::read(std::size_t limit) {
     if (!S_ISREG(_read->st_mode)) {
         return std::nullopt;  // opening a device may have an effect
     }
-    // Meanwhile it may have become a FIFO.
+    // It may have been replaced by a FIFO in the meantime.
     const Descriptor file(::open(_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status = {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -126,7 +126,7 @@ std::optional<QByteArray> WholeFile::read(std::size_t limit) {
 }
 
 WholeFile::Outcome WholeFile::replace(const QByteArray& content) const {
-    // A folder may be replaced in, though the file in it is write-protected.
+    // A write-protected file must not be replaced, although its folder would allow that.
     if (_read && ::faccessat(AT_FDCWD, _path.c_str(), W_OK, AT_EACCESS) != 0) {
         return Outcome::Failed;
     }
@@ -144,7 +144,7 @@ WholeFile::Outcome WholeFile::replace(const QByteArray& content) const {
             return written && changed ? Outcome::Changed : Outcome::Failed;
         }
     }
-    // The file is whole from here on, the old or the new one, whatever the folder's sync says.
+    // From here on the file is complete, the old or the new one, even if syncing the folder fails.
     const Descriptor folder(::open(_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen()) {
         ::fsync(folder.number());
@@ -172,7 +172,7 @@ WholeFile::Lock::Lock(const WholeFile& file)
     while (_folder >= 0) {
         _held = ::flock(_folder, LOCK_EX | LOCK_NB) == 0;
         if (_held || (errno != EWOULDBLOCK && errno != EINTR)) {
-            return;  // file systems without locks are written to without one
+            return;  // on a file system without locks, writes without a lock
         }
         if (const Version now = file.version(); !isSame(now, seen)) {
             seen = now;
@@ -187,7 +187,7 @@ WholeFile::Lock::Lock(const WholeFile& file)
 
 WholeFile::Lock::~Lock() {
     if (_folder >= 0) {
-        ::close(_folder);  // which gives the lock back
+        ::close(_folder);  // releases the lock
     }
 }
 

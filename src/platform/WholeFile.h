@@ -8,15 +8,15 @@
 
 namespace ambulet {
 
-/// A small file that is read whole, and replaced in one step. Linux only. Main thread or any other;
-/// two that replace the same file at once exclude each other, in this process and in others.
+/// A small file that is read as a whole and replaced atomically. Linux only. Any thread; a lock
+/// excludes other writers of the same file, in this process and in others.
 class WholeFile {
   public:
-    /// The file itself, where `path` is a link to it.
+    /// If `path` is a link, the file is its target.
     explicit WholeFile(const std::string& path);
 
-    /// The content; empty where there is no file. None where what is there is not a regular file,
-    /// cannot be read, or is larger than `limit` bytes. Never waits for a FIFO or a device.
+    /// The content; empty if there is no file. Nothing if it is not a regular file, cannot be read,
+    /// or is larger than `limit` bytes. Never blocks on a FIFO or a device.
     std::optional<QByteArray> read(std::size_t limit);
 
     enum class Outcome {
@@ -25,15 +25,16 @@ class WholeFile {
         Failed     ///< it cannot be done, or the file is write-protected; nothing was done
     };
 
-    /// Replaces the file by one with this content, which only its owner may read.
+    /// Replaces the file by one with this content, which only the owner may read.
     Outcome replace(const QByteArray& content) const;
 
-    /// Removes what processes that were killed while they replaced the file have left.
-    /// Call it with the lock held.
+    /// Removes the temporary files of processes that were killed during a write. Call it with the
+    /// lock held.
     void removeLeftovers() const;
 
-    /// Holds other writers off for as long as it lives. It waits as long as others are seen to
-    /// write, and half a second for one that writes nothing; then it goes on without the lock.
+    /// Excludes other writers as long as it exists. The constructor waits while another writer
+    /// makes progress. If the holder of the lock writes nothing for half a second, it continues
+    /// without the lock.
     class Lock {
       public:
         explicit Lock(const WholeFile& file);
@@ -49,7 +50,7 @@ class WholeFile {
     };
 
   private:
-    using Version = std::optional<struct stat>;  // none where there is no file
+    using Version = std::optional<struct stat>;  // empty if there is no file
 
     Version version() const;
 
