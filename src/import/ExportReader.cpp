@@ -16,16 +16,17 @@
 // The fast reader does not accept the end of the root element, so expat always reads last. It is
 // given the prolog, a start tag for each open element, and the rest of the file.
 //
-// Expat stops where it would have to keep more than a limit. What it would have kept of the part
-// that the fast reader has read counts, too. That is at most `mostKept`, so it may keep that much
-// less of the rest. If it then stops for want of memory, that is uncertain, and it reads the whole
-// file. Of the part that was read fast it would have kept, in bytes, at most:
+// Expat stops if it would use more memory than the limit. For the same result, the memory that it
+// would have used for the part that the fast reader has read must count, too. That is at most
+// `mostKept`, so this much less is allowed for the rest. If expat then runs out of memory, it is
+// uncertain whether it would have without the fast reader. So it reads the whole file again.
+// For the part that was read fast, expat would have used at most, in bytes:
 //
-//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, of
-//              200 bytes, and some 150 for each
-//     120,000  the names of 200 open elements, twice: 100 between two chunks, 100 within one
-//     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it has had
-//              for the values of a tag; a search for the worst tags came to 30,000
+//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, each with
+//              200 bytes, and about 150 bytes more
+//     120,000  the names of 200 open elements, twice: 100 between two chunks, 100 inside one
+//     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it allocated
+//              for the values of a tag; a search for the worst tags found 30,000
 //   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and
 //              one kibibyte
 
@@ -33,15 +34,15 @@ namespace ambulet {
 
 namespace {
 
-constexpr unsigned mostThreads = 4;  // each takes a chunk and its tables in memory
+constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and its tables
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
-/// The part of the file that must have been scanned for expat to read only the rest. Reading so
-/// little again takes hardly longer, and its memory is certain.
+/// If less than this part of the file was scanned, expat reads the whole file. That hardly takes
+/// longer, and no memory has to be estimated.
 constexpr std::uint64_t leastScanned = 16;
 
-/// Start tags of the elements within the root.
+/// The start tags of the open elements, without the root.
 std::string startTags(const TagScanner::ElementNames& open) {
     std::string tags;
     for (std::size_t level = 1; level < open.size(); ++level) {
@@ -68,7 +69,7 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
     return error;
 }
 
-/// False where expat has to read the whole file; what is in `sums` does not count then.
+/// False if expat must read the whole file; then `sums` must be discarded.
 bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate, StepSums& sums,
                               std::optional<XMLError>& error) const {
     ExpatDocument document(file, delegate, _options.blockSize);
@@ -81,7 +82,7 @@ bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate
                         _options.chunkSize, mostLongTagBytes};
     const ScanPlace place = scan.scan(file, {prolog->end, {prolog->rootName}}, sums);
 #ifdef __GLIBC__
-    // What the fast reader has freed would stay with the program, and expat's memory come on top.
+    // Otherwise malloc would keep the memory that the fast reader has freed, besides expat's.
     malloc_trim(0);
 #endif
     if (place.offset < file.size() / leastScanned) {

@@ -14,24 +14,23 @@ namespace ambulet {
 
 class InputFile;
 
-/// Turns an export of health records into days: of all elements named Record, wherever they stand,
-/// those of the step count type are summed by the local calendar day on which they start. All of
-/// them: nothing is taken out where two devices counted the same steps.
+/// Computes the days of an export. It sums all elements named Record with the step count type, at
+/// any depth, by the local calendar day on which they start. If two devices recorded the same
+/// steps, both records count.
 ///
-/// One thread at a time. The sums stay in the parser, so a parser is meant for one file.
+/// One thread at a time. The sums stay in the parser, so use a parser for one file only.
 class HealthXMLParser : public XMLReaderDelegate {
   public:
-    /// Reads the whole file, on the calling thread and as many more as are useful, and returns the
-    /// days read so far, newest first. Failure is not reported: a file that cannot be read adds no
-    /// days, one that is not well-formed adds the records before the first error. A second call
-    /// adds to the first's sums.
+    /// Reads the whole file, on the calling thread and additional ones, and returns the days,
+    /// newest first. Errors are not reported: a file that cannot be read adds no days, and a file
+    /// that is not well-formed adds the records before the first error. A second call adds to the
+    /// sums of the first.
     std::vector<DailySteps> parseURL(const std::filesystem::path& path);
 
-    /// The same for an open file. Returns nothing if the document is well-formed, else the first
-    /// error.
+    /// Reads an open file. Returns the first error, if the document is not well-formed.
     std::optional<XMLError> parse(const InputFile& file, ExportReader::Options options);
 
-    /// Adds the record that the tag holds, if it holds one.
+    /// Adds the tag to the sums if it is a step record.
     void didStartElement(std::string_view name, const XMLAttributes& attributes) override;
 
     /// The days read so far, newest first.

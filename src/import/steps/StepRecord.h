@@ -7,7 +7,7 @@
 
 namespace ambulet {
 
-/// The names by which a step record is known, and where it keeps its steps.
+/// The element name, the type and the attributes of a step record.
 namespace StepRecord {
 
 inline constexpr std::string_view element = "Record";
@@ -16,7 +16,7 @@ inline constexpr const char* typeAttribute = "type";
 inline constexpr const char* startDateAttribute = "startDate";
 inline constexpr const char* valueAttribute = "value";
 
-/// Adds the record that the tag holds, if it holds one.
+/// Adds the tag to the sums if it is a step record.
 inline void add(StepSums& sums, std::string_view name, const XMLAttributes& attributes) {
     if (name != element || attributes.value(typeAttribute) != type) {
         return;

@@ -18,7 +18,7 @@ void StepSums::add(std::string_view startDate, std::string_view value) {
 
 std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
     if (_last == nullptr || !_last->day.contains(instant)) {
-        // About how many days since 1970: it is no more than a place to look.
+        // Roughly the number of days since 1970. It only selects the slot.
         const auto number = std::chrono::floor<std::chrono::days>(instant).time_since_epoch();
         _last = &_knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
         if (!_last->day.contains(instant)) {
@@ -34,7 +34,7 @@ std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
 
 void StepSums::add(ByDate days) {
     _sums.merge(days);
-    for (const auto& [date, steps] : days) {  // those that it had already
+    for (const auto& [date, steps] : days) {  // days that were in the map already
         std::int64_t& daySum = _sums[date];
         daySum = wrappingSum(daySum, steps);
     }

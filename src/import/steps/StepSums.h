@@ -11,25 +11,25 @@
 
 namespace ambulet {
 
-/// Step counts summed by the calendar day, in the user's time zone, on which they start. One thread
-/// at a time.
+/// Sums of steps by the calendar day, in the user's time zone, on which their records start. One
+/// thread at a time.
 class StepSums {
   public:
     using ByDate = std::map<std::chrono::year_month_day, std::int64_t>;
 
-    /// Adds the steps that the text `value` holds, 0 where it holds no number, to the day of
-    /// `startDate`. Where `startDate` is not of the form "yyyy-MM-dd HH:mm:ss Z" nothing is added.
-    /// Sums wrap around at the ends of the signed 64-bit range.
+    /// Adds the number at the start of `value`, or 0 if there is none, to the day of `startDate`.
+    /// Does nothing if `startDate` is not of the form "yyyy-MM-dd HH:mm:ss Z". Sums wrap around at
+    /// the ends of the signed 64-bit range.
     void add(std::string_view startDate, std::string_view value);
 
-    /// Adds the steps of days, as `takeAll` gave them.
+    /// Adds sums that `takeAll` returned.
     void add(ByDate days);
 
-    /// Takes all sums out of this one: that of each day to which anything was added.
+    /// Removes all sums and returns them, one for each day to which something was added.
     ByDate takeAll();
 
-    /// The days to which anything was added, newest first. A day whose midnight the clock skipped
-    /// has no instant to begin at and is left out.
+    /// The days to which something was added, newest first. A day whose midnight the clock skipped
+    /// is left out, because it has no instant at which it begins.
     std::vector<DailySteps> days() const;
 
   private:
@@ -38,9 +38,9 @@ class StepSums {
     InstantReader _instants;
     ByDate _sums;
 
-    // A direct-mapped cache of days: finding the day of an instant takes a call of the system's,
-    // and its sum a search of the map. It holds eleven years, since not all exports are in order of
-    // time. `taken` is the generation of `sum`: takeAll begins a new one.
+    // A direct-mapped cache of days. Without it, each record would need a system call for its day
+    // and a search of the map for its sum. It holds eleven years, because some exports are not
+    // sorted by time. `taken` is the generation of `sum`; takeAll starts a new generation.
     struct KnownDay {
         LocalDay day;
         std::uint64_t taken = 0;

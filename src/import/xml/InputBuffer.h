@@ -8,20 +8,20 @@ namespace ambulet {
 
 class InputFile;
 
-/// A block of a file in memory, with null characters behind it, and room for bytes that are carried
-/// over in front of it. The block is aligned to 4096 bytes: reading to other places took a quarter
-/// more time. One thread at a time.
+/// A block of a file in memory. There are null characters after it, and space before it for bytes
+/// that are carried over from the previous block. The block is aligned to 4096 bytes, because
+/// reading to other addresses took a quarter longer. One thread at a time.
 class InputBuffer {
   public:
-    /// For `before` bytes that are carried over, `size` bytes that are read, and `padding` null
+    /// Allocates `before` bytes for carrying over, `size` bytes for reading, and `padding` null
     /// characters. Throws std::bad_alloc.
     InputBuffer(std::size_t before, std::size_t size, std::size_t padding);
 
-    /// Where the block begins.
+    /// The start of the block.
     char* begin() const { return _begin; }
 
-    /// Reads `size` bytes of `file` from `offset` on, or as many as there are, and returns how many
-    /// there are. An error in reading ends the file.
+    /// Reads up to `size` bytes of `file`, starting at `offset`, and returns their number, which is
+    /// smaller only at the end of the file. A read error counts as the end of the file.
     std::size_t read(const InputFile& file, std::uint64_t offset, std::size_t size) const;
 
   private:

@@ -8,24 +8,24 @@
 
 namespace ambulet {
 
-/// An open regular file, read at any place. Owns the file's descriptor. Any number of threads may
-/// read at once.
+/// An open regular file that can be read at any offset. Owns the file descriptor. Any number of
+/// threads may read at the same time.
 class InputFile {
   public:
-    /// None, with the reason in `error`, where there is no file, it may not be read, or it is
-    /// something else: a folder (std::errc::is_a_directory), a pipe, a socket, a device
-    /// (std::errc::not_supported). Never waits for the other end of a pipe.
+    /// Opens a file. If that fails, the result is empty and `error` says why; for a folder it is
+    /// std::errc::is_a_directory, for a pipe, a socket or a device std::errc::not_supported. Does
+    /// not block on pipes.
     static std::optional<InputFile> open(const std::filesystem::path& path, std::error_code& error);
 
     InputFile(InputFile&& other) noexcept;
     InputFile& operator=(InputFile&& other) noexcept;
     ~InputFile();
 
-    /// In bytes, at this moment; 0 where the system does not tell.
+    /// The current size in bytes; 0 if it is unknown.
     std::uint64_t size() const;
 
-    /// Reads up to `buffer.size()` bytes from byte `offset` on and returns how many; 0 at the end
-    /// of the file, and, with the reason in `error`, where reading failed.
+    /// Reads up to `buffer.size()` bytes, starting at `offset`, and returns their number. 0 at the
+    /// end of the file, or if reading fails; `error` then says why.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;
 
   private:

@@ -10,34 +10,35 @@
 
 namespace ambulet {
 
-/// Bytes `begin` up to, and without, `end` of a file.
+/// A range of a file, from byte `begin` to just before byte `end`.
 struct ByteRange {
     std::uint64_t begin = 0;
     std::uint64_t end = 0;
 };
 
-/// A file's bytes with other text in the place of some of them. Offsets are counted in what results
-/// where nothing else is said. Any number of threads may read at once.
+/// The bytes of a file, with some ranges replaced by other text. Unless stated otherwise, offsets
+/// are those in the result. Any number of threads may read at the same time.
 class PatchedFile {
   public:
     explicit PatchedFile(const InputFile& file) : _file(file) {}
 
-    /// Puts `text` in the place of `range` of the file, which begins at or after the end of all
-    /// ranges before.
+    /// Replaces `range` of the file by `text`. The range must begin at or after the end of all
+    /// earlier ones.
     void replace(ByteRange range, std::string text);
 
-    /// As InputFile::read, but it may stop short of the end at the edge of a replaced range.
+    /// Like InputFile::read, but it may read fewer bytes at the end of a replaced range.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;
 
-    /// Where the byte at `offset` stands in the file; of a replacing text, where its range ends.
+    /// The offset in the file of the byte at `offset`. For bytes of a replacement, the end of its
+    /// range.
     std::uint64_t fileOffset(std::uint64_t offset) const;
 
-    /// Where the last replacing text ends, 0 where nothing is replaced.
+    /// The end of the last replacement; 0 if nothing is replaced.
     std::uint64_t replacedEnd() const;
 
   private:
     struct Patch {
-        std::uint64_t begin;  // of the text
+        std::uint64_t begin;  // the offset of the text
         ByteRange range;
         std::string text;
 

@@ -5,51 +5,51 @@
 
 namespace ambulet {
 
-/// Why the reading of a document stopped. A std::error_code can hold each of them.
+/// The reasons why a document is not accepted. They can be stored in a std::error_code.
 enum class XMLErrorReason {
-    /// The document ends before its root element does, or has none.
+    /// The document ends before the end of its root element, or has no root element.
     noElement = 1,
 
-    /// Something stands where the grammar of a document or of its prolog does not allow it.
+    /// Something is at a place where the grammar of XML does not allow it.
     syntax,
 
-    /// A character that may not stand there, or bytes that are no character.
+    /// A character that is not allowed there, or bytes that are not a character.
     invalidToken,
 
-    /// The document ends within a tag, a comment or other markup.
+    /// The document ends inside a tag, a comment or other markup.
     unclosedToken,
 
-    /// The document ends within a character.
+    /// The document ends inside a character.
     partialCharacter,
 
-    /// The document ends within a CDATA section.
+    /// The document ends inside a CDATA section.
     unclosedCdata,
 
-    /// An end tag has another name than the start tag that it should close.
+    /// The name of an end tag differs from that of its start tag.
     mismatchedTag,
 
-    /// A tag has two attributes of one name.
+    /// A tag has two attributes with the same name.
     duplicateAttribute,
 
-    /// Something other than comments, instructions and white space follows the root element.
+    /// Something other than comments, processing instructions and white space follows the root.
     junkAfterRoot,
 
-    /// An XML declaration stands elsewhere than at the beginning.
+    /// An XML declaration is not at the start of the document.
     misplacedDeclaration,
 
     /// The XML declaration is not well-formed.
     malformedDeclaration,
 
-    /// A public identifier has a character that it may not have.
+    /// A public identifier has a character that is not allowed in it.
     malformedPublicId,
 
-    /// The document names an encoding that the reader lacks.
+    /// The declared encoding is unknown.
     unknownEncoding,
 
-    /// The document names another encoding than the one it is in.
+    /// The declared encoding is not that of the document.
     wrongEncoding,
 
-    /// A reference to a character that a document may not have.
+    /// A reference to a character that is not allowed in XML.
     invalidCharacterReference,
 
     /// A reference to an entity that is not declared.
@@ -58,7 +58,7 @@ enum class XMLErrorReason {
     /// An entity that refers to itself, directly or through others.
     recursiveEntity,
 
-    /// An entity holds the beginning of an element and not its end, or the other way round.
+    /// An entity has the start of an element without its end, or the end without the start.
     unbalancedEntity,
 
     /// A reference to an entity that is not XML.
@@ -67,39 +67,39 @@ enum class XMLErrorReason {
     /// A reference to an external entity in an attribute's value.
     externalEntityInAttribute,
 
-    /// A parameter entity stands where it may not.
+    /// A reference to a parameter entity is at a place where it is not allowed.
     misplacedParameterEntity,
 
-    /// A parameter entity holds a part of a declaration only.
+    /// A parameter entity has only a part of a declaration.
     unbalancedParameterEntity,
 
-    /// A general entity was declared within a parameter entity and used where that does not count.
+    /// A standalone document uses a general entity that was declared inside a parameter entity.
     entityDeclaredInParameterEntity,
 
-    /// The entities expand to far more text than the document has.
+    /// The entities expand to much more text than the document has.
     entityAmplification,
 
-    /// So many entities refer to others that they could be nested too deeply to be read.
+    /// So many entities refer to others that they may be nested too deeply.
     entityNesting,
 
-    /// A tag, a comment, an instruction or a literal of a declaration is longer than the limit.
+    /// A tag, a comment, a processing instruction or a literal is longer than the limit.
     tokenTooLong,
 
-    /// What the reader has to keep of the document is more than the limit.
+    /// The reader would have to store more of the document than the limit allows.
     outOfMemory,
 
-    /// The XML library failed in a way in which it should not.
+    /// The XML library reported an error that should not occur.
     unexpected,
 };
 
-/// `reason`'s message is a text in English, a few words.
+/// An error code whose message is a short English text.
 std::error_code make_error_code(XMLErrorReason reason);  // NOLINT(readability-identifier-naming)
 
-/// Where and why reading stopped.
+/// The first error in a document, and its place.
 struct XMLError {
     std::uint64_t byteOffset = 0;  // in the file
 
-    /// An XMLErrorReason; or an error of the system where the file could not be read.
+    /// An XMLErrorReason, or a system error if the file could not be read.
     std::error_code reason;
 
     friend bool operator==(const XMLError&, const XMLError&) = default;
