@@ -5,9 +5,8 @@
 
 namespace ambulet {
 
-// Besides the two byte order marks expat looks for a null byte: a document begins with an ASCII
-// character, of which UTF-16 makes the character's byte and a null byte. A null byte further on
-// says nothing: where a code unit is a byte, it is an error.
+// Besides the two byte order marks, expat looks for a null byte: a document starts with an ASCII
+// character, which in UTF-16 is one null byte and the character's byte.
 
 CodeUnits codeUnits(const PatchedFile& bytes) {
     std::array<char, 2> begin{};

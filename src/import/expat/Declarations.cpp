@@ -8,7 +8,7 @@ namespace ambulet {
 namespace {
 
 bool refersToEntities(std::string_view value, bool isParameter) {
-    // Character references have been replaced; one that is there now is read by itself.
+    // "&#" starts a reference to a character, which is not nested.
     for (std::size_t at = value.find('&'); at != std::string_view::npos;
          at = value.find('&', at + 1)) {
         if (at + 1 < value.size() && value[at + 1] != '#') {
@@ -50,7 +50,7 @@ void Declarations::watch(XML_Parser parser) {
         static_cast<Declarations*>(data)->_arePlain &=
             value == nullptr && std::strcmp(type, "CDATA") == 0;
     });
-    // A reference to a parameter entity that is not declared: what follows it is ignored.
+    // A reference to an undeclared parameter entity: expat ignores the declarations after it.
     XML_SetSkippedEntityHandler(parser,
                                 [](void* data, const XML_Char* /*name*/, int /*isParameter*/) {
                                     static_cast<Declarations*>(data)->_arePlain = false;

@@ -7,30 +7,32 @@
 
 namespace ambulet {
 
-/// Watches what the prolog of a document declares, through handlers of expat's.
+/// Observes the declarations in the prolog of a document, by handlers of expat.
 class Declarations {
   public:
-    /// Whether the document is XML 1.0, in UTF-8 as far as its declaration says, and nothing is
-    /// declared that makes a difference to what a start tag holds: no entity, no attribute with a
-    /// default, none whose value is normalised further than that of others, and nothing outside
-    /// the document that could declare such. True as long as nothing of that has been seen.
+    /// Whether the document is plain so far: it is XML 1.0, it declares UTF-8 or no encoding, and
+    /// it does not declare anything that changes the contents of start tags:
+    /// - no entity,
+    /// - no attribute with a default value,
+    /// - no attribute of a type whose values are normalised differently,
+    /// - no external subset or parameter entity that could declare these.
     bool arePlain() const { return _arePlain; }
 
-    /// Whether so many entities are declared that refer to others that their nesting could overflow
-    /// a thread's stack. The parser was stopped there.
+    /// Whether more than `mostNestingEntities` entities refer to others. If so, the parser was
+    /// stopped.
     bool nestTooDeeply() const { return _nestingEntities > mostNestingEntities; }
 
     /// Whether the document type declaration has ended.
     bool haveEnded() const { return _haveEnded; }
 
-    /// Expat 2.5 reads an entity within an entity by recursion, of up to 370 bytes a level
-    /// (measured). A chain of entities is no longer than the number of entities that refer to
-    /// others, so those are counted. As many as this take less than half of the smallest stack that
-    /// a thread has, 512 KB; real exports have none.
+    /// Expat 2.5 reads nested entities by recursion, with up to 370 bytes of stack per level
+    /// (measured). Entities cannot be nested more deeply than the number of entities that refer to
+    /// others. This number of levels needs less than half of the smallest stack of a thread, 512
+    /// KB. Real exports have no such entities.
     static constexpr std::size_t mostNestingEntities = 500;
 
   protected:
-    /// Sets the handlers of `parser`, and a pointer to this as its user data. Once.
+    /// Sets the handlers of `parser`, and its user data to this object. Call it once.
     void watch(XML_Parser parser);
 
   private:

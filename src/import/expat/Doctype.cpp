@@ -11,14 +11,13 @@
 
 namespace ambulet {
 
-// A declaration that a parser has refused cannot be parsed; its end is guessed by what seldom
-// stands inside one. Quotes are trusted only so far: one that is never closed would hide the end
-// and turn the quotes of the whole document inside out. So the root's start tag ends the search
-// even where it seems to stand in quotes.
+// A malformed declaration cannot be parsed, so its end is found by text that is rare inside one. An
+// unclosed quote would hide the end, and swap the inside and the outside of all later quotes. So
+// the root's start tag ends the search even if it seems to be inside quotes.
 
 namespace {
 
-/// A file's text, one code unit at a time: a byte, or in UTF-16 two.
+/// The text of a file, one code unit at a time. A unit has one byte, or two in UTF-16.
 class Units {
   public:
     static constexpr int none = -1;
@@ -30,10 +29,10 @@ class Units {
         skip(_width == 2 ? u"\uFEFF" : u"\u00EF\u00BB\u00BF");  // the byte order mark
     }
 
-    /// Where the next unit stands in the file.
+    /// The offset of the next unit in the file.
     std::uint64_t offset() const { return _offset; }
 
-    /// The next unit, `none` at the end of the file.
+    /// The next unit; `none` at the end of the file.
     int peek() {
         const int first = byteAt(_offset);
         const int second = _width == 1 ? 0 : byteAt(_offset + 1);
@@ -43,14 +42,14 @@ class Units {
         return _bigEndian ? first << 8 | second : second << 8 | first;
     }
 
-    /// The next unit, which is passed.
+    /// Skips the next unit and returns it.
     int next() {
         const int unit = peek();
         _offset += unit == none ? 0 : _width;
         return unit;
     }
 
-    /// Passes `text` if it comes next.
+    /// Skips `text` if it comes next, and returns whether it did.
     bool skip(std::u16string_view text) {
         const std::uint64_t begin = _offset;
         const bool found =
@@ -65,7 +64,7 @@ class Units {
         }
     }
 
-    /// Passes everything up to the end of `text`, or to the end of the file.
+    /// Skips everything up to the end of `text`, or to the end of the file.
     void skipPast(std::u16string_view text) {
         std::u16string last;
         while (last != text) {
@@ -101,8 +100,8 @@ class Units {
     bool _bigEndian = false;
 };
 
-/// Where the declaration begins, which is passed up to the root's name; none where the prolog has
-/// none.
+/// The offset of the declaration, after which the text is at the name of the root. Nothing if the
+/// prolog has no declaration.
 std::optional<std::uint64_t> skipToRootName(Units& units) {
     for (;;) {
         units.skipWhiteSpace();
@@ -141,8 +140,8 @@ bool isNameStart(int unit) {
            unit == ':' || unit >= 0x80;
 }
 
-/// Whether a start tag of the element `name`, or of any element where that is empty, goes on here,
-/// after its "<".
+/// Whether a start tag of the element `name` continues here after its "<". Any element, if `name`
+/// is empty.
 bool skipRootTag(Units& units, std::u16string_view name) {
     if (name.empty()) {
         return isNameStart(units.peek());

@@ -6,10 +6,10 @@
 
 namespace ambulet {
 
-/// Where the document type declaration of `file` stands, well-formed or not: from "<!DOCTYPE" to
-/// the first "]>" outside quotes and comments, or up to the start tag of the root element that it
-/// names. None where the document has no such declaration, or no such end can be found. In UTF-16
-/// and in every encoding that has ASCII in it.
+/// The range of the document type declaration of `file`, which need not be well-formed: from
+/// "<!DOCTYPE" to the first "]>" outside quotes and comments, or to the start tag of the root
+/// element that it names. Nothing if there is no declaration, or its end is not found. Works in
+/// UTF-16 and in every superset of ASCII.
 std::optional<ByteRange> findDoctype(const InputFile& file);
 
 }  // namespace ambulet

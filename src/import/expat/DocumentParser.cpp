@@ -37,7 +37,7 @@ void DocumentParser::report(const XML_Char* name, const XML_Char** attributes) {
     try {
         _delegate.didStartElement(name, XMLAttributes(attributes));
     } catch (...) {
-        // It may not pass through expat's frames.
+        // Exceptions must not pass through expat, which is written in C.
         _thrown = std::current_exception();
         XML_SetElementHandler(_parser.get(), nullptr, nullptr);
         XML_StopParser(_parser.get(), XML_FALSE);
@@ -53,7 +53,7 @@ void DocumentParser::endElement(void* userData, const XML_Char* /*name*/) {
     }
 }
 
-/// Of the comments and the like that may follow the root element.
+/// The handler of comments, processing instructions and white space after the root.
 void DocumentParser::afterRoot(void* userData, const XML_Char* /*text*/, int /*length*/) {
     DocumentParser& self = of(userData);
     self._goodAfterRoot = self._parser.positionAfter();
@@ -72,13 +72,13 @@ std::optional<XMLError> DocumentParser::read() {
     return error ? std::optional(placed(*error)) : std::nullopt;
 }
 
-/// The error in the file that `error` is in the patched bytes.
+/// Converts an error in the patched bytes to the error in the file.
 XMLError DocumentParser::placed(XMLError error) const {
     if (nestTooDeeply()) {
         error.reason = XMLErrorReason::entityNesting;
     }
-    // Text after the root is an error where it begins. By how much of it came in one block, and
-    // what it ends in, expat stops at its end or takes it for something unfinished.
+    // Text after the root is an error at its first byte. Expat reports another offset or another
+    // reason, depending on the end of the text and on the blocks.
     const std::error_code junk = XMLErrorReason::junkAfterRoot;
     if (_goodAfterRoot && error.reason.category() == junk.category() &&
         !isMarkup(*_goodAfterRoot)) {
@@ -87,7 +87,7 @@ XMLError DocumentParser::placed(XMLError error) const {
     return {_bytes.fileOffset(error.byteOffset), error.reason};
 }
 
-/// Whether a "<" stands there.
+/// Whether there is a "<" at that offset.
 bool DocumentParser::isMarkup(std::uint64_t offset) const {
     const CodeUnits units = codeUnits(_bytes);
     std::array<char, 2> begin{};

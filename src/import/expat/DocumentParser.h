@@ -11,31 +11,28 @@
 
 namespace ambulet {
 
-/// Parses one document: reports its start tags to a delegate, and errors at their place in the
-/// file. It can pause after the prolog.
-///
-/// For one document, on one thread.
+/// Parses one document: reports its start tags to a delegate, and errors with their offset in the
+/// file. It can pause after the prolog. Use it for one document, on one thread.
 class DocumentParser : private Declarations {
   public:
-    /// A start tag that stands in a replacing text of `bytes`, or before one, is not reported.
+    /// Start tags in or before a replacement in `bytes` are not reported.
     DocumentParser(const PatchedFile& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
                    ExpatLimits limits);
 
-    /// Reads up to the end of the root's start tag, which is reported, or to the first error.
+    /// Reads to the end of the root's start tag, which is reported, or to the first error.
     std::optional<XMLError> readProlog();
 
-    /// Reads on to the end, or to the first error. What the delegate throws comes out of it, and
-    /// of readProlog.
+    /// Reads to the end, or to the first error. This and readProlog throw what the delegate throws.
     std::optional<XMLError> read();
 
     /// The root's start tag.
     struct Root {
         std::string name;
-        std::uint64_t end = 0;  // of the tag, an offset in the patched bytes
-        bool isEmpty = false;   // the tag is the whole element
+        std::uint64_t end = 0;  // the end of the tag, as an offset in the patched bytes
+        bool isEmpty = false;   // whether it is an empty-element tag
     };
 
-    /// None before the root's start tag is complete.
+    /// Nothing before the root's start tag is complete.
     const std::optional<Root>& root() const { return _root; }
 
     const Declarations& declarations() const { return *this; }
@@ -54,10 +51,10 @@ class DocumentParser : private Declarations {
     XMLReaderDelegate& _delegate;
     ExpatParser _parser;
     bool _pausesAtRoot = false;
-    std::uint64_t _depth = 0;  // of the open elements
+    std::uint64_t _depth = 0;  // the number of open elements
     std::optional<Root> _root;
-    std::optional<std::uint64_t> _goodAfterRoot;  // once it has ended, up to where all is well
-    std::exception_ptr _thrown;                   // by the delegate
+    std::optional<std::uint64_t> _goodAfterRoot;  // after the root: the end of the last valid token
+    std::exception_ptr _thrown;                   // thrown by the delegate
 };
 
 }  // namespace ambulet

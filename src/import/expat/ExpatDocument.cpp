@@ -9,7 +9,8 @@ namespace ambulet {
 
 namespace {
 
-// In bytes. After another reader's part expat reads the prolog again, which should not be felt.
+// In bytes. Expat reads the prolog again after the other reader, which must not take noticeable
+// time.
 constexpr std::uint64_t longestPlainProlog = std::uint64_t{64} * 1024;
 
 }  // namespace
@@ -19,12 +20,11 @@ ExpatDocument::ExpatDocument(const InputFile& file, XMLReaderDelegate& delegate,
     : _file(file), _bytes(file), _delegate(delegate), _blockSize(blockSize), _limits(limits) {}
 
 void ExpatDocument::start(ExpatLimits limits) {
-    _parser.reset();  // one parser's memory at a time
+    _parser.reset();  // so that two parsers do not use memory at the same time
     _parser = std::make_unique<DocumentParser>(_bytes, _delegate, _blockSize, limits);
 }
 
-/// Reads up to the end of the root's start tag, without the document type declaration if that is
-/// malformed.
+/// Reads to the end of the root's start tag. A malformed document type declaration is left out.
 std::optional<XMLError> ExpatDocument::readProlog() {
     start(_limits);
     const std::optional<XMLError> error = _parser->readProlog();

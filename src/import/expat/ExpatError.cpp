@@ -55,7 +55,7 @@ XMLErrorReason errorReason(XML_Error error) {
     case XML_ERROR_NO_MEMORY:
         return XMLErrorReason::outOfMemory;
     default:
-        // The others are of namespaces, of external entities, and of calls that are not made.
+        // The others are about namespaces, external entities, and functions that are not called.
         return XMLErrorReason::unexpected;
     }
 }

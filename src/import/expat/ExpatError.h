@@ -6,7 +6,7 @@
 
 namespace ambulet {
 
-/// Why a parser stopped that has ended with `error`.
+/// The reason for an error code of expat.
 XMLErrorReason errorReason(XML_Error error);
 
 }  // namespace ambulet

@@ -7,8 +7,8 @@
 
 namespace ambulet {
 
-// expat hands its allocation functions no context, so what is left of the limit is the thread's.
-// What a block counts for stands in front of it.
+// Expat passes no context to its allocation functions, so the remaining memory is a thread-local
+// variable. The size of each block is stored in front of it.
 
 namespace {
 
@@ -17,15 +17,15 @@ thread_local bool isCounting = true;
 
 struct alignas(std::max_align_t) Header {
     std::size_t counted;
-    std::size_t size;  // of the header and the block
+    std::size_t size;  // the size of the header and the block
 };
 
 Header* headerOf(void* block) {
     return static_cast<Header*>(block) - 1;
 }
 
-// Large blocks go straight back to the system: in the heap a later one would often find no room in
-// what an earlier one has left, and the memory of both would stay in use.
+// Large blocks are mapped, so that freeing them returns their memory to the system. In the heap, a
+// later block often does not fit into the space of an earlier one, and both would stay in use.
 constexpr std::size_t largeSize = std::size_t{512} * 1024;
 
 Header* take(std::size_t size) {

@@ -6,12 +6,12 @@
 
 namespace ambulet {
 
-/// Bounds the memory of the expat parsers that a thread makes, uses and frees while this lives:
-/// beyond the limit expat is refused memory and ends with XML_ERROR_NO_MEMORY. Such parsers are
-/// made with `functions()`.
+/// Limits the memory of the expat parsers that a thread creates, uses and frees while this object
+/// exists. Beyond the limit, allocations fail, and expat ends with XML_ERROR_NO_MEMORY. Create the
+/// parsers with `functions()`.
 class ExpatMemory {
   public:
-    /// `limit`: in bytes, with what the system needs for the blocks themselves.
+    /// `limit`: in bytes, including the system's overhead for each block.
     explicit ExpatMemory(std::size_t limit);
     ~ExpatMemory();
     ExpatMemory(const ExpatMemory&) = delete;
@@ -19,10 +19,10 @@ class ExpatMemory {
 
     static const XML_Memory_Handling_Suite* functions();
 
-    /// About what the system needs for a block, in bytes.
+    /// The approximate overhead of the system for a block, in bytes.
     static constexpr std::size_t blockOverhead = 40;
 
-    /// The blocks that are made on the thread while this lives are not counted.
+    /// While this object exists, blocks that the thread allocates are not counted.
     class Uncounted {
       public:
         Uncounted();

@@ -18,7 +18,7 @@ int XMLCALL openNothing(XML_Parser /*parser*/, const XML_Char* /*context*/,
     return XML_STATUS_OK;
 }
 
-// Newer expats have the first two and deprecate the others.
+// Newer versions of expat have the first two functions, and deprecate the others.
 #ifdef EXPAT_HAS_64_BIT_POSITIONS
 constexpr auto currentByteIndex = XML_GetCurrentByteIndex64;
 constexpr auto currentByteCount = XML_GetCurrentByteCount64;
@@ -27,8 +27,8 @@ constexpr auto currentByteIndex = XML_GetCurrentByteIndex;
 constexpr auto currentByteCount = XML_GetCurrentByteCount;
 #endif
 
-// Expat's own defaults. Entities may expand to a hundred times the document, but for the first
-// eight mebibytes of it.
+// Expat's defaults. Entities may expand to a hundred times the size of the document. The first
+// eight mebibytes are exempt.
 constexpr float mostAmplification = 100;
 constexpr unsigned long long amplificationThreshold = 8ULL * 1024 * 1024;
 
@@ -46,7 +46,7 @@ ExpatParser::ExpatParser(const PatchedFile& bytes, std::size_t blockSize, ExpatL
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(get(), mostAmplification);
     XML_SetBillionLaughsAttackProtectionActivationThreshold(get(), amplificationThreshold);
 #ifdef EXPAT_DEFERS_REPARSING
-    // Expat would put off unfinished tokens on its own, by block size; see nextCount.
+    // Expat's own way to delay incomplete tokens depends on the size of the blocks; see nextCount.
     XML_SetReparseDeferralEnabled(get(), XML_FALSE);
 #endif
 }
@@ -79,7 +79,7 @@ std::optional<XMLError> ExpatParser::readBlock() {
     std::error_code error;
     std::size_t count = _bytes.read(_given, block, error);
     if (_given == 0 && count == 1 && !error) {
-        // Expat tells UTF-16 from the first two bytes, and looks only once.
+        // Expat detects UTF-16 by the first two bytes, which must come in the same call.
         count += _bytes.read(1, block.subspan(1), error);
     }
     if (error) {
@@ -114,18 +114,18 @@ bool ExpatParser::isSuspended() const {
     return status.parsing == XML_SUSPENDED;
 }
 
-/// The number of bytes given to the parser that it has not understood yet.
+/// The number of bytes passed to the parser that it has not parsed yet.
 std::size_t ExpatParser::unfinished() {
     _tokenBegin = std::max(_tokenBegin, position());
     return static_cast<std::size_t>(_given - _tokenBegin);
 }
 
-/// The number of bytes to give the parser next; 0 where a token is beyond the limit.
+/// The number of bytes to pass to the parser next; 0 if a token exceeds the limit.
 ///
-/// Expat keeps the bytes of an unfinished token and looks at them again with every block. A long
-/// one gets as much again as there is of it, so that the work grows with its length and not with
-/// the square of that; and never more than the limit leaves, so that a token is refused at the same
-/// byte for every block size.
+/// Expat stores the bytes of an incomplete token and scans them again with every block. So for a
+/// long token the number is the length of the token so far: then the work is proportional to the
+/// length, not to its square. The number never exceeds the rest of the limit, so that a token is
+/// refused at the same byte for every block size.
 std::size_t ExpatParser::nextCount(std::size_t unfinished) const {
     constexpr std::size_t longToken = 4096;
     const std::size_t firstCount = _given == 0 ? 2 : 0;
@@ -134,14 +134,14 @@ std::size_t ExpatParser::nextCount(std::size_t unfinished) const {
     return std::min(std::max(count, firstCount), _limits.token - unfinished);
 }
 
-/// Room for as many bytes as a token may still have.
+/// A buffer for as many bytes as a token may still have.
 ///
-/// Expat makes its buffer a power of two at first and doubles it when it is too small; then a long
-/// token is there twice. So it is asked for a buffer for the longest token from the beginning, and
-/// ever again: it is never too small, and expat moves what is unfinished to its beginning each
-/// time. The system gives memory for what is written to, which is no more than a block and a token.
+/// Expat would start with a small buffer and double it when necessary, which copies a long token.
+/// So it is asked for a buffer of the maximum size each time. The buffer is then never too small,
+/// and expat moves the incomplete token to its start. The system allocates only pages that are
+/// written to, which are those of a block and a token.
 void* ExpatParser::room(std::size_t unfinished) {
-    constexpr std::size_t margin = 4096;  // expat keeps up to 1024 bytes before the unfinished ones
+    constexpr std::size_t margin = 4096;  // expat keeps up to 1024 bytes before the token
     const std::size_t size = std::bit_ceil(_limits.token + margin) - margin - unfinished;
     const ExpatMemory::Uncounted uncounted;
     return XML_GetBuffer(get(), static_cast<int>(size));

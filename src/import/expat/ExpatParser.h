@@ -15,24 +15,24 @@
 
 namespace ambulet {
 
-/// An expat parser that is given a document block by block and is held to the limits. How much it
-/// is given at once makes no difference to what it reports.
+/// An expat parser that reads a document block by block and within the limits. The size of the
+/// blocks makes no difference to what it reports.
 ///
-/// For one document, on one thread. Such parsers are destroyed in the reverse order of their
-/// making.
+/// Use it for one document, on one thread. Parsers must be destroyed in the reverse order of their
+/// construction.
 class ExpatParser {
   public:
-    /// `blockSize` is the number of bytes, 1 or more, that are read at once. Throws std::bad_alloc.
+    /// `blockSize`: the number of bytes that are read at once, at least 1. Throws std::bad_alloc.
     ExpatParser(const PatchedFile& bytes, std::size_t blockSize, ExpatLimits limits);
 
-    /// For handlers.
+    /// For setting handlers.
     XML_Parser get() const { return _parser.get(); }
 
-    /// Reads on to the end of the document, to the first error, or until a handler suspends the
-    /// parser. An error's offset is one in `bytes`.
+    /// Reads to the end of the document, to the first error, or until a handler suspends the
+    /// parser. The offset of an error is one in `bytes`.
     std::optional<XMLError> read();
 
-    /// Where the token begins that is being reported, and where it ends.
+    /// The start and the end of the token that is being reported.
     std::uint64_t position() const;
     std::uint64_t positionAfter() const;
 
@@ -50,8 +50,8 @@ class ExpatParser {
 
     ExpatMemory _memory;
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> _parser;
-    std::uint64_t _given = 0;       // bytes given to the parser
-    std::uint64_t _tokenBegin = 0;  // of which those from here on are still to be understood
+    std::uint64_t _given = 0;       // number of bytes passed to the parser
+    std::uint64_t _tokenBegin = 0;  // offset of the first byte that is not parsed yet
     bool _isAtEnd = false;
 };
 

@@ -10,26 +10,24 @@ namespace ambulet {
 
 class InputFile;
 
-/// Reads XML documents through expat, which says what is well-formed. Namespaces are not looked at;
-/// internal entities are expanded; nothing outside the file is ever opened.
-///
-/// A document type declaration that is malformed passes by as if it were not there, if its end can
-/// be found.
-///
-/// Memory is bounded, whatever the file holds; so is the stack.
+/// Reads XML documents with expat, which decides what is well-formed.
+/// - Namespaces are not processed.
+/// - Internal entities are expanded. External ones are never opened.
+/// - A malformed document type declaration is ignored, if its end can be found.
+/// - The use of memory and stack is bounded for every file.
 class ExpatReader {
   public:
     using Limits = ExpatLimits;
 
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;
 
-    /// `blockSize` is the number of bytes, 1 or more, that are read from the file at once. It makes
-    /// no difference to what is read.
+    /// `blockSize`: the number of bytes that are read from the file at once, at least 1. It makes
+    /// no difference to the result.
     explicit ExpatReader(std::size_t blockSize = defaultBlockSize, Limits limits = {})
         : _blockSize(blockSize), _limits(limits) {}
 
-    /// Reports the start tags of the document in `file` to `delegate`. Nothing where the document
-    /// is well-formed, else the first error; the tags before it have been reported.
+    /// Reports the start tags of the document in `file` to `delegate`. Returns the first error, if
+    /// the document is not well-formed; the tags before it have been reported.
     std::optional<XMLError> read(const InputFile& file, XMLReaderDelegate& delegate) const;
 
   private:

@@ -13,7 +13,7 @@ using Converter = std::unique_ptr<UConverter, decltype(&ucnv_close)>;
 Converter openConverter(const char* name) {
     UErrorCode status = U_ZERO_ERROR;
     Converter converter(ucnv_open(name, &status), ucnv_close);
-    // Bytes that mean nothing are an error, and not a replacement character.
+    // Invalid bytes are an error, and do not become replacement characters.
     ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                         &status);
     return U_SUCCESS(status) ? std::move(converter) : Converter(nullptr, ucnv_close);
@@ -22,8 +22,8 @@ Converter openConverter(const char* name) {
 constexpr int noCharacter = -1;
 constexpr int firstOfTwo = -2;
 
-/// The one character that the bytes are, or `noCharacter`; `firstOfTwo` where they are only the
-/// beginning of one.
+/// The character of the bytes; `firstOfTwo` if they are only the start of one, `noCharacter` if
+/// they are not a single character.
 int character(UConverter* converter, const char* bytes, int count) {
     UErrorCode status = U_ZERO_ERROR;
     const char* end = bytes + count;

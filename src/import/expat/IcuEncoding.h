@@ -4,9 +4,9 @@
 
 namespace ambulet {
 
-/// Lends expat one of ICU's converters for an encoding that expat lacks: an
-/// XML_UnknownEncodingHandler. It knows the encodings of which every character is one byte, or one
-/// or two where the first tells; any other is an unknown encoding.
+/// An XML_UnknownEncodingHandler: gives expat a converter of ICU for an encoding that expat lacks.
+/// It supports encodings with one byte for each character, and those with one or two bytes, if the
+/// first byte determines how many. All others are unknown encodings.
 int useIcuEncoding(void* unused, const XML_Char* name, XML_Encoding* encoding);
 
 }  // namespace ambulet
