@@ -1,6 +1,7 @@
-// fuzz_bookmarks: data from the settings leads to the file, to what is at its path, or nowhere. The
-// input is a record without its beginning: the length of a name, the name, the rest. The path is
-// that of the name in a folder of this program's own, so that no other is searched.
+// fuzz_bookmarks: damaged bookmarks from the settings must resolve to their file, to another file
+// at its path, or to nothing. The input is a record without its start: the length of a name, the
+// name, the rest. The path is that of the name in a temporary folder, so that no other folder is
+// searched.
 
 #include "Rule.h"
 #include "platform/FileBookmark.h"
@@ -31,7 +32,7 @@ class Files {
         _folder.write("inner/longer.xml", "<HealthData></HealthData>");
     }
 
-    /// The folder around it is this program's own, too, as it is searched.
+    /// Its parent folder is searched, so it is a temporary folder, too.
     fs::path inner() const { return _folder.path() / "inner"; }
 
     bool contains(const fs::path& path) const {
@@ -44,7 +45,7 @@ class Files {
 };
 
 void checkUnpacked(const QByteArray& data) {
-    // Its path may be anywhere, so it is not resolved.
+    // It is not resolved, because its path may be anywhere.
     require(FileBookmark::isBookmark(data) == FileBookmark::isBookmark(data), "reading is pure");
     if (!FileBookmark::isBookmark(data)) {
         require(!FileBookmark::resolve(data), "what is no bookmark leads nowhere");

@@ -1,8 +1,9 @@
 // compare_mutants FIRST COUNT [small|medium|large|huge]: reads COUNT mutants of sample exports in
-// several ways, and says which of them come to different results. A mutant is known by its number,
-// FIRST for the first one; the files that differ are kept in the working directory.
+// several ways, and reports those with different results. The number of a mutant determines it; the
+// first number is FIRST. Mutants with different results are saved in the working directory.
 //
-// Without sanitizers, so that many can be read: fuzz_readers is for those.
+// It is built without sanitizers, so that it can read many mutants. fuzz_readers is built with
+// them.
 
 #include "import/Comparison.h"
 #include "import/Mutants.h"

@@ -1,5 +1,5 @@
-// fuzz_infoplist: a property list has all of its texts or, if it is damaged, none. The input is the
-// file; and, cut at its zero bytes, keys and texts to write into one.
+// fuzz_infoplist: from a property list, all texts must be read or, if it is damaged, none. The
+// input is used twice: as a file, and, split at its zero bytes, as keys and texts of a valid file.
 
 #include "Rule.h"
 #include "platform/Bundle.h"
@@ -25,7 +25,7 @@ Bundle bundleOf(std::string_view bytes) {
     return {QString::fromStdString(file), QString::fromStdString(folder.path())};
 }
 
-// Any file.
+// Reads any file.
 void checkFile(std::string_view bytes) {
     static const QString processName = bundleOf("").displayName();
     const Bundle bundle = bundleOf(bytes);
@@ -40,8 +40,8 @@ void checkFile(std::string_view bytes) {
     }
 }
 
-// What XML can hold: no control characters, no halves of pairs, no U+FFFE and U+FFFF. The writer
-// leaves line ends as they are, so a carriage return would be read as a line feed.
+// Whether XML can contain the text: it has no control characters, no lone surrogates, no U+FFFE and
+// no U+FFFF. It must not have carriage returns either, which would be read as line feeds.
 QString plain(QByteArrayView bytes) {
     QString text = QString::fromUtf8(bytes);
     text.removeIf([](QChar c) {

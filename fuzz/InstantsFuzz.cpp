@@ -1,4 +1,4 @@
-// fuzz_instants: an InstantReader and ICU alone come to the same instant, or to none, for any text.
+// fuzz_instants: for every text, InstantReader and ICU alone must read the same instant, or none.
 
 #include "Rule.h"
 #include "text/InstantReader.h"
@@ -49,7 +49,7 @@ class Icu {
     icu::SimpleDateFormat _format;
 };
 
-// ICU alone takes months' names, and numbers as "1e3".
+// ICU alone accepts names of months, and numbers such as "1e3".
 bool hasLetterBeforeTheOffset(std::string_view text) {
     const std::size_t end = text.find_last_not_of(" \t");
     const std::string_view dateAndTime = text.substr(0, text.rfind(' ', end));

@@ -1,4 +1,5 @@
-// fuzz_numbers: the numbers that texts begin with, as another conversion reads them.
+// fuzz_numbers: the number at the start of every text must be the one that another conversion
+// reads.
 
 #include "Rule.h"
 #include "text/Numbers.h"
@@ -23,8 +24,8 @@ namespace {
 
 using Limits = std::numeric_limits<std::int64_t>;
 
-// The length of the white space character that the text starts with, 0 without one. ICU says what
-// is one; none takes more than three bytes.
+// The length of the white space character at the start of the text; 0 if there is none. ICU decides
+// what white space is. No such character has more than three bytes.
 std::size_t spaceLength(std::string_view text) {
     for (std::size_t length = 1; length <= std::min<std::size_t>(3, text.size()); ++length) {
         const auto start = icu::UnicodeString::fromUTF8(text.substr(0, length));
@@ -46,7 +47,7 @@ bool isDigit(std::string_view text, std::size_t at) {
     return at < text.size() && text[at] >= '0' && text[at] <= '9';
 }
 
-// Digit by digit, in numbers that are wide enough.
+// Adds digit by digit, with a type that is wide enough.
 std::int64_t expectedInteger(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
@@ -63,8 +64,8 @@ std::int64_t expectedInteger(std::string_view text) {
                                    : static_cast<std::int64_t>(value);
 }
 
-// The library's own reading, which knows no locale; of "inf", "nan" and hexadecimal numbers it gets
-// nothing to read.
+// Uses the standard library, independent of the locale. It gets no "inf", "nan" or hexadecimal
+// numbers.
 double expectedDouble(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
@@ -77,7 +78,7 @@ double expectedDouble(std::string_view text) {
     double value = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
     if (read.ec == std::errc::result_out_of_range) {
-        // Too large or too small: by where its first digit other than 0 stands.
+        // The position of the first digit other than 0 says whether it is too large or too small.
         const std::string_view number(text.data(),
                                       static_cast<std::size_t>(read.ptr - text.data()));
         const std::size_t exponent = std::min(number.find_first_of("eE"), number.size());

@@ -1,6 +1,6 @@
-// fuzz_readers: whatever a file holds, expat and ExportReader come to the same, in whatever blocks,
-// chunks and threads. Every input is a mutant of a sample export, or what libFuzzer makes of those
-// before and of the seeds.
+// fuzz_readers: for every file, expat and ExportReader must give the same result, with all sizes of
+// blocks and chunks and all numbers of threads. An input is a mutant of a sample export, or one
+// that libFuzzer makes from earlier inputs and the seeds.
 
 #include "import/Comparison.h"
 #include "import/Mutants.h"
@@ -27,7 +27,7 @@ size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsig
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const TemporaryFolder folder;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    // The same input is read in the same ways.
+    // The input determines the ways, so that a failure can be repeated.
     std::minstd_rand chance(static_cast<unsigned>(std::hash<std::string_view>()(bytes)));
     const std::string differences = compareWays(folder.write("export.xml", bytes), chance);
     if (!differences.empty()) {

@@ -1,5 +1,5 @@
-// replay_NAME COUNT FOLDER: gives a fuzzer the files of FOLDER, its seeds, and COUNT mutants of
-// them, the same in each run. For the tests: it needs neither libFuzzer nor clang.
+// replay_NAME COUNT FOLDER: runs a fuzzer on the files of FOLDER, its seeds, and on COUNT mutants
+// of them, which are the same in each run. The tests use it; it needs neither libFuzzer nor clang.
 
 #include <algorithm>
 #include <csignal>
@@ -48,7 +48,7 @@ std::vector<std::string> seedsIn(const std::filesystem::path& folder) {
     return seeds;
 }
 
-// Another byte, one byte less or more, a piece of another seed.
+// Changes, removes or inserts a byte, or inserts a piece of another seed.
 void mutate(std::string& text, const std::vector<std::string>& seeds, Chance& chance) {
     const std::size_t at = text.empty() ? 0 : chance() % text.size();
     const auto byte = static_cast<char>(chance() % 256);

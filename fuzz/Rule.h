@@ -5,7 +5,7 @@
 
 namespace ambulet {
 
-/// Ends the program as a sanitizer does where `holds` is false.
+/// If `holds` is false, aborts the program like a sanitizer.
 inline void require(bool holds, const char* rule) {
     if (!holds) {
         std::fprintf(stderr, "broken: %s\n", rule);

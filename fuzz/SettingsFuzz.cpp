@@ -1,6 +1,5 @@
-// fuzz_settings: whatever a settings file holds, values that are set are read again, by IniText and
-// by QSettings, and nothing else changes. The input is the file, a zero byte, a text, a zero byte,
-// data.
+// fuzz_settings: in every settings file, IniText and QSettings must read the values that were set,
+// and nothing else may change. The input is the file, a zero byte, a text, a zero byte, data.
 
 #include "Rule.h"
 #include "platform/IniText.h"
@@ -21,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
-// The data is all that is left.
+// The data is the rest of the input.
 struct Input {
     QByteArray file;
     QString text;
@@ -39,7 +38,7 @@ Input parted(const QByteArray& bytes) {
             second < 0 ? QByteArray("") : bytes.sliced(second + 1)};
 }
 
-// How many lines of `before` are others in `after`, which may have further ones.
+// The number of lines of `before` that are different in `after`. `after` may have additional lines.
 qsizetype changedLines(const QByteArray& before, const QByteArray& after) {
     const QList<QByteArray> old = (before.endsWith('\n') ? before.chopped(1) : before).split('\n');
     const QList<QByteArray> fresh = after.split('\n');
@@ -68,13 +67,13 @@ void checkSetting(const QByteArray& file, const QString& key, const QVariant& va
     require(again.content() == text.content(), "setting the same value changes nothing");
 }
 
-// As other programs, QSettings among them, read and write such a file.
+// QSettings stands for other programs that read and write such a file.
 void checkWithQt(const TemporaryFolder& folder, const Input& input) {
     IniText text({});
     text.setValue(u"text"_s, input.text);
     text.setValue(u"data"_s, input.data);
     const QByteArray content = text.content();
-    // A new name each time, as QSettings remembers files that it has read.
+    // The name is new each time, because QSettings caches files.
     static unsigned number = 0;
     const auto file = folder.write(std::to_string(++number) + ".ini",
                                    {content.constData(), std::size_t(content.size())});
