@@ -2,6 +2,7 @@
 
 #include "about/AboutWindowController.h"
 #include "app/MainMenu.h"
+#include "app/OtherApplications.h"
 #include "help/HelpWindowController.h"
 #include "mainwindow/SettingsKeys.h"
 #include "platform/Bundle.h"
@@ -13,6 +14,22 @@
 
 namespace ambulet {
 
+namespace {
+
+// A second copy of the program restores the same frame and would exactly cover the window of the
+// first.
+void stepAside(QWidget& window) {
+    constexpr int step = 30;
+    // A window without a remembered place is placed by the window manager.
+    while (
+        window.testAttribute(Qt::WA_Moved) && !window.isMaximized() &&
+        OtherApplications::haveWindowAt(window.geometry().topLeft() * window.devicePixelRatio())) {
+        window.setGeometry(window.geometry().translated(step, step));
+    }
+}
+
+}  // namespace
+
 AppDelegate::AppDelegate(UserDefaults& defaults, const Bundle& bundle)
     : _defaults(defaults), _bundle(bundle) {}
 
@@ -23,6 +40,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildMainMenu();
     _windowController = std::make_unique<MainWindowController>(_defaults, _bundle);
     _mainMenu->installOn(*qobject_cast<QMainWindow*>(_windowController->window()));
+    stepAside(*_windowController->window());
     _windowController->showWindow();
     // The file need not exist any more: the guide is for users who have never chosen one.
     if (!_defaults.persistent(SettingsKeys::xmlFilePath)) {

@@ -6,13 +6,16 @@
 
 #include "app/OtherApplications.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QWindow>
 
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace ambulet {
@@ -77,6 +80,13 @@ class X11 {
         return xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
     }
 
+    // Of the content of a window, on the screen; none if there is no such window.
+    std::optional<QPoint> place(xcb_window_t window) const {
+        const ReplyPointer<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+            _connection, xcb_translate_coordinates(_connection, window, root(), 0, 0), nullptr));
+        return reply ? std::optional(QPoint(reply->dst_x, reply->dst_y)) : std::nullopt;
+    }
+
     void requestMinimize(xcb_window_t window) const {
         xcb_client_message_event_t event{};
         event.response_type = XCB_CLIENT_MESSAGE;
@@ -90,6 +100,12 @@ class X11 {
     }
 
     void requestRestore(xcb_window_t window) const { xcb_map_window(_connection, window); }
+
+    // Has the server tell when a property of the window changes.
+    void watchProperties(xcb_window_t window) const {
+        const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(_connection, window, XCB_CW_EVENT_MASK, &events);
+    }
 
     void flush() const { xcb_flush(_connection); }
 
@@ -125,6 +141,65 @@ std::uint32_t stateOf(const X11& display, xcb_window_t window) {
 
 }  // namespace
 
+// The windows minimised by hide(). One that anybody restores is no longer among them, also when it
+// is minimised again.
+class OtherApplications::HiddenWindows final : public QAbstractNativeEventFilter {
+  public:
+    HiddenWindows() { qApp->installNativeEventFilter(this); }
+
+    void add(xcb_window_t window, const X11& display) {
+        display.watchProperties(window);
+        display.requestMinimize(window);
+        _windows.push_back({window, false});
+    }
+
+    void restore(const X11& display) {
+        for (const Hidden& hidden : _windows) {
+            if (stateOf(display, hidden.window) == iconicState) {
+                display.requestRestore(hidden.window);
+            }
+        }
+        _windows.clear();
+    }
+
+    bool nativeEventFilter(const QByteArray& /*type*/, void* message,
+                           qintptr* /*result*/) override {
+        const auto* const event = static_cast<xcb_generic_event_t*>(message);
+        if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
+            propertyDidChange(*reinterpret_cast<const xcb_property_notify_event_t*>(event));
+        }
+        return false;
+    }
+
+  private:
+    struct Hidden {
+        xcb_window_t window;
+        bool isMinimized;
+    };
+
+    // The first change of a window's state is the one asked for here. Any later one is another's.
+    void propertyDidChange(const xcb_property_notify_event_t& change) {
+        const auto found =
+            std::find_if(_windows.begin(), _windows.end(),
+                         [&](const Hidden& hidden) { return hidden.window == change.window; });
+        const auto display = X11::current();
+        if (found == _windows.end() || !display || change.atom != display->atom("WM_STATE")) {
+            return;
+        }
+        if (found->isMinimized || stateOf(*display, change.window) != iconicState) {
+            _windows.erase(found);
+        } else {
+            found->isMinimized = true;
+        }
+    }
+
+    std::vector<Hidden> _windows;
+};
+
+OtherApplications::OtherApplications() = default;
+
+OtherApplications::~OtherApplications() = default;
+
 bool OtherApplications::canHide() {
     const auto display = X11::current();
     return display && windowManagerListsWindows(*display);
@@ -138,23 +213,34 @@ void OtherApplications::hide() {
     for (const xcb_window_t window : display->property(display->root(), "_NET_CLIENT_LIST")) {
         if (!isOwn(window) && !isPartOfTheDesktop(*display, window) &&
             stateOf(*display, window) == normalState) {
-            display->requestMinimize(window);
-            _hidden.push_back(window);
+            if (!_hidden) {
+                _hidden = std::make_unique<HiddenWindows>();
+            }
+            _hidden->add(window, *display);
         }
     }
     display->flush();
 }
 
 void OtherApplications::show() {
-    if (const auto display = X11::current()) {
-        for (const xcb_window_t window : _hidden) {
-            if (stateOf(*display, window) == iconicState) {
-                display->requestRestore(window);
-            }
-        }
+    const auto display = X11::current();
+    if (_hidden && display) {
+        _hidden->restore(*display);
         display->flush();
     }
-    _hidden.clear();
+}
+
+bool OtherApplications::haveWindowAt(QPoint place) {
+    const auto display = X11::current();
+    if (!display || !windowManagerListsWindows(*display)) {
+        return false;
+    }
+    const std::vector<std::uint32_t> windows =
+        display->property(display->root(), "_NET_CLIENT_LIST");
+    return std::any_of(windows.begin(), windows.end(), [&](xcb_window_t window) {
+        return !isOwn(window) && stateOf(*display, window) == normalState &&
+               display->place(window) == place;
+    });
 }
 
 }  // namespace ambulet

@@ -1,13 +1,19 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include <QPoint>
+
+#include <memory>
 
 namespace ambulet {
 
 /// Hides and shows the windows of other applications. Main thread only.
 class OtherApplications {
   public:
+    OtherApplications();
+    ~OtherApplications();
+    OtherApplications(const OtherApplications&) = delete;
+    OtherApplications& operator=(const OtherApplications&) = delete;
+
     /// Whether `hide` works here: it needs X11 and a window manager that lists its windows.
     static bool canHide();
 
@@ -15,11 +21,17 @@ class OtherApplications {
     /// the desktop. Does nothing if `canHide` is false.
     void hide();
 
-    /// Restores those windows minimised by `hide` that still exist.
+    /// Restores the windows minimised by `hide` that have not been restored since.
     void show();
 
+    /// Whether one of them has a window on the screen whose content begins at `place`, in pixels.
+    /// Always false if the platform is not X11.
+    static bool haveWindowAt(QPoint place);
+
   private:
-    std::vector<std::uint32_t> _hidden;
+    class HiddenWindows;
+
+    std::unique_ptr<HiddenWindows> _hidden;
 };
 
 }  // namespace ambulet

@@ -4,6 +4,12 @@
 
 namespace ambulet {
 
+class OtherApplications::HiddenWindows {};
+
+OtherApplications::OtherApplications() = default;
+
+OtherApplications::~OtherApplications() = default;
+
 bool OtherApplications::canHide() {
     return false;
 }
@@ -11,5 +17,9 @@ bool OtherApplications::canHide() {
 void OtherApplications::hide() {}
 
 void OtherApplications::show() {}
+
+bool OtherApplications::haveWindowAt(QPoint /*place*/) {
+    return false;
+}
 
 }  // namespace ambulet

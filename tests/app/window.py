@@ -5,7 +5,8 @@ import unittest
 
 from gi.repository import GLib
 
-from driver import MAIN, Atspi, ProgramTest, has_state, key, type_text, wait_for, xdotool
+from driver import (MAIN, Atspi, ProgramTest, close, front_window, has_state, key, type_text,
+                    wait_for, xdotool)
 
 State = Atspi.StateType
 
@@ -211,9 +212,18 @@ class Frame(WindowTest):
 
         frame = wait_for("the new frame", moved)
         self.program.wait_until_in_front()
-        key("alt+F4")
+        close(front_window())
         self.assertEqual(self.program.end(), 0)
         self.expect_frame_at_next_start(frame)
+
+    def test_a_second_copy_does_not_open_exactly_over_the_first(self):
+        wait_for("the stored frame", lambda: "MainWindowFrame" in self.settings_file.read_text())
+        first = self.program.extents(self.program.find(Atspi.Role.FRAME))
+        second = self.start()
+        second.wait_until_in_front()
+        place = second.extents(second.find(Atspi.Role.FRAME))
+        self.assertEqual((place[0] - first[0], place[1] - first[1]), (30, 30))
+        self.assertEqual(place[2:], first[2:])
 
 
 class Accessibility(WindowTest):
