@@ -3,8 +3,8 @@
 import subprocess
 import unittest
 
-from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, front_window, has_state, is_minimized, key,
-                    wait_for, window_property, windows_named, xdotool)
+from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, close, front_window, has_state,
+                    is_minimized, key, wait_for, window_property, windows_named, xdotool)
 
 MINIMIZE = (0x8, 0x20)  # the function and the decoration in _MOTIF_WM_HINTS
 
@@ -92,6 +92,22 @@ class Menus(ProgramTest):
         wait_for("its own in front", lambda: front_window() == own)
         self.assertTrue(is_minimized(minimized))
 
+    def test_show_all_spares_a_window_that_was_restored_and_minimised_again(self):
+        _, restored = self.start_another()
+        _, other = self.start_another()
+        program, own = self.start_another()
+        key("ctrl+alt+h")
+        self.wait_for_minimized((restored, other))
+        xdotool("windowmap", restored)
+        wait_for("the restored one", lambda: not is_minimized(restored))
+        xdotool("windowminimize", restored)
+        self.wait_for_minimized((restored,))
+        self.restore(program, MAIN, own)
+        program.choose("Daily Steps", "Show All")
+        wait_for("the other back", lambda: not is_minimized(other))
+        # Windows are restored in the order in which they were minimised.
+        self.assertTrue(is_minimized(restored))
+
     def test_hide_others_works_whichever_window_is_in_front(self):
         program, windows = self.start_with_all_windows()
         _, other = self.start_another()
@@ -155,7 +171,7 @@ class Menus(ProgramTest):
         self.assertEqual(listed(), [(ABOUT, False), (MAIN, True), (GUIDE, False)])
         program.choose("Window", GUIDE)
         program.wait_until_in_front(GUIDE)
-        key("alt+F4")
+        close(front_window())
         wait_for("the guide to close", lambda: windows[GUIDE] not in windows_named(GUIDE))
         program.activate(MAIN)
         self.assertEqual(listed(), [(ABOUT, False), (MAIN, True)])
@@ -182,7 +198,7 @@ class Menus(ProgramTest):
     def close_all_but(self, program, windows, title):
         for other in windows.keys() - {title}:
             program.activate(other)
-            key("alt+F4")
+            close(front_window())
             wait_for("it to close", lambda: windows[other] not in windows_named(other))
         program.activate(title)
 
