@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
         AppDelegate delegate(UserDefaults::standard(), Bundle::main());
         QTimer::singleShot(0, &delegate, [&delegate] {
 #ifndef Q_OS_MACOS  // it would replace the bundle's icon in the Dock
-            QApplication::setWindowIcon(applicationIcon(Bundle::main()));
+            setApplicationIcon(Bundle::main());
 #endif
             delegate.applicationDidFinishLaunching();
         });
