@@ -24,6 +24,7 @@ GUIDE = "Getting Started with Daily Steps"
 ABOUT = "About Daily Steps"
 DIALOG = "Select a HealthKit XML export file"
 PATIENCE = 30  # seconds to wait for anything before a test fails
+FAULTS = {"LD_PRELOAD": str(BIN / "libambulet_faults.so")}
 
 
 def wait_for(what, condition):
@@ -283,7 +284,7 @@ class ProgramTest(unittest.TestCase):
 
     def start(self, *arguments, **environment):
         program = self.start_without_waiting(*arguments, **environment)
-        # The window is created before its contents, and the icon before that.
+        # The window is created before its contents.
         program.find(Atspi.Role.PUSH_BUTTON, "Choose…")
         return program
 
@@ -294,6 +295,15 @@ class ProgramTest(unittest.TestCase):
     def remember(self, file):
         """Writes settings with `file` as the remembered export."""
         self.settings_file.write_text(f'[General]\nxmlFilePath="{file}"\n')
+
+    def remember_endless_load(self):
+        """Remembers an export whose load never ends in a program with the returned environment."""
+        mount = self.folder / "mount"
+        mount.mkdir()
+        file = mount / "export.xml"
+        file.write_text("<HealthData/>\n")
+        self.remember(file)
+        return {"AMBULET_HANG": str(mount), **FAULTS}
 
     def export(self, size, name="export.xml"):
         """Makes an export of about the size, such as "20M"; returns its path."""

@@ -10,10 +10,9 @@ import tempfile
 import time
 import unittest
 
-from driver import (BIN, DIALOG, MAIN, Atspi, ProgramTest, close, key, type_text, wait_for,
+from driver import (DIALOG, FAULTS, MAIN, Atspi, ProgramTest, close, key, type_text, wait_for,
                     windows_named)
 
-FAULTS = {"LD_PRELOAD": str(BIN / "libambulet_faults.so")}
 RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
           b'startDate="2025-03-%02d 12:00:00 +0000"/>\n')
 

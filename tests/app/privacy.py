@@ -11,7 +11,8 @@ import tempfile
 import unittest
 
 import landlock
-from driver import ABOUT, DIALOG, GUIDE, PROGRAM, Atspi, ProgramTest, key, type_text, wait_for, windows_named
+from driver import (ABOUT, DIALOG, GUIDE, PROGRAM, Atspi, ProgramTest, close, front_window, key,
+                    type_text, wait_for, windows_named)
 
 # Paths of the system, which have nothing to do with the user's files.
 SYSTEM = ["/usr", "/lib", "/lib64", "/bin", "/etc", "/proc", "/sys", "/dev", "/var/cache/fontconfig",
@@ -68,12 +69,12 @@ class Privacy(ProgramTest):
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
         program.choose("Help", "Getting Started…")
         program.wait_until_in_front(GUIDE)
-        key("alt+F4")
+        close(front_window())
         wait_for("the guide to close", lambda: not windows_named(GUIDE))
         program.wait_until_in_front()
         program.choose("Daily Steps", "About Daily Steps")
         program.wait_until_in_front(ABOUT)
-        key("alt+F4")
+        close(front_window())
         wait_for("About to close", lambda: not windows_named(ABOUT))
         program.wait_until_in_front()
         key("ctrl+q")

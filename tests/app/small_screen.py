@@ -2,7 +2,8 @@
 
 import unittest
 
-from driver import ABOUT, GUIDE, MAIN, ProgramTest, key, wait_for, window_property, xdotool
+from driver import (ABOUT, GUIDE, MAIN, ProgramTest, close, front_window, wait_for,
+                    window_property, xdotool)
 
 
 class SmallScreen(ProgramTest):
@@ -35,7 +36,7 @@ class SmallScreen(ProgramTest):
         self.assert_on_screen(program, MAIN)
         xdotool("windowsize", program.window(MAIN), 700, 450)
         wait_for("the size", lambda: program.extents(program.windows()[0])[2:] == (700, 450))
-        key("alt+F4")
+        close(front_window())
         self.assertEqual(program.end(), 0)
         again = self.start()
         again.wait_until_in_front()
@@ -51,7 +52,7 @@ class SmallScreen(ProgramTest):
             wait_for("the zoomed window", lambda: "MAXIMIZED_VERT" in window_property(
                 program.window(MAIN), "_NET_WM_STATE"))
             wait_for("its size", lambda: program.frame(MAIN) == (0, 0, 1024, 600))
-            key("alt+F4")
+            close(front_window())
             self.assertEqual(program.end(), 0)
 
 

@@ -52,14 +52,16 @@ struct {
     std::vector<std::string> paths;
 } openLog;
 
-struct {
+struct Hanging {
     std::mutex mutex;
     std::condition_variable released;
     std::string folder = std::getenv("AMBULET_HANG") == nullptr ? "" : std::getenv("AMBULET_HANG");
     const bool forTheRun = !folder.empty();
     int waiting = 0;
     bool mainThreadHasAsked = false;
-} hanging;
+};
+// Never destroyed: a thread may be waiting there when the process ends.
+Hanging& hanging = *new Hanging;
 
 // True if the main thread accesses the hanging folder. Other threads wait here until it is
 // released.
