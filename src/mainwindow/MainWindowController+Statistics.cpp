@@ -99,9 +99,19 @@ void MainWindowController::setMiles(const QString& prefix, const QString& rest) 
     placeStrideEditor();
 }
 
-std::optional<std::chrono::sys_seconds>
-MainWindowController::startOfDay(std::chrono::sys_seconds date) {
-    return ambulet::startOfDay(localDate(date));
+std::chrono::sys_seconds MainWindowController::startOfDay(std::chrono::sys_seconds date) {
+    const auto day = localDate(date);
+    if (const auto midnight = ambulet::startOfDay(day)) {
+        return *midnight;
+    }
+    // The day has no midnight. Its first instant lies between one on an earlier day and `date`.
+    std::chrono::sys_seconds earlier = date - std::chrono::days(2);
+    std::chrono::sys_seconds first = date;
+    while (first - earlier > std::chrono::seconds(1)) {
+        const std::chrono::sys_seconds middle = earlier + (first - earlier) / 2;
+        (localDate(middle) == day ? first : earlier) = middle;
+    }
+    return first;
 }
 
 }  // namespace ambulet

@@ -100,9 +100,9 @@ class MainWindowController final : public WindowController, public TableViewData
     /// Shows the statistics of the days `steps`, which are sorted, newest first.
     void updateStatsForSteps(std::span<const DailySteps> steps);
 
-    /// The instant at which the local calendar day of `date` begins. Empty if that day has no
-    /// midnight.
-    static std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::sys_seconds date);
+    /// The first instant of the local calendar day of `date`: midnight or, where the clocks skip
+    /// it, the instant after the gap.
+    static std::chrono::sys_seconds startOfDay(std::chrono::sys_seconds date);
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
 

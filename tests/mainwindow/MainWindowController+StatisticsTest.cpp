@@ -221,6 +221,16 @@ TEST_F(StatisticsTest, theStartOfADayIsThatOfTheLocalTimeZone) {
     EXPECT_EQ(MainWindowController::startOfDay(day + 5h), day + 5h);
 }
 
+// On 2018-11-04 the clocks of Sao Paulo went from 00:00 to 01:00, at 03:00 UTC.
+TEST_F(StatisticsTest, theStartOfADayWithoutMidnightIsItsFirstInstant) {
+    const ScopedTimeZone zone("America/Sao_Paulo");
+    using namespace std::chrono_literals;
+    const std::chrono::sys_days day = 2018y / 11 / 4;
+    for (const auto time : {3h, 12h, 25h}) {
+        EXPECT_EQ(MainWindowController::startOfDay(day + time), day + 3h);
+    }
+}
+
 TEST_F(StatisticsTest, theStartOfADayDropsTheTimeOfDay) {
     using namespace std::chrono_literals;
     const std::chrono::sys_days day = 2025y / 3 / 2;
