@@ -4,12 +4,14 @@
 // - The window follows a switch between light and dark.
 
 #include "mainwindow/ControllerTest.h"
+#include "support/Environment.h"
 #include "widgets/Contrast.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 
 #include <map>
 
@@ -237,30 +239,86 @@ TEST_F(LooksTest, theWindowFollowsASwitchOfThePalette) {
     EXPECT_EQ(switched, picture());
 }
 
-TEST_F(LooksTest, writesPicturesForInspection) {
-    const QDir pictures(QStringLiteral(AMBULET_PICTURES));
-    ASSERT_TRUE(pictures.mkpath(QStringLiteral(".")));
-    for (const auto& [name, palette] : {std::pair("light", light), {"dark", dark}}) {
-        QApplication::setPalette(palette);
+const QPalette gtk =
+    paletteOf(QColor(250, 250, 250), Qt::white, QColor(46, 52, 54), QColor(53, 132, 228));
+const QPalette kde = paletteOf(QColor(239, 240, 241), QColor(252, 252, 252), QColor(35, 38, 41),
+                               QColor(61, 174, 233));
+
+class PicturesTest : public LooksTest {
+  protected:
+    PicturesTest() { EXPECT_TRUE(pictures.mkpath(QStringLiteral("."))); }
+
+    void save(const QString& name, double scale = 1) const {
+        QCoreApplication::processEvents();
+        QImage picture((QSizeF(controller->window()->size()) * scale).toSize(),
+                       QImage::Format_RGB32);
+        picture.setDevicePixelRatio(scale);
+        controller->window()->render(&picture);
+        EXPECT_TRUE(picture.save(pictures.filePath(QStringLiteral("window-%1.png").arg(name))));
+    }
+
+    void loadAndSelect() {
         loadLongTexts();
         controller->window()->activateWindow();
         click(1);
         click(6, Qt::ShiftModifier);
-        for (const auto& [kind, size] : {std::pair("wide", QSize(1200, 700)),
-                                         {"minimum", controller->window()->minimumSizeHint()}}) {
-            controller->window()->resize(size);
-            QCoreApplication::processEvents();
-            for (const int scale : {1, 2}) {
-                QImage picture(controller->window()->size() * scale, QImage::Format_RGB32);
-                picture.setDevicePixelRatio(scale);
-                controller->window()->render(&picture);
-                const QString file = QStringLiteral("window-%1-%2-%3.png")
-                                         .arg(QLatin1String(name), QLatin1String(kind))
-                                         .arg(scale);
-                EXPECT_TRUE(picture.save(pictures.filePath(file)));
-            }
-        }
     }
+
+    // The month at the top pinned, the focus marked.
+    void scrollAndMark() {
+        settle();
+        controller->tableView()->setFocus(Qt::TabFocusReason);
+        controller->tableView()->verticalScrollBar()->setValue(30);
+    }
+
+    const QDir pictures{QStringLiteral(AMBULET_PICTURES)};
+};
+
+TEST_F(PicturesTest, writesEachPaletteToLookAt) {
+    for (const auto& [palette, name] : {std::pair(light, QStringLiteral("light")),
+                                        {dark, QStringLiteral("dark")},
+                                        {gtk, QStringLiteral("gtk")},
+                                        {kde, QStringLiteral("kde")}}) {
+        QApplication::setPalette(palette);
+        UserDefaults nothing(path("nothing.ini"));
+        controller = std::make_unique<MainWindowController>(nothing, Bundle::main());
+        controller->showWindow();
+        save(name + QStringLiteral("-empty"));
+        loadAndSelect();
+        controller->window()->resize(1200, 700);
+        save(name + QStringLiteral("-wide"));
+        controller->strideDidClick();
+        save(name + QStringLiteral("-editor"));
+        controller->cancelStrideEdit();
+        scrollAndMark();
+        save(name + QStringLiteral("-minimum"));
+        controller->tableView()->selectRowIndexes({0, 5});
+        save(name + QStringLiteral("-months-selected"));
+    }
+}
+
+TEST_F(PicturesTest, writesEachScaleToLookAt) {
+    QApplication::setPalette(light);
+    loadAndSelect();
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        save(QStringLiteral("scale-%1").arg(scale), scale);
+    }
+}
+
+TEST_F(PicturesTest, writesEachLanguageAndALargeFontToLookAt) {
+    QApplication::setPalette(light);
+    for (const char* locale : {"de_DE", "ar_EG", "he_IL", "fa_IR", "ja_JP", "th_TH"}) {
+        const ScopedLocale language(locale + std::string(".UTF-8"));
+        loadAndSelect();
+        save(QLatin1String(locale));
+    }
+    QFont font = QApplication::font();
+    font.setPointSizeF(20);
+    QApplication::setFont(font);
+    loadAndSelect();
+    save(QStringLiteral("large-font"));
+    controller->strideDidClick();
+    save(QStringLiteral("large-font-editor"));
 }
 
 }  // namespace
