@@ -85,7 +85,6 @@ void TableView::paintPinnedRow(QPainter& painter) const {
     const int row = pinnedRow();
     QStyleOptionViewItem option;
     initViewItemOption(&option);
-    option.state.setFlag(QStyle::State_Active, isActiveWindow());
     for (int column = 0; column < _model->columnCount(); ++column) {
         option.rect =
             QRect(columnViewportPosition(column), place.top(), columnWidth(column), place.height());

@@ -40,6 +40,12 @@ std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     return rows;
 }
 
+// Held while clicking, too.
+bool isModifier(int key) {
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
+           key == Qt::Key_Meta || key == Qt::Key_AltGr;
+}
+
 }  // namespace
 
 TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableModel(this)) {
@@ -201,7 +207,7 @@ QModelIndex TableView::selectableIndex(int row, int step) const {
 }
 
 void TableView::keyPressEvent(QKeyEvent* event) {
-    _focusVisible = true;
+    _focusVisible = _focusVisible || !isModifier(event->key());
     if (event->key() == Qt::Key_Escape) {
         deselectAll();
     } else if (event->matches(QKeySequence::Copy)) {

@@ -441,6 +441,23 @@ TEST_F(TableViewTest, theFocusIsVisibleIfItCameByKeyboard) {
     EXPECT_NE(table.viewport()->grab().toImage(), without);
 }
 
+TEST_F(TableViewTest, aModifierHeldForAClickDoesNotMakeTheFocusVisible) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    table.setFocus(Qt::MouseFocusReason);
+    const QImage without = table.viewport()->grab().toImage();
+    for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_Meta}) {
+        QTest::keyPress(&table, key);
+        EXPECT_EQ(table.viewport()->grab().toImage(), without) << key;
+        QTest::keyRelease(&table, key);
+    }
+    QTest::keyClick(&table, Qt::Key_Down);
+    const QImage with = table.viewport()->grab().toImage();
+    QTest::keyPress(&table, Qt::Key_Shift);
+    EXPECT_EQ(table.viewport()->grab().toImage(), with);
+    QTest::keyRelease(&table, Qt::Key_Shift);
+}
+
 TEST_F(TableViewTest, groupRowsHaveABackgroundMixedFromThePalettesColours) {
     QPalette dark;
     dark.setColor(QPalette::Base, Qt::black);
@@ -665,7 +682,27 @@ TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderThePinnedRow) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({5, 6, 7, 8}));
 }
 
-TEST_F(PinnedRowTest, aSelectedPinnedRowIsDrawnAsSelected) {
+TEST_F(PinnedRowTest, itIsDrawnAsInItsOwnPlaceWithAndWithoutTheFocusInFrontAndBehind) {
+    QPalette palette;
+    palette.setColor(QPalette::Inactive, QPalette::Text, Qt::red);
+    table.setPalette(palette);
+    QWidget other;
+    other.show();
+    for (const bool inFront : {true, false}) {
+        QWidget& window = inFront ? table : other;
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        for (const bool focus : {true, false}) {
+            focus ? table.setFocus(Qt::MouseFocusReason) : table.clearFocus();
+            scrollTo(0);
+            const QImage own = top();
+            scrollTo(5 * height());
+            EXPECT_EQ(top(), own) << inFront << focus;
+        }
+    }
+}
+
+TEST_F(PinnedRowTest, itIsDrawnAsSelectedWhereItCountsSo) {
     table.selectRowIndexes({0});
     const QImage own = top();
     scrollTo(5 * height());
