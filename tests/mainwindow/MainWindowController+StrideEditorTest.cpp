@@ -137,7 +137,7 @@ TEST_F(StrideEditorTest, closingTheWindowStoresTheStride) {
 
 TEST_F(StrideEditorTest, quittingStoresTheStride) {
     openAndType("3");
-    Q_EMIT qApp->aboutToQuit({});
+    ASSERT_TRUE(QMetaObject::invokeMethod(qApp, "aboutToQuit"));
     EXPECT_EQ(stored(), 3.0);
 }
 
