@@ -32,24 +32,10 @@ bool isHexDigit(char16_t character) {
 
 // The character for an escape, a backslash and this letter. Other letters stand for themselves.
 char16_t escaped(char16_t letter) {
-    switch (letter) {
-    case u'a':
-        return u'\a';
-    case u'b':
-        return u'\b';
-    case u'f':
-        return u'\f';
-    case u'n':
-        return u'\n';
-    case u'r':
-        return u'\r';
-    case u't':
-        return u'\t';
-    case u'v':
-        return u'\v';
-    default:
-        return letter;
-    }
+    constexpr std::u16string_view letters = u"abfnrtv";
+    constexpr std::u16string_view characters = u"\a\b\f\n\r\t\v";
+    const std::size_t at = letters.find(letter);
+    return at == std::u16string_view::npos ? letter : characters[at];
 }
 
 // Removes the digits at the start of `text`, and returns the character with that code.

@@ -1,9 +1,9 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include "widgets/AccessibleRole.h"
 #include "widgets/AutoresizingLayout.h"
 #include "widgets/ScreenFit.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QFontInfo>
 #include <QKeyEvent>
@@ -18,13 +18,6 @@ namespace ambulet {
 
 namespace {
 
-// Qt announces a plain top-level widget to assistive programs as a filler, not as a window.
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    return className == QLatin1String(AuxiliaryWindow::staticMetaObject.className())
-               ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Window)
-               : nullptr;
-}
-
 // The views' frames and fonts are designed for a system font of 13 pixels.
 constexpr int designPixels = 13;
 constexpr int largestUsualPixels = 16;  // 12 points at 96 dots per inch
@@ -38,7 +31,8 @@ double scaleForUserFont() {
 
 AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing)
     : _sizing(sizing), _content(new AutoresizingLayout(content, this)) {
-    QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
+    // Qt's own role of a plain top-level widget is that of a filler.
+    setAccessibleRole<AuxiliaryWindow, QAccessible::Window>();
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (sizing == Sizing::Resizable) {

@@ -3,23 +3,14 @@
 
 #include "widgets/ImageView.h"
 
-#include <QAccessibleWidget>
+#include "widgets/AccessibleRole.h"
+
 #include <QPainter>
 
 namespace ambulet {
 
-namespace {
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    return className == QLatin1String(ImageView::staticMetaObject.className())
-               ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Graphic)
-               : nullptr;
-}
-
-}  // namespace
-
 ImageView::ImageView() {
-    QAccessible::installFactory(makeAccessible);  // Qt ignores repeated calls
+    setAccessibleRole<ImageView, QAccessible::Graphic>();
 }
 
 void ImageView::setImage(const QImage& image, const QString& description) {
