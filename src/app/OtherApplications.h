@@ -11,8 +11,6 @@ class OtherApplications {
   public:
     OtherApplications();
     ~OtherApplications();
-    OtherApplications(const OtherApplications&) = delete;
-    OtherApplications& operator=(const OtherApplications&) = delete;
 
     /// Whether `hide` works here: it needs X11 and a window manager that lists its windows.
     static bool canHide();
