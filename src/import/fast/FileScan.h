@@ -10,29 +10,29 @@ namespace ambulet {
 
 class InputFile;
 
-/// A boundary (see TagScanner) in a file.
+/// A boundary in a file (see TagScanner).
 struct ScanPlace {
     std::uint64_t offset = 0;
-    TagScanner::ElementNames open;  // the elements that are open there, the root first
+    TagScanner::ElementNames open;  // the open elements, the root first
 };
 
-/// Scans a file from a place on, for step records, as far as it can be verified to be well-formed.
+/// Scans a part of a file for step records, as long as it can verify that the file is well-formed.
 struct FileScan {
-    /// Threads at once, the calling one among them. Fewer where the system has no more. One thread
-    /// reads the file in order.
+    /// The number of threads, including the calling one; fewer if the system has no more. With 1 the
+    /// file is read in order.
     unsigned threads = 1;
 
-    /// Bytes that are read at once in order; and that a thread reads at once. Up to 8 MiB, they
-    /// make no difference to the result.
+    /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a thread
+    /// reads. At most 8 MiB. They make no difference to the result.
     std::size_t blockSize = std::size_t{256} * 1024;
     std::size_t chunkSize = std::size_t{512} * 1024;
 
-    /// The bytes that all long tags (TagScanner::longTag) may have together.
+    /// The limit of the bytes of all long tags (TagScanner::longTag) together.
     std::uint64_t mostLongTagBytes = ~std::uint64_t{0};
 
-    /// Scans `file` from `start` on, adds the step records to `sums`, and returns the place where
-    /// it gave up. All step records before that place are added, and no others. An error in reading
-    /// the file ends the scan like its end. Throws what a thread threw.
+    /// Scans `file`, starting at `start`, and returns the boundary at which it stopped. Adds exactly
+    /// the step records before that boundary to `sums`. A read error counts as the end of the file.
+    /// Throws the exceptions of the threads.
     ScanPlace scan(const InputFile& file, ScanPlace start, StepSums& sums) const;
 };
 

@@ -9,26 +9,25 @@
 
 namespace ambulet {
 
-/// Verifies markup byte by byte. What it accepts is well-formed in every XML 1.0 document in UTF-8
-/// without declared entities. It refuses some that is well-formed, too: names beyond ASCII, names
-/// that the table has no room for.
+/// Verifies markup byte by byte. Accepted markup is well-formed in every XML 1.0 document in UTF-8
+/// without declared entities. Some well-formed markup is refused: non-ASCII names, and names that do
+/// not fit into the table.
 ///
-/// 32 null characters must follow the last byte. They are refused, as they may not stand in a
-/// document.
+/// 32 null characters must follow the last byte. They are refused, because XML does not allow them.
 namespace StrictParser {
 
-/// The markup from the closing quote of a value at `at` up to and with the opening quote of the
-/// next one; or up to a "<" in content, from `stop` on or after much markup. None where it is
-/// refused.
+/// Parses markup. It starts at `at`, the closing quote of a value, and ends after the opening quote of
+/// the next value, or before a "<" in content that is at or after `stop` or follows much markup.
+/// Nothing if it is refused.
 std::optional<Markup> afterValue(Names& names, const char* at, const char* stop);
 
-/// The same from a place in the content of an element on.
+/// Like `afterValue`, but `at` is in the content of an element.
 std::optional<Markup> inContent(Names& names, const char* at, const char* stop);
 
-/// Where the value at `at` ends: at its closing quote, or at the first byte that is refused.
+/// The end of the value at `at`: its closing quote, or the first byte that is refused.
 const char* valueEnd(const char* at, char quote);
 
-/// An accepted value as it is reported: references are resolved, white space is normalised.
+/// The text of an accepted value, with references resolved and white space normalised.
 std::string decoded(std::string_view value);
 
 }  // namespace StrictParser
