@@ -4,6 +4,7 @@
 #include "platform/Bundle.h"
 #include "support/AuxiliaryWindowCase.h"
 #include "support/ChangingBundle.h"
+#include "support/ScopedFontSize.h"
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
@@ -223,10 +224,7 @@ TEST_F(AboutWindowControllerTest, theIconIsTheApplicationIcon) {
 }
 
 TEST_F(AboutWindowControllerTest, textsGrowWithTheUsersFontAndStillFitTheirRows) {
-    const QFont before = QApplication::font();
-    QFont large = before;
-    large.setPixelSize(26);
-    QApplication::setFont(large);
+    const ScopedFontSize large(26);
     AboutWindowController other(Bundle::main());
     other.showWindow();
     EXPECT_EQ(other.window()->size(), QSize(720, 520));
@@ -239,7 +237,6 @@ TEST_F(AboutWindowControllerTest, textsGrowWithTheUsersFontAndStillFitTheirRows)
         EXPECT_LE(row.sizeHint().width(), row.width()) << name;
     }
     EXPECT_TRUE(other.window()->findChild<LinkButton*>(u"link"_s)->font().underline());
-    QApplication::setFont(before);
 }
 
 TEST_F(AboutWindowControllerTest, theIconViewIsEmptyIfTheApplicationHasNoIcon) {

@@ -3,6 +3,7 @@
 #include "help/HelpPages.h"
 #include "platform/Bundle.h"
 #include "support/AuxiliaryWindowCase.h"
+#include "support/ScopedFontSize.h"
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace ambulet {
@@ -256,10 +258,7 @@ TEST_F(HelpWindowControllerTest, assistiveProgramsAreToldWhatEachPictureShows) {
 }
 
 TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontLikeTheWindow) {
-    const QFont before = QApplication::font();
-    QFont large = before;
-    large.setPixelSize(26);
-    QApplication::setFont(large);
+    std::optional<ScopedFontSize> large(26);
     HelpWindowController other(Bundle::main());
     const auto sizeOf = [&other](const char* name) {
         return other.window()->findChild<QWidget*>(QString::fromLatin1(name))->font().pixelSize();
@@ -268,7 +267,7 @@ TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontLikeTheWindow) {
     EXPECT_EQ(sizeOf("pageIndicator"), 22);
     EXPECT_EQ(sizeOf("prevButton"), 26);
     EXPECT_EQ(other.window()->size(), QSize(1440, 1480));
-    QApplication::setFont(before);
+    large.reset();
     EXPECT_TRUE(QTest::qWaitFor([&sizeOf] { return sizeOf("captionField") == 13; }));
 }
 

@@ -89,14 +89,23 @@ void logOpen(const char* path) {
     }
 }
 
-// The mode argument, which is there only if the flags may create a file.
-mode_t modeIn(int flags, va_list arguments) {
-    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
-}
-
 template <typename Function>
 Function* real(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+// Calls the function `name`, or fails if it would hang.
+template <typename Argument>
+int unlessHanging(const char* name, const char* path, Argument argument) {
+    return hangs(path) ? -1 : real<int(const char*, Argument)>(name)(path, argument);
+}
+
+int openIn(int folder, const char* path, int flags, va_list arguments) {
+    static auto* const next = real<int(int, const char*, int, ...)>("openat");
+    // The mode is passed only if the flags may create a file.
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    logOpen(path);
+    return hangs(path) ? -1 : next(folder, path, flags, mode);
 }
 
 }  // namespace
@@ -227,35 +236,23 @@ int statx(int folder, const char* path, int flags, unsigned mask, struct statx* 
     return result;
 }
 
-int open64(const char* path, int flags, ...) {
-    static auto* const next = ambulet::real<int(const char*, int, ...)>("open64");
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = ambulet::modeIn(flags, arguments);
-    va_end(arguments);
-    ambulet::logOpen(path);
-    return ambulet::hangs(path) ? -1 : next(path, flags, mode);
-}
-
 int open(const char* path, int flags, ...) {
-    static auto* const next = ambulet::real<int(const char*, int, ...)>("open");
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = ambulet::modeIn(flags, arguments);
+    const int file = ambulet::openIn(AT_FDCWD, path, flags, arguments);
     va_end(arguments);
-    ambulet::logOpen(path);
-    return ambulet::hangs(path) ? -1 : next(path, flags, mode);
+    return file;
 }
 
 int openat(int folder, const char* path, int flags, ...) {
-    static auto* const next = ambulet::real<int(int, const char*, int, ...)>("openat");
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = ambulet::modeIn(flags, arguments);
+    const int file = ambulet::openIn(folder, path, flags, arguments);
     va_end(arguments);
-    ambulet::logOpen(path);
-    return ambulet::hangs(path) ? -1 : next(folder, path, flags, mode);
+    return file;
 }
+
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 DIR* opendir(const char* path) {
     static auto* const next = ambulet::real<DIR*(const char*)>("opendir");
@@ -264,28 +261,23 @@ DIR* opendir(const char* path) {
 }
 
 int stat(const char* path, struct stat* status) noexcept {
-    static auto* const next = ambulet::real<int(const char*, struct stat*)>("stat");
-    return ambulet::hangs(path) ? -1 : next(path, status);
+    return ambulet::unlessHanging("stat", path, status);
 }
 
 int lstat(const char* path, struct stat* status) noexcept {
-    static auto* const next = ambulet::real<int(const char*, struct stat*)>("lstat");
-    return ambulet::hangs(path) ? -1 : next(path, status);
+    return ambulet::unlessHanging("lstat", path, status);
 }
 
 int stat64(const char* path, struct stat64* status) noexcept {
-    static auto* const next = ambulet::real<int(const char*, struct stat64*)>("stat64");
-    return ambulet::hangs(path) ? -1 : next(path, status);
+    return ambulet::unlessHanging("stat64", path, status);
 }
 
 int lstat64(const char* path, struct stat64* status) noexcept {
-    static auto* const next = ambulet::real<int(const char*, struct stat64*)>("lstat64");
-    return ambulet::hangs(path) ? -1 : next(path, status);
+    return ambulet::unlessHanging("lstat64", path, status);
 }
 
 int access(const char* path, int mode) noexcept {
-    static auto* const next = ambulet::real<int(const char*, int)>("access");
-    return ambulet::hangs(path) ? -1 : next(path, mode);
+    return ambulet::unlessHanging("access", path, mode);
 }
 
 ssize_t readlink(const char* path, char* target, size_t size) noexcept {

@@ -9,8 +9,19 @@ namespace ambulet {
 // has an effect on the whole process as long as its object exists. Only one object of each class
 // may exist at a time.
 
+/// A class whose objects cannot be copied.
+class NotCopyable {
+  public:
+    NotCopyable(const NotCopyable&) = delete;
+    NotCopyable& operator=(const NotCopyable&) = delete;
+
+  protected:
+    NotCopyable() = default;
+    ~NotCopyable() = default;
+};
+
 /// Makes a call to the operating system fail.
-class Fault {
+class Fault : NotCopyable {
   public:
     enum class Call { Open, Write, Fsync, Rename };
 
@@ -18,38 +29,30 @@ class Fault {
     /// is set, a failing write first writes half of its data.
     Fault(Call call, int at, int error, bool isShort = false);
     ~Fault();
-    Fault(const Fault&) = delete;
-    Fault& operator=(const Fault&) = delete;
 
     /// The number of calls that have failed.
     int failures() const;
 };
 
 /// Hides the birth times of files. Some file systems have none.
-class NoBirthTimes {
+class NoBirthTimes : NotCopyable {
   public:
     NoBirthTimes();
     ~NoBirthTimes();
-    NoBirthTimes(const NoBirthTimes&) = delete;
-    NoBirthTimes& operator=(const NoBirthTimes&) = delete;
 };
 
 /// Changes the device number of every file system.
-class OtherDevices {
+class OtherDevices : NotCopyable {
   public:
     OtherDevices();
     ~OtherDevices();
-    OtherDevices(const OtherDevices&) = delete;
-    OtherDevices& operator=(const OtherDevices&) = delete;
 };
 
 /// Makes starting a thread fail.
-class NoThreads {
+class NoThreads : NotCopyable {
   public:
     NoThreads();
     ~NoThreads();
-    NoThreads(const NoThreads&) = delete;
-    NoThreads& operator=(const NoThreads&) = delete;
 };
 
 /// Simulates a mount that hangs: threads that access anything below `folder` wait until this object
@@ -57,24 +60,20 @@ class NoThreads {
 ///
 /// The environment variable AMBULET_HANG does the same for a folder for the whole run of a program,
 /// but there the main thread waits, too.
-class HangingFolder {
+class HangingFolder : NotCopyable {
   public:
     explicit HangingFolder(const std::string& folder);
     ~HangingFolder();
-    HangingFolder(const HangingFolder&) = delete;
-    HangingFolder& operator=(const HangingFolder&) = delete;
 
     bool otherThreadWaits() const;
     bool mainThreadHasAsked() const;
 };
 
 /// Records the paths of all files and folders that the process opens.
-class OpenLog {
+class OpenLog : NotCopyable {
   public:
     OpenLog();
     ~OpenLog();
-    OpenLog(const OpenLog&) = delete;
-    OpenLog& operator=(const OpenLog&) = delete;
 
     std::vector<std::string> paths() const;
 };

@@ -1,5 +1,6 @@
 #include "widgets/AuxiliaryWindow.h"
 
+#include "support/ScopedFontSize.h"
 #include "widgets/AutoresizingLayout.h"
 
 #include <QAccessible>
@@ -142,22 +143,6 @@ TEST(AuxiliaryWindow, aMenuBarIsAboveTheContentWhichKeepsItsSize) {
         expectCentered(window);
     }
 }
-
-// Sets the size of the application's font, and restores it when destroyed.
-class ScopedFontSize {
-  public:
-    explicit ScopedFontSize(int pixels) {
-        QFont font = _before;
-        font.setPixelSize(pixels);
-        QApplication::setFont(font);
-    }
-    ~ScopedFontSize() { QApplication::setFont(_before); }
-    ScopedFontSize(const ScopedFontSize&) = delete;
-    ScopedFontSize& operator=(const ScopedFontSize&) = delete;
-
-  private:
-    const QFont _before = QApplication::font();
-};
 
 TEST(AuxiliaryWindow, usualFontSizesDoNotChangeTheSize) {
     for (const int pixels : {8, 12, 16}) {
