@@ -258,6 +258,21 @@ class Program:
         """Chooses an item of a menu of the window in front."""
         self.click(next(node for node in self.open_menu(menu) if node.get_name() == item))
 
+    def choose_file(self, file):
+        """Chooses a file in the file dialog."""
+        self.wait_until_in_front()
+        self.click(self.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
+        self.wait_until_in_front(DIALOG)
+        type_text(str(file))
+        key("Return")
+
+    def set_stride(self, text):
+        """Types a stride into the editor and commits it."""
+        self.wait_until_in_front()
+        self.click(self.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
+        type_text(text)
+        key("Return")
+
     def end(self):
         """Waits for the process to end; returns its exit status."""
         return self.process.wait(PATIENCE)

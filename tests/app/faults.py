@@ -10,7 +10,7 @@ import tempfile
 import time
 import unittest
 
-from driver import (DIALOG, FAULTS, MAIN, Atspi, ProgramTest, close, key, type_text, wait_for,
+from driver import (FAULTS, MAIN, Atspi, ProgramTest, close, key, wait_for,
                     windows_named)
 
 RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
@@ -46,16 +46,9 @@ class Faults(ProgramTest):
 
         program = self.start(AMBULET_HANG=str(mount), **FAULTS)
         program.label("Parsing XML…")
-        program.wait_until_in_front()
-        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
-        program.wait_until_in_front(DIALOG)
-        type_text(str(other))
-        key("Return")
+        program.choose_file(other)
         program.label(r"Loaded 31 days of data\.")
-        program.wait_until_in_front()
-        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
-        type_text("3.25")
-        key("Return")
+        program.set_stride("3.25")
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
         self.quit(program)
 
@@ -65,10 +58,7 @@ class Faults(ProgramTest):
         program.label(r"Loaded 31 days of data\.")
         limits = f"--pid={program.process.pid}"
         subprocess.run(["prlimit", limits, "--nofile=3:"], check=True)
-        program.wait_until_in_front()
-        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
-        type_text("3.25")
-        key("Return")
+        program.set_stride("3.25")
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")  # kept in memory
         self.assertNotIn("strideFootLength", self.settings_file.read_text())
         subprocess.run(["prlimit", limits, "--nofile=1024:"], check=True)

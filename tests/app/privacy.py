@@ -11,8 +11,8 @@ import tempfile
 import unittest
 
 import landlock
-from driver import (ABOUT, DIALOG, GUIDE, PROGRAM, Atspi, ProgramTest, close, front_window, key,
-                    type_text, wait_for, windows_named)
+from driver import (ABOUT, GUIDE, PROGRAM, Atspi, ProgramTest, close, front_window, key,
+                    wait_for, windows_named)
 
 # Paths of the system, which have nothing to do with the user's files.
 SYSTEM = ["/usr", "/lib", "/lib64", "/bin", "/etc", "/proc", "/sys", "/dev", "/var/cache/fontconfig",
@@ -56,16 +56,9 @@ class Privacy(ProgramTest):
             program.label(f"{page} of 5")
             key("Return")
         wait_for("the guide to close", lambda: not windows_named(GUIDE))
-        program.wait_until_in_front()
-        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
-        program.wait_until_in_front(DIALOG)
-        type_text(str(self.file))
-        key("Return")
+        program.choose_file(self.file)
         program.label(r"Loaded [1-9]\d* days of data\.")
-        program.wait_until_in_front()
-        program.click(program.find(Atspi.Role.PUSH_BUTTON, "Miles: .*"))
-        type_text("3.25")
-        key("Return")
+        program.set_stride("3.25")
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
         program.choose("Help", "Getting Started…")
         program.wait_until_in_front(GUIDE)

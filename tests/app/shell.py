@@ -3,33 +3,12 @@
 import os
 import unittest
 
+from dark import DARK, DARK_COLORS
 from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, close, front_window, is_minimized, key,
                     wait_for, walk, window_property, windows_named, xdotool)
 
 MWM_MINIMIZE_DECORATION = 0x20
 MWM_MAXIMIZE_DECORATION = 0x40
-
-# The settings of a dark desktop.
-DARK = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
-DARK_COLORS = """[Colors:Window]
-BackgroundNormal=42,46,50
-ForegroundNormal=252,252,252
-[Colors:View]
-BackgroundNormal=27,30,32
-BackgroundAlternate=35,38,41
-ForegroundNormal=252,252,252
-ForegroundLink=29,153,243
-ForegroundVisited=155,89,182
-[Colors:Button]
-BackgroundNormal=49,54,59
-ForegroundNormal=252,252,252
-[Colors:Selection]
-BackgroundNormal=61,174,233
-ForegroundNormal=252,252,252
-[Colors:Tooltip]
-BackgroundNormal=49,54,59
-ForegroundNormal=252,252,252
-"""
 
 
 class Shell(ProgramTest):

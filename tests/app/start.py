@@ -4,23 +4,10 @@ nothing in between."""
 import collections
 import unittest
 
+from dark import DARK, DARK_COLORS
 from driver import MAIN, PICTURES, Program, ProgramTest
 from film import Film, save
 
-KDE = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
-DARK = """[Colors:Window]
-BackgroundNormal=49,54,59
-ForegroundNormal=239,240,241
-[Colors:View]
-BackgroundNormal=35,38,41
-ForegroundNormal=239,240,241
-[Colors:Button]
-BackgroundNormal=49,54,59
-ForegroundNormal=239,240,241
-[Colors:Selection]
-BackgroundNormal=61,174,233
-ForegroundNormal=252,252,252
-"""
 # The window's lower left corner is left out, because the progress indicator moves there.
 INDICATOR_WIDTH, INDICATOR_HEIGHT = 90, 30
 
@@ -84,8 +71,8 @@ class Start(ProgramTest):
         self.film_all("light")
 
     def test_the_complete_form_appears_before_the_rows_on_a_dark_desktop(self):
-        (self.configuration / "kdeglobals").write_text(DARK)
-        self.film_all("dark", **KDE)
+        (self.configuration / "kdeglobals").write_text(DARK_COLORS)
+        self.film_all("dark", **DARK)
 
 
 if __name__ == "__main__":
