@@ -18,8 +18,8 @@ struct ScanPlace {
 
 /// Scans a part of a file for step records, as long as it can verify that the file is well-formed.
 struct FileScan {
-    /// The number of threads, including the calling one; fewer if the system has no more. With 1 the
-    /// file is read in order.
+    /// The number of threads, including the calling one; fewer if the system has no more. With 1
+    /// the file is read in order.
     unsigned threads = 1;
 
     /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a thread
@@ -30,9 +30,9 @@ struct FileScan {
     /// The limit of the bytes of all long tags (TagScanner::longTag) together.
     std::uint64_t mostLongTagBytes = ~std::uint64_t{0};
 
-    /// Scans `file`, starting at `start`, and returns the boundary at which it stopped. Adds exactly
-    /// the step records before that boundary to `sums`. A read error counts as the end of the file.
-    /// Throws the exceptions of the threads.
+    /// Scans `file`, starting at `start`, and returns the boundary at which it stopped. Adds
+    /// exactly the step records before that boundary to `sums`. A read error counts as the end of
+    /// the file. Throws the exceptions of the threads.
     ScanPlace scan(const InputFile& file, ScanPlace start, StepSums& sums) const;
 };
 
