@@ -46,9 +46,16 @@ QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& o
     return towards;
 }
 
+QColor groupRowColor(const QPalette& palette) {
+    return mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.08);
+}
+
 QColor separatorColor(const QPalette& palette) {
-    const QColor ground = palette.color(QPalette::Window);
-    return withContrast(ground, palette.color(QPalette::WindowText), ground, markContrast);
+    QColor color = palette.color(QPalette::Window);
+    for (const QColor& ground : {color, palette.color(QPalette::Base), groupRowColor(palette)}) {
+        color = withContrast(color, palette.color(QPalette::WindowText), ground, markContrast);
+    }
+    return color;
 }
 
 }  // namespace ambulet

@@ -24,7 +24,11 @@ QColor blackOrWhite(const QColor& ground);
 /// `other`. `towards` if no mixture has that contrast.
 QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& other, double ratio);
 
-/// The colour of a line on the window's background: as faint as `markContrast` allows.
+/// The background of a group row in a list.
+QColor groupRowColor(const QPalette& palette);
+
+/// The colour of a line on the backgrounds of a window, a list and its group rows: as faint as
+/// `markContrast` with each allows.
 QColor separatorColor(const QPalette& palette);
 
 }  // namespace ambulet

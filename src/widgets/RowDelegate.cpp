@@ -35,8 +35,7 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
             option->state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
         option->palette.setCurrentColorGroup(group);
         if (!selected) {
-            option->backgroundBrush = mixed(option->palette.color(QPalette::Base),
-                                            option->palette.color(QPalette::Text), 0.08);
+            option->backgroundBrush = groupRowColor(option->palette);
         }
     }
 }

@@ -19,7 +19,9 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     initStyleOption(&option);
     option.rect = rect;
     initStyleOptionForIndex(&option, logicalIndex);
-    style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+    // Not the style's ground: Fusion's has a gradient, and no line has enough contrast with all of
+    // it.
+    painter->fillRect(rect, palette().color(QPalette::Window));
     painter->setPen(separatorColor(palette()));
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());
     if (visualIndex(logicalIndex) < count() - 1) {
@@ -30,7 +32,8 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
         _padding + cellMargin() - style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
     option.rect = rect.adjusted(inset, 0, -inset, 0);
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
-    painter->setPen(palette().color(QPalette::ButtonText));
+    option.palette.setColor(QPalette::ButtonText, palette().color(QPalette::WindowText));
+    painter->setPen(palette().color(QPalette::WindowText));
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
 }
 

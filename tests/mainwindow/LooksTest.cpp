@@ -44,6 +44,11 @@ const QPalette light = paletteOf(QColor(239, 239, 239), Qt::white, Qt::black, QC
 const QPalette dark =
     paletteOf(QColor(49, 54, 59), QColor(35, 38, 41), QColor(239, 240, 241), QColor(61, 174, 233));
 
+const QPalette gtk =
+    paletteOf(QColor(250, 250, 250), Qt::white, QColor(46, 52, 54), QColor(53, 132, 228));
+const QPalette kde = paletteOf(QColor(239, 240, 241), QColor(252, 252, 252), QColor(35, 38, 41),
+                               QColor(61, 174, 233));
+
 class LooksTest : public ControllerTest {
   protected:
     LooksTest() : _palette(QApplication::palette()), _font(QApplication::font()) {}
@@ -199,7 +204,7 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows)
         const auto expectContrast = [&](const QWidget* view, QRect part, const char* what) {
             EXPECT_GE(bestContrast(picture.copy(
                           QRect(view->mapTo(controller->window(), part.topLeft()), part.size()))),
-                      4.5)
+                      textContrast)
                 << what;
         };
         for (const QLabel* label : statisticsLabels()) {
@@ -217,6 +222,106 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows)
         for (int row = 0; row < 3; ++row) {
             expectContrast(table.viewport(), table.visualRect(table.model()->index(row, 0)), "row");
         }
+    }
+}
+
+// `part`, in coordinates of `view`, on the screen now.
+QImage pictureOf(const QWidget& view, QRect part) {
+    part.moveTopLeft(view.mapTo(view.window(), part.topLeft()));
+    return view.window()->grab(part).toImage();
+}
+
+TEST_F(LooksTest, theTextsOfAnEmptyWindowHaveEnoughContrast) {
+    for (const QPalette& palette : {light, dark}) {
+        QApplication::setPalette(palette);
+        makeController().showWindow();
+        QCoreApplication::processEvents();
+        const QLineEdit& path = *controller->filePathField();
+        EXPECT_GE(bestContrast(pictureOf(path, path.rect().adjusted(4, 4, -4, -4))), textContrast);
+        const QWidget& rows = *controller->tableView()->viewport();
+        EXPECT_GE(bestContrast(pictureOf(rows, rows.rect())), textContrast);
+    }
+}
+
+TEST_F(LooksTest, theTextOfASelectedMonthAndOfThePinnedOneHasEnoughContrast) {
+    for (const QPalette& palette : {light, dark}) {
+        QApplication::setPalette(palette);
+        loadLongTexts();
+        settle();
+        TableView& table = *controller->tableView();
+        const auto contrastOfRow = [&](QRect row) {
+            return bestContrast(pictureOf(*table.viewport(), row.adjusted(0, 2, 0, -2)));
+        };
+        for (const bool selected : {false, true}) {
+            table.selectRowIndexes(selected ? std::vector<int>{0} : std::vector<int>{});
+            table.verticalScrollBar()->setValue(0);
+            EXPECT_GE(contrastOfRow(table.visualRect(table.model()->index(0, 0))), textContrast);
+            table.verticalScrollBar()->setValue(3);
+            const QRect pinned = table.pinnedRect();
+            ASSERT_FALSE(pinned.isNull());
+            EXPECT_GE(contrastOfRow(pinned), textContrast);
+        }
+    }
+}
+
+TEST_F(LooksTest, everyFocusMarkStandsOutFromTheGroundBesideIt) {
+    for (const QPalette& palette : {light, dark}) {
+        QApplication::setPalette(palette);
+        load({{"2025-03-02", "4000"}});
+        QWidget& window = *controller->window();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        window.setAttribute(Qt::WA_KeyboardFocusChange);  // as the Tab key does
+        auto* const button = window.findChild<QPushButton*>();
+        const QColor ground = palette.color(QPalette::Window);
+        const QColor base = palette.color(QPalette::Base);
+        for (const auto& [control, beside] :
+             std::initializer_list<std::pair<QWidget*, QColor>>{{button, ground},
+                                                                {controller->filePathField(), base},
+                                                                {controller->milesLabel(), ground},
+                                                                {controller->tableView(), base}}) {
+            window.setFocus();
+            const QImage without = pictureOf(*control, control->rect());
+            control->setFocus(Qt::TabFocusReason);
+            ASSERT_TRUE(control->hasFocus());
+            const QImage with = pictureOf(*control, control->rect());
+            int marked = 0;
+            for (int y = 0; y < with.height(); ++y) {
+                for (int x = 0; x < with.width(); ++x) {
+                    marked += with.pixel(x, y) != without.pixel(x, y) &&
+                              contrastRatio(with.pixelColor(x, y), beside) >= markContrast;
+                }
+            }
+            // An outline has about as many pixels; the text of the miles does not fill its label.
+            const int width =
+                control == controller->milesLabel() ? control->sizeHint().width() : with.width();
+            EXPECT_GE(marked, width + with.height()) << control->metaObject()->className();
+        }
+    }
+}
+
+TEST_F(LooksTest, everySeparatorStandsOutFromBothSides) {
+    for (const QPalette& palette : {light, dark, gtk, kde}) {
+        QApplication::setPalette(palette);
+        loadLongTexts();
+        settle();
+        TableView& table = *controller->tableView();
+        const QImage picture = controller->window()->grab().toImage();
+        const auto expectLine = [&](const QWidget& view, QPoint at, QPoint step, const char* what) {
+            const QPoint place = view.mapTo(controller->window(), at);
+            for (const QPoint beside : {place - step, place + step}) {
+                EXPECT_GE(contrastRatio(picture.pixelColor(place), picture.pixelColor(beside)),
+                          markContrast)
+                    << what;
+            }
+        };
+        const QFrame& box = *controller->separatorBox();
+        ASSERT_EQ(box.height(), 1);
+        expectLine(box, {5, 0}, {0, 1}, "separator");
+        const QHeaderView& header = *table.horizontalHeader();
+        const int edge = header.sectionSize(0) - 1;
+        expectLine(header, {edge, header.height() / 2}, {1, 0}, "between headers");
+        expectLine(header, {5, header.height() - 1}, {0, 1}, "below the headers");
     }
 }
 
@@ -238,11 +343,6 @@ TEST_F(LooksTest, theWindowFollowsASwitchOfThePalette) {
     EXPECT_NE(switched, first);
     EXPECT_EQ(switched, picture());
 }
-
-const QPalette gtk =
-    paletteOf(QColor(250, 250, 250), Qt::white, QColor(46, 52, 54), QColor(53, 132, 228));
-const QPalette kde = paletteOf(QColor(239, 240, 241), QColor(252, 252, 252), QColor(35, 38, 41),
-                               QColor(61, 174, 233));
 
 class PicturesTest : public LooksTest {
   protected:

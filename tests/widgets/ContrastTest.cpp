@@ -3,6 +3,8 @@
 #include <QPalette>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace ambulet {
 
 namespace {
@@ -44,9 +46,16 @@ TEST(Contrast, aSeparatorHasAContrastOfThreeToOneInLightAndDarkPalettes) {
         QPalette palette;
         palette.setColor(QPalette::Window, ground);
         palette.setColor(QPalette::WindowText, text);
-        const double contrast = contrastRatio(separatorColor(palette), ground);
-        EXPECT_GE(contrast, 3);
-        EXPECT_LT(contrast, 3.3);
+        palette.setColor(QPalette::Text, text);
+        for (const QColor& base : {ground, ground.lighter(140), ground.darker(140)}) {
+            palette.setColor(QPalette::Base, base);
+            double least = 21;
+            for (const QColor& behind : {ground, base, groupRowColor(palette)}) {
+                least = std::min(least, contrastRatio(separatorColor(palette), behind));
+            }
+            EXPECT_GE(least, 3);
+            EXPECT_LT(least, 3.3);
+        }
     }
 }
 
