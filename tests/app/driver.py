@@ -263,7 +263,10 @@ class Program:
         self.wait_until_in_front()
         self.click(self.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
         self.wait_until_in_front(DIALOG)
+        self.find(Atspi.Role.PUSH_BUTTON, "Open")
         type_text(str(file))
+        wait_for("the name in the dialog", lambda: any(
+            Atspi.Text.get_text(node, 0, -1) == str(file) for node in self.all(Atspi.Role.TEXT)))
         key("Return")
 
     def set_stride(self, text):
