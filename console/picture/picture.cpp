@@ -4,6 +4,7 @@
 // 1. starts it on the display,
 // 2. waits until it has drawn something and the screen has not changed for 1.5 seconds,
 // 3. saves the picture and ends the program.
+//
 // The exit status is 1 if the program ends by itself, the screen keeps changing for a minute, or
 // FILE cannot be written.
 

@@ -18,6 +18,7 @@ namespace ambulet {
 // - more or fewer digits in a field (ICU 72 rejects one-digit days, minutes and seconds);
 // - digits of other scripts, and additional blanks;
 // - years before 1583, for which ICU uses the Julian calendar.
+//
 // If both can parse a text, the results are equal.
 
 using namespace std::chrono;

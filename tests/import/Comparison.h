@@ -8,8 +8,8 @@ namespace ambulet {
 
 /// Reads the file at `path` with expat in blocks of the default size, and compares that with
 /// - expat in blocks of a random size, and
-/// - ExportReader on one thread, and with a random number of threads and sizes of blocks and
-/// chunks.
+/// - ExportReader on one thread, and
+/// - ExportReader with a random number of threads, and random sizes of blocks and chunks.
 ///
 /// For small files, the random sizes may be a few bytes. Returns a description of the differences;
 /// empty if there are none.

@@ -142,9 +142,8 @@ std::string enlarged(const std::string& bytes, Dice& dice, std::size_t size) {
     return result + end;
 }
 
-/// The lengths of the values of a tag, which add up to about `size`. If `ratio` is 1, the lengths
-/// are random. Otherwise each is `ratio` times the one before it, and `first` says where in this
-/// sequence they start; after the largest comes the smallest.
+/// The lengths of the values of a tag. They add up to about `size`. If `ratio` is 1, they are
+/// random. Otherwise they are a geometric sequence with that ratio, rotated by `first`.
 std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t first,
                                       double ratio) {
     constexpr std::size_t count = 120;
@@ -344,8 +343,8 @@ std::string inUtf16(std::string_view bytes, bool isBigEndian) {
     return result;
 }
 
-/// Encodes `bytes` in UTF-16: all of them, or all but the content. Each two bytes of the content
-/// are then one UTF-16 unit.
+/// Encodes `bytes` in UTF-16, or only the parts before and after the content. In the second case, a
+/// reader takes every two bytes of the content for one UTF-16 unit.
 std::string asUtf16(const std::string& bytes, Dice& dice) {
     const bool isBigEndian = dice.oneIn(2);
     std::string mark;
