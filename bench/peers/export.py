@@ -29,7 +29,7 @@ def stamp(time):
 
 
 def releases(major, models):
-    """Since when, version, model: a new system each autumn and three minor releases of it, models in turns."""
+    """The releases of a device: date, version, model. Each autumn has a new system with three minor releases."""
     return [(24 * HOUR * (365 * year + 80 * minor - 60 * (year + minor > 0) + chance.randint(0, 60)),
              f"{major + year}.{minor}" + (f".{chance.randint(1, 3)}" if rnd() < 0.4 else ""),
              models[year * len(models) // 10]) for year in range(10) for minor in range(4)]

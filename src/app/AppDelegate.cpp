@@ -16,11 +16,11 @@ namespace ambulet {
 
 namespace {
 
-// A second copy of the program restores the same frame and would exactly cover the window of the
-// first.
+// Moves a window that would cover the window of another copy of the program exactly, because both
+// restored the same frame.
 void stepAside(QWidget& window) {
     constexpr int step = 30;
-    // A window without a remembered place is placed by the window manager.
+    // If no frame is remembered, the window manager places the window.
     while (
         window.testAttribute(Qt::WA_Moved) && !window.isMaximized() &&
         OtherApplications::haveWindowAt(window.geometry().topLeft() * window.devicePixelRatio())) {

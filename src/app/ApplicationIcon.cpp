@@ -24,7 +24,8 @@ QIcon iconOfSizes(std::initializer_list<int> sizes, const Bundle& bundle) {
     return icon;
 }
 
-// Decoding the large pictures takes as long as making the window.
+// Sets the icon in all sizes after the first paint, because decoding the large ones takes as long
+// as creating the window.
 class AfterFirstPaint final : public QObject {
   public:
     explicit AfterFirstPaint(const Bundle& bundle) : QObject(qApp), _bundle(bundle) {
@@ -34,7 +35,7 @@ class AfterFirstPaint final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Expose && qobject_cast<QWindow*>(watched)->isExposed()) {
             qApp->removeEventFilter(this);
-            // The window is painted while it handles the event, and that begins only now.
+            // The window handles the event after this filter, and only then it is painted.
             QMetaObject::invokeMethod(
                 this,
                 [this] {

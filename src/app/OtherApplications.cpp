@@ -80,7 +80,7 @@ class X11 {
         return xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
     }
 
-    // Of the content of a window, on the screen; none if there is no such window.
+    // The position of a window's content on the screen; nothing if there is no such window.
     std::optional<QPoint> place(xcb_window_t window) const {
         const ReplyPointer<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
             _connection, xcb_translate_coordinates(_connection, window, root(), 0, 0), nullptr));
@@ -101,7 +101,7 @@ class X11 {
 
     void requestRestore(xcb_window_t window) const { xcb_map_window(_connection, window); }
 
-    // Has the server tell when a property of the window changes.
+    // Requests events for changes of the window's properties.
     void watchProperties(xcb_window_t window) const {
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(_connection, window, XCB_CW_EVENT_MASK, &events);
@@ -113,7 +113,7 @@ class X11 {
     xcb_connection_t* _connection;
 };
 
-// The list alone proves nothing: a window manager that has ended may have left it behind.
+// The list of windows is not enough: it may be left over from a window manager that has ended.
 bool windowManagerListsWindows(const X11& display) {
     constexpr std::string_view check = "_NET_SUPPORTING_WM_CHECK";
     const std::vector<std::uint32_t> manager = display.property(display.root(), check);
@@ -141,8 +141,8 @@ std::uint32_t stateOf(const X11& display, xcb_window_t window) {
 
 }  // namespace
 
-// The windows minimised by hide(). One that anybody restores is no longer among them, also when it
-// is minimised again.
+// The windows minimised by hide(). A window that is restored by anyone is removed, and stays
+// removed if it is minimised again.
 class OtherApplications::HiddenWindows final : public QAbstractNativeEventFilter {
   public:
     HiddenWindows() { qApp->installNativeEventFilter(this); }
@@ -177,7 +177,7 @@ class OtherApplications::HiddenWindows final : public QAbstractNativeEventFilter
         bool isMinimized;
     };
 
-    // The first change of a window's state is the one asked for here. Any later one is another's.
+    // The first change of a window's state is the requested one. Later changes are not from here.
     void propertyDidChange(const xcb_property_notify_event_t& change) {
         const auto found =
             std::find_if(_windows.begin(), _windows.end(),

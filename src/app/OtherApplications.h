@@ -22,8 +22,8 @@ class OtherApplications {
     /// Restores the windows minimised by `hide` that have not been restored since.
     void show();
 
-    /// Whether one of them has a window on the screen whose content begins at `place`, in pixels.
-    /// Always false if the platform is not X11.
+    /// Whether another application has a visible window whose content is at `place`, in pixels of
+    /// the screen. Always false if the platform is not X11.
     static bool haveWindowAt(QPoint place);
 
   private:

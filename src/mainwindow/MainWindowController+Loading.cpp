@@ -98,7 +98,7 @@ void MainWindowController::chooseFileAction() {
 }
 
 void MainWindowController::showPath(const QString& path) {
-    if (_filePathField && _filePathField->text() != path) {  // or a selection in it would be lost
+    if (_filePathField && _filePathField->text() != path) {  // setText() clears the selection
         _filePathField->setText(path);
     }
 }

@@ -104,7 +104,8 @@ std::chrono::sys_seconds MainWindowController::startOfDay(std::chrono::sys_secon
     if (const auto midnight = ambulet::startOfDay(day)) {
         return *midnight;
     }
-    // The day has no midnight. Its first instant lies between one on an earlier day and `date`.
+    // The day has no midnight. Its first instant is between an instant of an earlier day and
+    // `date`.
     std::chrono::sys_seconds earlier = date - std::chrono::days(2);
     std::chrono::sys_seconds first = date;
     while (first - earlier > std::chrono::seconds(1)) {

@@ -100,8 +100,8 @@ class MainWindowController final : public WindowController, public TableViewData
     /// Shows the statistics of the days `steps`, which are sorted, newest first.
     void updateStatsForSteps(std::span<const DailySteps> steps);
 
-    /// The first instant of the local calendar day of `date`: midnight or, where the clocks skip
-    /// it, the instant after the gap.
+    /// The first instant of the local calendar day of `date`: midnight, or if the clock skips
+    /// midnight, the instant after the gap.
     static std::chrono::sys_seconds startOfDay(std::chrono::sys_seconds date);
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
@@ -173,7 +173,7 @@ class MainWindowController final : public WindowController, public TableViewData
     /// The result of a load.
     struct Load {
         FoundFile found;
-        QString shownPath;  // for the remembered path
+        QString shownPath;  // the path to show for the remembered one
         std::vector<DailySteps> days;
         DayOffsets offsets;  // at the start of each day
     };

@@ -5,9 +5,9 @@
 
 namespace ambulet {
 
-/// The path outside the sandbox of a file that a document portal gave to a sandboxed program, in
-/// the file name's own bytes. Empty for every other file, and on macOS. Accesses the file system.
-/// Any thread.
+/// If a document portal gave the file to a sandboxed program, the file's path outside the sandbox,
+/// in the encoding of the file system. Empty for every other file, and on macOS. Accesses the file
+/// system. Any thread.
 std::optional<std::string> hostPathOfFile(const std::string& path);
 
 }  // namespace ambulet

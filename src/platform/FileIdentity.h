@@ -16,7 +16,7 @@ struct FileIdentity {
 
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::optional<Time> birth = std::nullopt;  ///< none where the file system keeps none
+    std::optional<Time> birth = std::nullopt;  ///< empty if the file system has none
     std::string name = {};                     ///< the last part of its path
     std::optional<std::uint64_t> size = std::nullopt;
 

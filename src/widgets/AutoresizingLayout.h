@@ -10,8 +10,8 @@ namespace ambulet {
 
 /// Places views by frames that are given for the content's initial size: in points, with the origin
 /// at the content's lower left corner and y upwards. When the content is resized, each view's
-/// margin or size named by `Horizontally` and `Vertically` takes up the difference. No view gets a
-/// negative size.
+/// margin or size named by `Horizontally` and `Vertically` changes by the difference. No view gets
+/// a negative size.
 ///
 /// One point is one device-independent pixel. The size hint is the initial size; the minimum is 0 x
 /// 0.

@@ -27,8 +27,8 @@ QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& o
 /// The background of a group row in a list.
 QColor groupRowColor(const QPalette& palette);
 
-/// The colour of a line on the backgrounds of a window, a list and its group rows: as faint as
-/// `markContrast` with each allows.
+/// The colour of a line on the background of a window, a list or its group rows: as faint as a
+/// contrast of `markContrast` with each of them allows.
 QColor separatorColor(const QPalette& palette);
 
 }  // namespace ambulet

@@ -19,8 +19,8 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     initStyleOption(&option);
     option.rect = rect;
     initStyleOptionForIndex(&option, logicalIndex);
-    // Not the style's ground: Fusion's has a gradient, and no line has enough contrast with all of
-    // it.
+    // Not the style's background: Fusion's has a gradient, with parts of which no line has enough
+    // contrast.
     painter->fillRect(rect, palette().color(QPalette::Window));
     painter->setPen(separatorColor(palette()));
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());

@@ -40,7 +40,7 @@ std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     return rows;
 }
 
-// Held while clicking, too.
+// Modifiers may also be held during a click.
 bool isModifier(int key) {
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
            key == Qt::Key_Meta || key == Qt::Key_AltGr;

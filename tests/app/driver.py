@@ -315,7 +315,7 @@ class ProgramTest(unittest.TestCase):
         self.settings_file.write_text(f'[General]\nxmlFilePath="{file}"\n')
 
     def remember_endless_load(self):
-        """Remembers an export whose load never ends in a program with the returned environment."""
+        """Remembers an export. In a program with the returned environment, loading it never ends."""
         mount = self.folder / "mount"
         mount.mkdir()
         file = mount / "export.xml"

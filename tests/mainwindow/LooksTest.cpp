@@ -225,7 +225,7 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows)
     }
 }
 
-// `part`, in coordinates of `view`, on the screen now.
+// What the screen shows of `part`, which is in the coordinates of `view`.
 QImage pictureOf(const QWidget& view, QRect part) {
     part.moveTopLeft(view.mapTo(view.window(), part.topLeft()));
     return view.window()->grab(part).toImage();
@@ -243,7 +243,7 @@ TEST_F(LooksTest, theTextsOfAnEmptyWindowHaveEnoughContrast) {
     }
 }
 
-TEST_F(LooksTest, theTextOfASelectedMonthAndOfThePinnedOneHasEnoughContrast) {
+TEST_F(LooksTest, theTextsOfSelectedAndPinnedMonthRowsHaveEnoughContrast) {
     for (const QPalette& palette : {light, dark}) {
         QApplication::setPalette(palette);
         loadLongTexts();
@@ -264,14 +264,14 @@ TEST_F(LooksTest, theTextOfASelectedMonthAndOfThePinnedOneHasEnoughContrast) {
     }
 }
 
-TEST_F(LooksTest, everyFocusMarkStandsOutFromTheGroundBesideIt) {
+TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
     for (const QPalette& palette : {light, dark}) {
         QApplication::setPalette(palette);
         load({{"2025-03-02", "4000"}});
         QWidget& window = *controller->window();
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-        window.setAttribute(Qt::WA_KeyboardFocusChange);  // as the Tab key does
+        window.setAttribute(Qt::WA_KeyboardFocusChange);  // like the Tab key
         auto* const button = window.findChild<QPushButton*>();
         const QColor ground = palette.color(QPalette::Window);
         const QColor base = palette.color(QPalette::Base);
@@ -292,7 +292,7 @@ TEST_F(LooksTest, everyFocusMarkStandsOutFromTheGroundBesideIt) {
                               contrastRatio(with.pixelColor(x, y), beside) >= markContrast;
                 }
             }
-            // An outline has about as many pixels; the text of the miles does not fill its label.
+            // An outline has about this many pixels. That of the miles is around the text only.
             const int width =
                 control == controller->milesLabel() ? control->sizeHint().width() : with.width();
             EXPECT_GE(marked, width + with.height()) << control->metaObject()->className();
@@ -300,7 +300,7 @@ TEST_F(LooksTest, everyFocusMarkStandsOutFromTheGroundBesideIt) {
     }
 }
 
-TEST_F(LooksTest, everySeparatorStandsOutFromBothSides) {
+TEST_F(LooksTest, everySeparatorHasEnoughContrastOnBothSides) {
     for (const QPalette& palette : {light, dark, gtk, kde}) {
         QApplication::setPalette(palette);
         loadLongTexts();
@@ -374,7 +374,7 @@ class PicturesTest : public LooksTest {
     const QDir pictures{QStringLiteral(AMBULET_PICTURES)};
 };
 
-TEST_F(PicturesTest, writesEachPaletteToLookAt) {
+TEST_F(PicturesTest, writesPicturesOfEachPalette) {
     for (const auto& [palette, name] : {std::pair(light, QStringLiteral("light")),
                                         {dark, QStringLiteral("dark")},
                                         {gtk, QStringLiteral("gtk")},
@@ -397,7 +397,7 @@ TEST_F(PicturesTest, writesEachPaletteToLookAt) {
     }
 }
 
-TEST_F(PicturesTest, writesEachScaleToLookAt) {
+TEST_F(PicturesTest, writesPicturesOfEachScale) {
     QApplication::setPalette(light);
     loadAndSelect();
     for (const double scale : {1.0, 1.5, 2.0}) {
@@ -405,7 +405,7 @@ TEST_F(PicturesTest, writesEachScaleToLookAt) {
     }
 }
 
-TEST_F(PicturesTest, writesEachLanguageAndALargeFontToLookAt) {
+TEST_F(PicturesTest, writesPicturesOfEachLanguageAndALargeFont) {
     QApplication::setPalette(light);
     for (const char* locale : {"de_DE", "ar_EG", "he_IL", "fa_IR", "ja_JP", "th_TH"}) {
         const ScopedLocale language(locale + std::string(".UTF-8"));

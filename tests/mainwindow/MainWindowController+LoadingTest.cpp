@@ -58,8 +58,8 @@ TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
 }
 
-// The portal's path is what can be opened, and is stored; only the shown one differs.
-TEST_F(LoadingTest, aFileFromADocumentPortalIsShownWithItsPathOutsideOfTheSandbox) {
+// The portal's path is stored, because only that path can be opened. The other path is only shown.
+TEST_F(LoadingTest, aFileFromADocumentPortalIsShownWithItsPathOutsideTheSandbox) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "4000"}});
     const std::string host = "/home/walker/Downloads/export.xml";
     ASSERT_EQ(::setxattr(file.toUtf8().constData(), "user.document-portal.host-path", host.data(),

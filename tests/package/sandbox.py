@@ -1,7 +1,7 @@
-"""The program with the rights of the Flatpak, in bubblewrap: the system read-only, settings of its own,
-no network, and of the user's files those that a document portal would hand to it. There is no portal
-here: a folder that is mounted where the portal's are, and the attribute that it sets, stand for it.
-Needs a desktop, as tests/app/with-desktop starts one."""
+"""Tests of the program in bubblewrap, with the permissions of the Flatpak: a read-only system, separate
+settings, no network, and only those files of the user that a document portal would provide. No portal
+runs. A folder mounted at the portal's path, with the portal's file attribute, replaces it. Run it by
+tests/app/with-desktop."""
 
 import os
 import pathlib
@@ -17,7 +17,7 @@ HOST_PATH = "/home/walker/Downloads/export.xml"
 
 
 class Child:
-    """The process that the sandbox's own process has started; a stand-in for subprocess.Popen."""
+    """The process that bubblewrap has started, with the functions of subprocess.Popen that are needed."""
 
     def __init__(self, sandbox):
         self._sandbox = sandbox
@@ -35,7 +35,7 @@ class Sandboxed(ProgramTest):
         self.portal.mkdir()
 
     def hand_over(self, size):
-        """Puts an export where the portal would, in the place of an earlier one."""
+        """Puts an export at the place where the portal would, and replaces an earlier one."""
         file = self.export(size)
         os.setxattr(file, "user.document-portal.host-path", HOST_PATH.encode())
         file.rename(self.portal / "export.xml")
@@ -77,7 +77,7 @@ class Sandboxed(ProgramTest):
         self.assertEqual(program.end(), 0)
         self.assertIn(PORTAL, self.settings_file.read_text())
 
-        # A newer export in its place.
+        # A newer export replaces the file.
         self.hand_over("2M")
         program = self.start_sandboxed()
         second = program.label("Loaded [0-9]+ days of data\\.").get_name()

@@ -16,14 +16,14 @@ void setHostPath(const std::string& path, const std::string& value) {
         0);
 }
 
-TEST(DocumentPortal, thePortalTellsWhereAFileLies) {
+TEST(DocumentPortal, theHostPathIsReadFromThePortalsAttribute) {
     const TestFolder folder;
     const std::string path = bytes(folder.write(u"export.xml"_s));
     setHostPath(path, "/home/walker/Downloads/export.xml");
     EXPECT_EQ(hostPathOfFile(path), "/home/walker/Downloads/export.xml");
 }
 
-TEST(DocumentPortal, aHostPathKeepsBytesThatAreNotUTF8AndLosesANULAtItsEnd) {
+TEST(DocumentPortal, aHostPathKeepsInvalidUTF8AndLosesATrailingNUL) {
     const TestFolder folder;
     const std::string path = bytes(folder.write(u"export.xml"_s));
     setHostPath(path, std::string("/home/w\xe4lker/export.xml\0", 24));

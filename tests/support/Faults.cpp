@@ -60,7 +60,7 @@ struct Hanging {
     int waiting = 0;
     bool mainThreadHasAsked = false;
 };
-// Never destroyed: a thread may be waiting there when the process ends.
+// Never destroyed, because a thread may still be waiting when the process ends.
 Hanging& hanging = *new Hanging;
 
 // True if the main thread accesses the hanging folder. Other threads wait here until it is

@@ -682,7 +682,7 @@ TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderThePinnedRow) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({5, 6, 7, 8}));
 }
 
-TEST_F(PinnedRowTest, itIsDrawnAsInItsOwnPlaceWithAndWithoutTheFocusInFrontAndBehind) {
+TEST_F(PinnedRowTest, aPinnedRowIsDrawnLikeAnUnpinnedOneWithAndWithoutFocusAndActivation) {
     QPalette palette;
     palette.setColor(QPalette::Inactive, QPalette::Text, Qt::red);
     table.setPalette(palette);
@@ -702,7 +702,7 @@ TEST_F(PinnedRowTest, itIsDrawnAsInItsOwnPlaceWithAndWithoutTheFocusInFrontAndBe
     }
 }
 
-TEST_F(PinnedRowTest, itIsDrawnAsSelectedWhereItCountsSo) {
+TEST_F(PinnedRowTest, aSelectedPinnedRowIsDrawnAsSelected) {
     table.selectRowIndexes({0});
     const QImage own = top();
     scrollTo(5 * height());

@@ -146,7 +146,7 @@ TEST(FileScan, theBytesOfLongTagsAreSummedOverAllChunks) {
     }
 }
 
-TEST(FileScan, anEmptyRangeCanBeScanned) {
+TEST(FileScan, anEmptyContentCanBeScanned) {
     const Result result = readInChunks("");
     EXPECT_EQ(result.days, Days());
     EXPECT_EQ(result.read, 0U);

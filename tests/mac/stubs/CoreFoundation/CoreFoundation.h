@@ -1,8 +1,8 @@
 #pragma once
 
-// What our sources use of CoreFoundation, declared as its documentation says, so that they can be
-// compiled where there is no Mac. Nothing defines it: this is for looking at types, not for
-// running.
+// The declarations of CoreFoundation that the sources use, written from its documentation. With
+// them, the sources for macOS can be compiled on other systems. There are no definitions, so
+// nothing can be linked.
 
 #include <cstdint>
 
