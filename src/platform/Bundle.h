@@ -29,10 +29,8 @@ class Bundle {
     /// name of the process.
     QString displayName() const;
 
-    /// The path of the file `name`.`type` in the resource folder, or in its subfolder `directory`
-    /// if that is given. Nothing if there is no such file. The path may be one of Qt's resource
-    /// system
-    /// (":/...").
+    /// The path of the file `name`.`type` in the resource folder, or in its subfolder `directory`.
+    /// It may be a path of Qt's resource system (":/..."). Nothing if there is no such file.
     std::optional<QString> resourcePath(const QString& name, const QString& type,
                                         const QString& directory = {}) const;
 
