@@ -15,6 +15,8 @@
 
 #include <cstdio>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace ambulet {
@@ -125,7 +127,11 @@ class NobodyListens : public XMLReaderDelegate {
 
 InputFile exportFile() {
     std::error_code error;
-    return InputFile::open(EXPORT_FILE, error).value();
+    auto file = InputFile::open(EXPORT_FILE, error);
+    if (!file) {
+        throw std::system_error(error, EXPORT_FILE);
+    }
+    return std::move(*file);
 }
 
 std::uint64_t readPlainly(const InputFile& file) {

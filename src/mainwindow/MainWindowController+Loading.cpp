@@ -20,8 +20,8 @@ DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
     std::vector<std::chrono::sys_seconds> instants;
     instants.reserve(days.size());
     for (const DailySteps& day : days) {
-        if (day.date()) {
-            instants.push_back(*day.date());
+        if (const auto date = day.date()) {
+            instants.push_back(*date);
         }
     }
     return DayOffsets(instants);

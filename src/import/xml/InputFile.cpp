@@ -51,7 +51,7 @@ InputFile::~InputFile() {
 }
 
 std::uint64_t InputFile::size() const {
-    struct stat status {};
+    struct stat status = {};
     return fstat(_descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
