@@ -1,5 +1,7 @@
 #include "mainwindow/ExportFileDialog.h"
 
+#include "platform/FileURL.h"
+
 #include <QApplication>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -8,6 +10,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QSettings>
+#include <QSplitter>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QTreeView>
@@ -15,6 +18,7 @@
 #include <QWindow>
 
 #include <chrono>
+#include <filesystem>
 #include <future>
 #include <memory>
 #include <system_error>
@@ -51,6 +55,13 @@ bool isNamedAsXML(const QString& path) {
     return path.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
+bool isRegularFileNotInUtf8(const QString& path) {
+    const FileURL file(path);
+    std::error_code error;
+    return file.path != QFile::encodeName(path).toStdString() &&
+           std::filesystem::is_regular_file(file.path, error);
+}
+
 // The model's destructor waits for its thread, which may wait for a mount that hangs.
 void destroyInBackground(QFileSystemModel* model) {
     if (model == nullptr) {
@@ -73,8 +84,9 @@ QList<QUrl> usualFolders() {
     QList<QUrl> urls;
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
                              QStandardPaths::DesktopLocation, QStandardPaths::HomeLocation}) {
-        const QUrl url = QUrl::fromLocalFile(QStandardPaths::writableLocation(place));
-        if (!urls.contains(url)) {
+        const QString folder = QStandardPaths::writableLocation(place);
+        const QUrl url = QUrl::fromLocalFile(folder);
+        if (!urls.contains(url) && isFolderThatAnswers(folder)) {
             urls.append(url);
         }
     }
@@ -137,7 +149,11 @@ void ExportFileDialog::arrangeWidgets() {
         list->header()->resizeSection(column, letters[column] * letter);
         width += letters[column] * letter;
     }
-    const int sideAndMargins = 30 * letter;
+    const int side = 20 * letter;
+    if (auto* const splitter = findChild<QSplitter*>(QStringLiteral("splitter"))) {
+        splitter->setSizes({side, width});
+    }
+    const int sideAndMargins = side + 10 * letter;
     const QSize available = screen()->availableSize();
     resize(QSize(width + sideAndMargins, 40 * QFontMetrics(list->font()).height() * 3 / 4)
                .boundedTo(available * 9 / 10));
@@ -161,6 +177,11 @@ void ExportFileDialog::accept() {
     if (name != nullptr && path && QFileInfo::exists(*path) && !QFileInfo(*path).isDir() &&
         !isNamedAsXML(*path)) {
         name->selectAll();
+        return;
+    }
+    // QFileDialog finds no file whose name is not UTF-8.
+    if (path && isNamedAsXML(*path) && isRegularFileNotInUtf8(*path)) {
+        done(Accepted);
         return;
     }
     QFileDialog::accept();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFile>
 #include <QString>
 
 #include <memory>
@@ -12,7 +11,11 @@ namespace ambulet {
 /// The path of a file. On macOS, a FileURL from a bookmark also has the system's URL, which
 /// includes the right to open the file. A plain value; its copies may be used on any thread.
 struct FileURL {
-    FileURL(const QString& text) : path(QFile::encodeName(text).toStdString()) {}
+    /// In a text that a path was decoded to, U+FFFD stands for bytes that are not UTF-8. Where
+    /// there is no file of exactly that name, it is the first in its folder, by name, that is
+    /// decoded so. To find it takes asking the file system; no other text does.
+    FileURL(const QString& text);
+
     explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)
         : path(std::move(bytes)), system(std::move(systemURL)) {}
 

@@ -7,13 +7,25 @@
 #include <QDir>
 #include <QFileSystemModel>
 #include <QHeaderView>
+#include <QListView>
 #include <QStandardPaths>
 #include <QTreeView>
 #include <QUrl>
 
+#include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
+#include <malloc.h>
+#include <string>
+#include <unistd.h>
+
 namespace ambulet {
 
 namespace {
+
+struct SideBar : QListView {
+    using QListView::sizeHintForColumn;
+};
 
 class ExportFileDialogTest : public DialogTest {
   protected:
@@ -104,15 +116,15 @@ TEST_F(ExportFileDialogTest, listsFilesWithTheSuffixXMLInUpperOrLowerCase) {
 }
 
 TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndListsTheUsualFolders) {
-    const ScopedVariable home("HOME", folder.path().toStdString());
-    for (const char* usual : {"Downloads", "Documents", "Desktop"}) {
+    const ScopedVariable home("HOME", path("ada").toStdString());
+    for (const char* usual : {"ada", "ada/Downloads", "ada/Documents", "ada/Desktop"}) {
         ASSERT_TRUE(QDir(folder.path()).mkdir(QString::fromUtf8(usual)));
     }
     const QString file = writeExport("export of all health data.xml", {{"2025-03-02", "1"}});
     makeController(file).showWindow();
     waitForLoad();
     choose({}, [this](QFileDialog& dialog) {
-        QTreeView& list = listed(dialog, 4);
+        QTreeView& list = listed(dialog, 2);
         EXPECT_LE(list.header()->length(), list.viewport()->width());
         for (int column = 0; column < list.model()->columnCount(); ++column) {
             for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
@@ -124,10 +136,40 @@ TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndListsTheUsualFolders) {
         for (const QUrl& url : dialog.sidebarUrls()) {
             places.append(url.toLocalFile());
         }
-        EXPECT_EQ(places, QStringList({path("Downloads"), path("Documents"), path("Desktop"),
-                                       folder.path()}));
+        EXPECT_EQ(places, QStringList({path("ada/Downloads"), path("ada/Documents"),
+                                       path("ada/Desktop"), path("ada")}));
+        const auto* const side = dialog.findChild<QListView*>(QStringLiteral("sidebar"));
+        EXPECT_LE(static_cast<const SideBar*>(side)->sizeHintForColumn(0),
+                  side->viewport()->width());
         dialog.grab().save(QStringLiteral(AMBULET_PICTURES "/dialog.png"));
     });
+}
+
+TEST_F(ExportFileDialogTest, listsNoUsualFolderThatIsMissing) {
+    const ScopedVariable home("HOME", folder.path().toStdString());
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Documents")));
+    writeFile("Desktop", "");
+    makeController().showWindow();
+    choose({}, [this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.sidebarUrls(), QList<QUrl>({QUrl::fromLocalFile(path("Documents")),
+                                                     QUrl::fromLocalFile(folder.path())}));
+    });
+}
+
+// Qt lists no such file, so its name is typed, as other programs show it.
+TEST_F(ExportFileDialogTest, choosesAFileWhoseNameIsNotUtf8) {
+    const QString plain = writeExport("plain.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
+    const QByteArray name = QFile::encodeName(path("M")) + "\xe4rz.xml";
+    ASSERT_EQ(::rename(QFile::encodeName(plain).constData(), name.constData()), 0);
+    makeController().showWindow();
+    choose(path("M\uFFFDrz.xml"));
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+    EXPECT_EQ(controller->filePathField()->text(), path("M\uFFFDrz.xml"));
+    makeController().showWindow();
+    waitForLoad();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+    ::unlink(name.constData());  // QTemporaryDir does not see it
 }
 
 TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
@@ -137,6 +179,33 @@ TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
         EXPECT_EQ(qobject_cast<const QFileDialog*>(window), nullptr);
     }
 }
+
+#ifndef __SANITIZE_ADDRESS__  // whose malloc does not count
+// AMBULET_NEIGHBOURS: how many files there are in the remembered one's folder.
+TEST_F(ExportFileDialogTest, givesItsMemoryBackAfterItsShowing) {
+    const int files = std::max(10'000, qEnvironmentVariableIntValue("AMBULET_NEIGHBOURS"));
+    for (int i = 0; i < files; ++i) {
+        const std::string name = folder.path().toStdString() + '/' + std::to_string(i) + ".xml";
+        const int file = ::creat(name.c_str(), 0600);
+        ASSERT_GE(file, 0);
+        ::close(file);
+    }
+    makeController(path("0.xml")).showWindow();
+    waitForLoad();
+    const auto inUse = [] { return ::mallinfo2().uordblks; };
+    const std::size_t before = inUse();
+    std::size_t open = 0;
+    choose({}, [&](QFileDialog& dialog) {
+        const auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return list->model()->rowCount(list->rootIndex()) >= files; }, 600'000));
+        open = inUse();
+    });
+    EXPECT_GT(open, before + static_cast<std::size_t>(files) * 100);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inUse() < before + (open - before) / 4; }, 60'000))
+        << inUse() - before << " of " << open - before;
+}
+#endif
 
 }  // namespace
 

@@ -1,0 +1,58 @@
+#include "platform/FileURL.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace ambulet {
+
+namespace {
+
+class FileURLTest : public testing::Test {
+  protected:
+    std::string path(const std::string& name) const { return _folder.path().string() + '/' + name; }
+    std::string found(const std::string& name) const {
+        return FileURL(QString::fromStdString(path(name))).path;
+    }
+    std::string write(const std::string& name) const { return _folder.write(name, ""); }
+
+    TemporaryFolder _folder;
+};
+
+TEST_F(FileURLTest, aTextIsAPathInUtf8) {
+    EXPECT_EQ(found("März/export.xml"), path("März/export.xml"));
+}
+
+TEST_F(FileURLTest, theReplacementCharacterStandsForBytesThatAreNotUtf8) {
+    write("Marz.xml");
+    write("M\xe4r.xml");
+    const std::string file = write("M\xe4rz.xml");
+    EXPECT_EQ(found("M\uFFFDrz.xml"), file);
+}
+
+TEST_F(FileURLTest, ofSeveralFilesItIsTheFirstByName) {
+    for (const char* name : {"M\xe5.xml", "M\xe4.xml", "M\xe6.xml"}) {
+        write(name);
+    }
+    EXPECT_EQ(found("M\uFFFD.xml"), path("M\xe4.xml"));
+}
+
+TEST_F(FileURLTest, aFileOfExactlyThatNameComesFirst) {
+    write("M\xe4rz.xml");
+    const std::string file = write("M\uFFFDrz.xml");
+    EXPECT_EQ(found("M\uFFFDrz.xml"), file);
+}
+
+TEST_F(FileURLTest, foldersOnTheWayAreFoundTheSameWay) {
+    std::filesystem::create_directory(path("\xff"));
+    const std::string file = write("\xff/\xfe.xml");
+    EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), file);
+}
+
+TEST_F(FileURLTest, whereThereIsNoneThePathIsTheTextsOwn) {
+    EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), path("\uFFFD/\uFFFD.xml"));
+}
+
+}  // namespace
+
+}  // namespace ambulet
