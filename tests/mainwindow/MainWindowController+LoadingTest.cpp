@@ -341,6 +341,24 @@ TEST_F(LoadingTest, destroyingTheControllerDoesNotWaitForAMountThatHangs) {
     EXPECT_TRUE(mount.otherThreadWaits());
 }
 
+// The dialog lists what is in a folder, and asks for each entry, on a thread of its own.
+TEST_F(LoadingTest, aMountThatHangsInAFolderThatTheDialogListsHoldsNothingUp) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    load(file);
+    const HangingFolder mount(path("mount").toStdString());
+    for (int showing = 0; showing < 2; ++showing) {
+        choose({}, [&mount](QFileDialog&) {
+            EXPECT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
+        });
+    }
+    EXPECT_FALSE(mount.mainThreadHasAsked());
+    controller->statusLabel()->clear();
+    controller->loadData();
+    waitForLoad();
+    EXPECT_TRUE(mount.otherThreadWaits());
+}
+
 TEST_F(LoadingTest, aBookmarkThatDoesNotResolveAndNoPathSelectNoFile) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
