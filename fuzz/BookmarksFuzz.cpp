@@ -9,6 +9,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <cstdint>
 #include <filesystem>

@@ -5,6 +5,8 @@
 #include "platform/FileBookmark.h"
 #include "platform/UserDefaults.h"
 
+#include <QFile>
+
 namespace ambulet {
 
 FoundFile findFile(const RememberedFile& remembered) {
