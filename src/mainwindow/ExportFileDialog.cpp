@@ -179,7 +179,7 @@ void ExportFileDialog::accept() {
         name->selectAll();
         return;
     }
-    // QFileDialog finds no file whose name is not UTF-8.
+    // QFileDialog does not find files whose names are not UTF-8.
     if (path && isNamedAsXML(*path) && isRegularFileNotInUtf8(*path)) {
         done(Accepted);
         return;

@@ -11,16 +11,17 @@ namespace ambulet {
 /// The path of a file. On macOS, a FileURL from a bookmark also has the system's URL, which
 /// includes the right to open the file. A plain value; its copies may be used on any thread.
 struct FileURL {
-    /// In a text that a path was decoded to, U+FFFD stands for bytes that are not UTF-8. Where
-    /// there is no file of exactly that name, it is the first in its folder, by name, that is
-    /// decoded so. To find it takes asking the file system; no other text does.
+    /// The file of a path that is known as text. In such a text, U+FFFD may replace bytes that are
+    /// not UTF-8. If there is no file with exactly that name, the file is the first in the folder,
+    /// by name, that decodes to the text. Accesses the file system only if the text contains
+    /// U+FFFD.
     FileURL(const QString& text);
 
     explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)
         : path(std::move(bytes)), system(std::move(systemURL)) {}
 
-    std::string path;  ///< absolute; a file name's own bytes, which need not be UTF-8
-    std::shared_ptr<const void> system;  ///< macOS, from a bookmark: the CFURL; elsewhere null
+    std::string path;  ///< absolute, in the encoding of the file system, which need not be UTF-8
+    std::shared_ptr<const void> system;  ///< on macOS the CFURL from a bookmark; otherwise null
 };
 
 }  // namespace ambulet

@@ -145,7 +145,7 @@ TEST_F(ExportFileDialogTest, isWideEnoughForItsColumnsAndListsTheUsualFolders) {
     });
 }
 
-TEST_F(ExportFileDialogTest, listsNoUsualFolderThatIsMissing) {
+TEST_F(ExportFileDialogTest, doesNotListUsualFoldersThatAreMissing) {
     const ScopedVariable home("HOME", folder.path().toStdString());
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Documents")));
     writeFile("Desktop", "");
@@ -156,8 +156,8 @@ TEST_F(ExportFileDialogTest, listsNoUsualFolderThatIsMissing) {
     });
 }
 
-// Qt lists no such file, so its name is typed, as other programs show it.
-TEST_F(ExportFileDialogTest, choosesAFileWhoseNameIsNotUtf8) {
+// Qt does not list such a file, so the test types its name, as other programs show it.
+TEST_F(ExportFileDialogTest, canChooseAFileWhoseNameIsNotUtf8) {
     const QString plain = writeExport("plain.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     const QByteArray name = QFile::encodeName(path("M")) + "\xe4rz.xml";
     ASSERT_EQ(::rename(QFile::encodeName(plain).constData(), name.constData()), 0);
@@ -169,7 +169,7 @@ TEST_F(ExportFileDialogTest, choosesAFileWhoseNameIsNotUtf8) {
     makeController().showWindow();
     waitForLoad();
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
-    ::unlink(name.constData());  // QTemporaryDir does not see it
+    ::unlink(name.constData());  // QTemporaryDir would not remove it
 }
 
 TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
@@ -180,9 +180,9 @@ TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
     }
 }
 
-#ifndef __SANITIZE_ADDRESS__  // whose malloc does not count
-// AMBULET_NEIGHBOURS: how many files there are in the remembered one's folder.
-TEST_F(ExportFileDialogTest, givesItsMemoryBackAfterItsShowing) {
+#ifndef __SANITIZE_ADDRESS__  // its malloc has no statistics
+// AMBULET_NEIGHBOURS: the number of files in the folder of the remembered file.
+TEST_F(ExportFileDialogTest, freesItsMemoryAfterItHasBeenShown) {
     const int files = std::max(10'000, qEnvironmentVariableIntValue("AMBULET_NEIGHBOURS"));
     for (int i = 0; i < files; ++i) {
         const std::string name = folder.path().toStdString() + '/' + std::to_string(i) + ".xml";

@@ -341,8 +341,8 @@ TEST_F(LoadingTest, destroyingTheControllerDoesNotWaitForAMountThatHangs) {
     EXPECT_TRUE(mount.otherThreadWaits());
 }
 
-// The dialog lists what is in a folder, and asks for each entry, on a thread of its own.
-TEST_F(LoadingTest, aMountThatHangsInAFolderThatTheDialogListsHoldsNothingUp) {
+// The dialog lists a folder, and accesses each entry, on a thread of its own.
+TEST_F(LoadingTest, aMountThatHangsInAFolderShownByTheDialogDoesNotBlock) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     load(file);

@@ -23,33 +23,33 @@ TEST_F(FileURLTest, aTextIsAPathInUtf8) {
     EXPECT_EQ(found("März/export.xml"), path("März/export.xml"));
 }
 
-TEST_F(FileURLTest, theReplacementCharacterStandsForBytesThatAreNotUtf8) {
+TEST_F(FileURLTest, aReplacementCharacterMatchesBytesThatAreNotUtf8) {
     write("Marz.xml");
     write("M\xe4r.xml");
     const std::string file = write("M\xe4rz.xml");
     EXPECT_EQ(found("M\uFFFDrz.xml"), file);
 }
 
-TEST_F(FileURLTest, ofSeveralFilesItIsTheFirstByName) {
+TEST_F(FileURLTest, ofSeveralMatchingFilesTheFirstByNameIsTaken) {
     for (const char* name : {"M\xe5.xml", "M\xe4.xml", "M\xe6.xml"}) {
         write(name);
     }
     EXPECT_EQ(found("M\uFFFD.xml"), path("M\xe4.xml"));
 }
 
-TEST_F(FileURLTest, aFileOfExactlyThatNameComesFirst) {
+TEST_F(FileURLTest, aFileWithExactlyThatNameIsPreferred) {
     write("M\xe4rz.xml");
     const std::string file = write("M\uFFFDrz.xml");
     EXPECT_EQ(found("M\uFFFDrz.xml"), file);
 }
 
-TEST_F(FileURLTest, foldersOnTheWayAreFoundTheSameWay) {
+TEST_F(FileURLTest, foldersInThePathAreFoundTheSameWay) {
     std::filesystem::create_directory(path("\xff"));
     const std::string file = write("\xff/\xfe.xml");
     EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), file);
 }
 
-TEST_F(FileURLTest, whereThereIsNoneThePathIsTheTextsOwn) {
+TEST_F(FileURLTest, ifNoFileMatchesThePathIsTheText) {
     EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), path("\uFFFD/\uFFFD.xml"));
 }
 
