@@ -1,6 +1,8 @@
-// bench_window EXPORT: measures how long the main thread is busy with one update, with 40 years of
-// days in the table and while EXPORT (about a gigabyte) is loaded. Each row has the median and the
-// longest time, and the longest as a share of the limit.
+// bench_window EXPORT: measures how long the main thread is busy
+// - with single updates, while the table has the days of 40 years, and
+// - while EXPORT, of about a gigabyte, is loaded.
+//
+// Each row has the median and the longest time, and the ratio of the longest to the limit.
 //
 // The window draws to memory.
 

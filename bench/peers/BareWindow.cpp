@@ -1,5 +1,5 @@
-// bare_window: shows a window of the same size and with as many widgets as the application's, but
-// without function. No Qt program of this size can start faster.
+// bare_window: shows a window of the size of the application's, with as many of Qt's own widgets,
+// which do nothing. The application's start is compared with its start.
 
 #include <QApplication>
 #include <QGridLayout>

@@ -15,7 +15,7 @@ chance = random.Random(int(sys.argv[2]) if len(sys.argv) > 2 else 1)
 out = open(sys.argv[3], "wb") if len(sys.argv) > 3 else sys.stdout.buffer
 rnd, gauss, wait = chance.random, chance.gauss, chance.expovariate
 
-# A time is the seconds of local time since the first day. All of a day has the offset that New York has at noon.
+# A time is a number of seconds in local time, counted from the first day. Each day has the offset of New York at noon.
 DAYS, HOUR = 3650, 3600
 MIDDAYS = [datetime.datetime(2015, 10, 3, 12, tzinfo=ZoneInfo("America/New_York")) + datetime.timedelta(day)
            for day in range(DAYS + 10)]
@@ -35,7 +35,7 @@ def releases(major, models):
              models[year * len(models) // 10]) for year in range(10) for minor in range(4)]
 
 
-# Name, device, releases.
+# The devices: name, device, releases.
 APPLE = "manufacturer:Apple Inc., model:"
 PHONE = ("Renée’s iPhone", f"name:iPhone, {APPLE}iPhone",
          releases(9, ["iPhone8,1", "iPhone10,6", "iPhone13,2", "iPhone16,1"]))
@@ -72,7 +72,7 @@ def one_of(prefix, *words):
     return lambda: prefix + chance.choice(words)
 
 
-# Type, share of the bytes, who records it, hours of the day, longest in seconds, unit, value, children.
+# The types of records: type, share of the bytes, devices, hours of the day, maximum seconds, unit, value, children.
 DAY, NIGHT = (7, 23), (0, 24)
 TYPES = [
     ("BodyMass", 4, [SCALE], (7, 9), 0, "kg", normal(64, 2, ".2f"), entry("HKWasUserEntered", 0)),
@@ -99,7 +99,7 @@ TYPES = [
 
 
 def records(name, share, makers, hours, longest, unit, value, children):
-    """The block of a type, in order of time. Some records have one maker, and its device one address."""
+    """The block of a type, sorted by time. Several successive records are of the same device with the same address."""
     begin = f' <Record type="HK{"Quantity" if unit else "Category"}TypeIdentifier{name}" sourceName="'
     unit = f' unit="{unit}"' if unit else ""
     budget, created, left = size * share / 1000, 0, 0
@@ -147,7 +147,7 @@ def summaries():
                f'activeEnergyBurnedUnit="Cal" appleStandHours="{chance.randint(5, 15)}"/>\n').encode()
 
 
-# Content, attributes that must be there, attributes that may be.
+# The declarations of elements: content, required attributes, optional attributes.
 ELEMENTS = {
     "HealthData": ("(ExportDate, Me, (Record | Workout | ActivitySummary)*)", "", "locale"),
     "ExportDate": ("EMPTY", "value", ""), "Me": ("EMPTY", "HKCharacteristicTypeIdentifierBiologicalSex", ""),

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 MainMenu::MainMenu(const QString& applicationName) : _applicationName(applicationName) {
 #ifdef Q_OS_MACOS
-    makeMenuBar();  // one without a parent serves all windows
+    makeMenuBar();  // without a parent, a menu bar belongs to all windows
 #endif
 }
 
