@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTreeView>
 #include <QUrl>
+#include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
@@ -104,6 +105,13 @@ TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheOtherFoldersAreGone) {
     const HangingFolder mount(path("mount").toStdString());
     EXPECT_EQ(startFolder(path("mount/export.xml")), path("Downloads"));
     EXPECT_FALSE(mount.mainThreadHasAsked());
+}
+
+TEST_F(ExportFileDialogTest, staysInFrontOfTheMainWindow) {
+    makeController().showWindow();
+    choose({}, [this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowHandle()->transientParent(), controller->window()->windowHandle());
+    });
 }
 
 TEST_F(ExportFileDialogTest, listsFilesWithTheSuffixXMLInUpperOrLowerCase) {

@@ -122,6 +122,7 @@ TEST_F(LoadingTest, aFileThatIsNotNamedAsXMLCannotBeChosen) {
             name->setText(file);
             QTest::keyClick(name, Qt::Key_Return);
             EXPECT_TRUE(dialog.isVisible()) << other;
+            EXPECT_EQ(name->selectedText(), file);
         });
         EXPECT_EQ(controller->filePath(), xml) << other;
         waitForLoad();
@@ -405,6 +406,36 @@ TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
     }
     ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.contains(1U); }));
     EXPECT_EQ(FileBookmark::resolve(storedBookmark())->file.path, FileURL(later).path);
+    EXPECT_EQ(controller->filePathField()->text(), later);
+}
+
+TEST_F(LoadingTest, aLoadThatEndsKeepsTheSelectionInThePathField) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
+    const QString file = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
+    {
+        const HangingFolder mount(path("mount").toStdString());
+        makeController(file).showWindow();
+        ASSERT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
+        controller->window()->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+        controller->filePathField()->setFocus();
+        controller->filePathField()->selectAll();
+    }
+    waitForLoad();
+    EXPECT_EQ(controller->filePathField()->selectedText(), file);
+}
+
+// The C library keeps the time zone that it has read until it is told to read it again.
+TEST_F(LoadingTest, aLoadReadsTheTimeZoneAgain) {
+    const ScopedTimeZone berlin("Europe/Berlin");
+    load(writeFile("export.xml", QByteArray::fromStdString(
+                                     "<HealthData>" + stepRecord("2025-03-02 03:00:00 +0000", "7") +
+                                     "</HealthData>")));
+    ASSERT_EQ(cell(1, "date"), QStringLiteral("Mar 2, 2025"));
+    const ScopedVariable newYork("TZ", "America/New_York");
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(cell(1, "date"), QStringLiteral("Mar 1, 2025"));
 }
 
 // 03:00 UTC is March 2 in Berlin and still March 1 in New York.

@@ -84,6 +84,14 @@ TEST_F(StatisticsTest, averagesDivideByTheSelectedDaysAndNotByTheDaysBetweenThem
     EXPECT_EQ(texts()[5], QStringLiteral("Average: 2,500 steps/day, 1.18 miles/day"));
 }
 
+TEST_F(StatisticsTest, averageStepsAreRoundedHalfToEven) {
+    // 3 ÷ 2 = 1.5 and 5 ÷ 2 = 2.5.
+    load({{"2025-03-02", "1"}, {"2025-03-01", "2"}});
+    EXPECT_TRUE(texts()[5].startsWith(QStringLiteral("Average: 2 steps/day")));
+    load({{"2025-03-02", "3"}, {"2025-03-01", "2"}});
+    EXPECT_TRUE(texts()[5].startsWith(QStringLiteral("Average: 2 steps/day")));
+}
+
 TEST_F(StatisticsTest, aSelectionOfMonthRowsHasNoDaysAndBoldLabels) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
     controller->tableView()->selectRowIndexes({0, 2});

@@ -112,6 +112,11 @@ TEST_F(StrideEditorTest, followsTheLabelAndKeepsTheTypedText) {
     expectOverTheStride("Miles: 7.50 @ ", "a larger font");
     controller->tableView()->selectRowIndexes({1});
     expectOverTheStride("Miles: 2.50 @ ", "another text");
+    controller->updateStatsForSteps(std::vector(40, controller->allSteps().front()));
+    expectOverTheStride("Miles: 100.00 @ ", "a longer text");
+    font.setBold(true);
+    controller->milesLabel()->setFont(font);
+    expectOverTheStride("Miles: 100.00 @ ", "a font of the label alone");
     EXPECT_TRUE(open());
 }
 
@@ -189,15 +194,26 @@ TEST_F(HeldKeyTest, aHeldEscapeThatClosedTheEditorDoesNotClearTheSelection) {
 }
 
 TEST_F(HeldKeyTest, aHeldReturnThatOpenedOrClosedTheEditorDoesNotUndoThat) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        controller->milesLabel()->setFocus(Qt::TabFocusReason);
+        press(key, false);
+        ASSERT_TRUE(open());
+        press(key, true);
+        EXPECT_TRUE(open());
+        press(key, false);
+        ASSERT_FALSE(open());
+        press(key, true);
+        EXPECT_FALSE(open());
+    }
+}
+
+TEST_F(HeldKeyTest, aHeldSpaceThatOpenedTheEditorTypesNothing) {
     controller->milesLabel()->setFocus(Qt::TabFocusReason);
-    press(Qt::Key_Return, false);
+    press(Qt::Key_Space, false);
     ASSERT_TRUE(open());
-    press(Qt::Key_Return, true);
-    EXPECT_TRUE(open());
-    press(Qt::Key_Return, false);
-    ASSERT_FALSE(open());
-    press(Qt::Key_Return, true);
-    EXPECT_FALSE(open());
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
+    QApplication::sendEvent(controller->window()->windowHandle(), &held);
+    EXPECT_EQ(editor().text(), QStringLiteral("2.50"));
 }
 
 TEST_F(HeldKeyTest, heldArrowKeysContinueToMove) {
@@ -325,6 +341,7 @@ TEST_F(StrideEditorTest, tabStoresTheStride) {
     QTest::keyClick(&editor(), Qt::Key_Tab);
     EXPECT_FALSE(open());
     EXPECT_EQ(stored(), 3.0);
+    EXPECT_EQ(QApplication::focusWidget(), controller->tableView());
 }
 
 TEST_F(StrideEditorTest, aClickOnTheTableStoresTheStride) {

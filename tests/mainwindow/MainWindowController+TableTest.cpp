@@ -124,6 +124,13 @@ TEST_F(TableTest, aMonthOfNoDaysHasZeroAverages) {
     EXPECT_EQ(summary.avgMiles(), 0);
 }
 
+TEST_F(TableTest, theTitleIsThatOfTheFirstDay) {
+    const MonthSummary summary =
+        MainWindowController::makeSummary(std::array{day(2025, 3, 1, 4), day(2025, 2, 28, 2)}, 2.5,
+                                          DateFormatter::withPattern("MMMM yyyy"));
+    EXPECT_EQ(summary.title(), "March 2025");
+}
+
 TEST_F(TableTest, theAverageCellsOfADayAreEmpty) {
     load({{"2025-03-02", "4000"}});
     EXPECT_EQ(cell(0, "date"), QStringLiteral("March 2025"));
