@@ -2,11 +2,8 @@
 its settings."""
 
 import os
-import pathlib
 import random
-import shutil
 import subprocess
-import tempfile
 import time
 import unittest
 
@@ -35,9 +32,9 @@ class Faults(ProgramTest):
         self.assertEqual(program.end(), 0)
 
     def test_if_a_mount_hangs_the_window_stays_usable_and_quits_at_once(self):
-        # In a folder of its own, because Qt's open dialog accesses every file of a folder that it lists.
-        mount = pathlib.Path(tempfile.mkdtemp())
-        self.addCleanup(shutil.rmtree, mount)
+        # In the folder that the open dialog lists.
+        mount = self.folder / "mount"
+        mount.mkdir()
         other = self.write_export(31, "other.xml")
         self.remember(self.write_export(31).rename(mount / "export.xml"))
         program = self.start(AMBULET_HANG=str(mount), **FAULTS)
@@ -84,6 +81,18 @@ class Faults(ProgramTest):
                 change(file)
                 program.label(r"Loaded \d+ days of data\.")
                 self.quit(program)
+
+    def test_a_read_error_in_the_middle_gives_the_days_read_so_far(self):
+        file = self.folder / "export.xml"
+        with file.open("wb") as out:
+            out.write(b"<HealthData>\n")
+            for day in (1, 2):
+                out.write(RECORD % day * 50_000)
+            out.write(b"</HealthData>\n")
+        self.remember(file)
+        program = self.start(AMBULET_READ_ERROR=str(file.stat().st_size // 4), **FAULTS)
+        program.label(r"Loaded 1 days of data\.")
+        self.quit(program)
 
     def test_a_quit_at_any_moment_ends_the_program_and_keeps_the_settings(self):
         file = self.write_export(300_000)

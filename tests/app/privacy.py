@@ -25,6 +25,8 @@ DESKTOP_NAMES = re.compile(
     r"kdedefaults|breezerc|oxygenrc|menus|ibus|at-spi.*)")
 # The sockets of the display, the session bus and the accessibility bus.
 LOCAL_SOCKET = re.compile(r"@?/tmp/\.X11-unix/|@?/tmp/dbus-|.*/at-spi/|.*/bus|@?/tmp/\.ICE-unix|/(var/)?run/nscd")
+EXPORT_OF_A_DAY = (b'<HealthData><Record type="HKQuantityTypeIdentifierStepCount" value="1" '
+                   b'startDate="2025-03-02 12:00:00 +0000"/></HealthData>')
 CHANGES = re.compile(r"^(rename|unlink|mkdir|rmdir|link|symlink|truncate|chmod|fchmodat|chown|mknod|creat)")
 
 
@@ -46,7 +48,7 @@ class Privacy(ProgramTest):
         self.files.mkdir()
         self.file = self.export("1M", "files/export.xml")
         for name in ("neighbour.xml", "neighbour", ".hidden"):
-            (self.files / name).write_text("<HealthData/>")
+            (self.files / name).write_bytes(EXPORT_OF_A_DAY)
 
     def session(self, prefix, **environment):
         """Runs a session: first start, choosing a file, stride, guide, About, quit, second start, quit."""
@@ -164,10 +166,12 @@ class Privacy(ProgramTest):
             self.assertIn("PermissionError", tried(connecting, server.getsockname()[1]))
         # The program works under them.
         self.session(lambda: confined)
-        other = self.files / "neighbour.xml"
-        self.remember(other)
+        # But another export is not read.
+        self.remember(self.files / "neighbour.xml")
         program = self.start(prefix=confined)
         program.label(r"Loaded 0 days of data\.")
+        program.kill()
+        self.start().label(r"Loaded 1 days of data\.")
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 its hardening. Run it by tests/app/with-desktop."""
 
 import configparser
+import json
 import os
 import pathlib
 import re
@@ -100,6 +101,18 @@ class Hardening(unittest.TestCase):
         code = subprocess.run(["objdump", "--disassemble=main", PREFIX / "bin" / "ambulet"],
                               check=True, capture_output=True, text=True).stdout
         self.assertRegex(code, r"<main>:\n.*endbr64")
+
+    def test_each_source_is_compiled_with_every_flag(self):
+        # The program does not show all of them.
+        flags = {"-fstack-protector-strong", "-fstack-clash-protection", "-fPIE",
+                 "-ftrivial-auto-var-init=zero", "-D_FORTIFY_SOURCE=3", "-D_GLIBCXX_ASSERTIONS"}
+        if os.uname().machine == "x86_64":
+            flags.add("-fcf-protection=full")
+        commands = json.loads((BUILD / "compile_commands.json").read_text())
+        ours = [entry for entry in commands if entry["file"].startswith(str(ROOT / "src"))]
+        self.assertGreater(len(ours), 50)
+        for entry in ours:
+            self.assertEqual(flags - set(entry["command"].split()), set(), entry["file"])
 
     def test_the_program_does_not_contain_the_path_of_its_sources(self):
         program = (PREFIX / "bin" / "ambulet").read_bytes()

@@ -3,6 +3,7 @@
 
 #include "support/Faults.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <cstdarg>
@@ -11,6 +12,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <limits>
 #include <mutex>
 #include <pthread.h>
 #include <string>
@@ -87,6 +89,20 @@ void logOpen(const char* path) {
     if (openLog.active && path != nullptr) {
         openLog.paths.emplace_back(path);
     }
+}
+
+// AMBULET_READ_ERROR is an offset. For the whole run no file can be read from there on.
+const off_t readError = std::getenv("AMBULET_READ_ERROR") == nullptr
+                            ? std::numeric_limits<off_t>::max()
+                            : std::atoll(std::getenv("AMBULET_READ_ERROR"));
+
+// The number of the bytes that can be read, or -1 with errno set.
+ssize_t readable(off_t offset, size_t size) {
+    if (offset >= readError) {
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<ssize_t>(std::min<off_t>(readError - offset, static_cast<off_t>(size)));
 }
 
 template <typename Function>
@@ -198,6 +214,18 @@ ssize_t write(int file, const void* data, size_t size) {
     }
     const bool half = ambulet::fault.isShort && ambulet::fault.failures == 1 && size > 1;
     return half ? next(file, data, size / 2) : -1;
+}
+
+ssize_t pread(int file, void* data, size_t size, off_t offset) {
+    static auto* const next = ambulet::real<ssize_t(int, void*, size_t, off_t)>("pread");
+    const ssize_t count = ambulet::readable(offset, size);
+    return count < 0 ? count : next(file, data, static_cast<size_t>(count), offset);
+}
+
+ssize_t pread64(int file, void* data, size_t size, off64_t offset) {
+    static auto* const next = ambulet::real<ssize_t(int, void*, size_t, off64_t)>("pread64");
+    const ssize_t count = ambulet::readable(offset, size);
+    return count < 0 ? count : next(file, data, static_cast<size_t>(count), offset);
 }
 
 int fsync(int file) {
