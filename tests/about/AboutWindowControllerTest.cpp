@@ -201,6 +201,10 @@ TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceAndReturn
     EXPECT_EQ(browser.opened.size(), 3);
 }
 
+TEST_F(AboutWindowControllerTest, theLinkHasTheCursorOfLinks) {
+    EXPECT_EQ(view<LinkButton>("link").cursor().shape(), Qt::PointingHandCursor);
+}
+
 TEST_F(AboutWindowControllerTest, theFocusedLinkLooksDifferent) {
     show();
     auto& link = view<LinkButton>("link");

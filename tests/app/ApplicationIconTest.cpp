@@ -3,9 +3,11 @@
 #include "platform/Bundle.h"
 #include "widgets/Contrast.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPixmap>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace ambulet {
@@ -37,6 +39,20 @@ TEST(ApplicationIcon, everyShapeStandsOutFromWhatLiesBehindIt) {
         EXPECT_GE(contrastRatio(icon.pixelColor(one.shape), icon.pixelColor(one.behind)), 2)
             << one.what;
     }
+}
+
+TEST(ApplicationIcon, theSmallSizesAreThereAtOnceAndAllOnceAWindowIsPainted) {
+    const QIcon before = QApplication::windowIcon();
+    QWidget window;
+    setApplicationIcon(Bundle::main());
+    const QList<QSize> small = {{16, 16}, {22, 22}, {24, 24}, {32, 32}};
+    EXPECT_EQ(QApplication::windowIcon().availableSizes(), small);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::windowIcon().availableSizes(), small);
+    window.show();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] { return QApplication::windowIcon().availableSizes().contains(QSize(256, 256)); }));
+    QApplication::setWindowIcon(before);
 }
 
 TEST(ApplicationIcon, theIconIsNullIfTheBundleHasNone) {

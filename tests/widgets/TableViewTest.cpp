@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolTip>
@@ -435,10 +436,24 @@ TEST_F(TableViewTest, theFocusIsVisibleIfItCameByKeyboard) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     table.setFocus(Qt::MouseFocusReason);
     const QImage without = table.viewport()->grab().toImage();
-    table.clearFocus();
-    table.setFocus(Qt::TabFocusReason);
-    ASSERT_TRUE(table.hasFocus());
-    EXPECT_NE(table.viewport()->grab().toImage(), without);
+    const auto focusBy = [this](Qt::FocusReason reason) {
+        table.clearFocus();
+        table.setFocus(reason);
+        EXPECT_TRUE(table.hasFocus());
+        return table.viewport()->grab().toImage();
+    };
+    const QImage with = focusBy(Qt::TabFocusReason);
+    EXPECT_NE(with, without);
+    EXPECT_EQ(focusBy(Qt::ActiveWindowFocusReason), with);
+    EXPECT_EQ(focusBy(Qt::MouseFocusReason), without);
+    EXPECT_EQ(focusBy(Qt::ActiveWindowFocusReason), without);
+    EXPECT_EQ(focusBy(Qt::BacktabFocusReason), with);
+    EXPECT_EQ(focusBy(Qt::OtherFocusReason), without);
+    EXPECT_EQ(focusBy(Qt::ShortcutFocusReason), with);
+}
+
+TEST_F(TableViewTest, rowsHaveNoHeaders) {
+    EXPECT_FALSE(table.verticalHeader()->isVisible());
 }
 
 TEST_F(TableViewTest, aModifierHeldForAClickDoesNotMakeTheFocusVisible) {
@@ -596,6 +611,19 @@ TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
 }
 
 // The group row of the topmost rows is pinned at the top.
+// What an object has been asked to paint.
+class PaintedRegion final : public QObject {
+  public:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            region += static_cast<QPaintEvent*>(event)->region();
+        }
+        return false;
+    }
+
+    QRegion region;
+};
+
 class PinnedRowTest : public TableViewTest {
   protected:
     PinnedRowTest() {
@@ -626,6 +654,16 @@ TEST_F(PinnedRowTest, theGroupRowStaysAtTheTopWhileItsRowsScroll) {
         EXPECT_EQ(table.pinnedRect(), QRect(0, 0, table.viewport()->width(), height()));
         EXPECT_EQ(top(), own) << value;
     }
+}
+
+TEST_F(PinnedRowTest, itIsPaintedAgainAfterEachScroll) {
+    scrollTo(5 * height());
+    QCoreApplication::processEvents();
+    PaintedRegion painted;
+    table.viewport()->installEventFilter(&painted);
+    scrollTo(5 * height() + 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(painted.region.intersected(table.pinnedRect()), QRegion(table.pinnedRect()));
 }
 
 TEST_F(PinnedRowTest, theNextGroupRowPushesThePinnedRowAway) {
