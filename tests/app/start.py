@@ -5,7 +5,7 @@ import collections
 import unittest
 
 from dark import DARK, DARK_COLORS
-from driver import MAIN, PICTURES, Program, ProgramTest
+from driver import MAIN, PICTURES, Program, ProgramTest, xdotool
 from film import Film, save
 
 # The window's lower left corner is left out, because the progress indicator moves there.
@@ -27,6 +27,7 @@ class Start(ProgramTest):
     def film(self, name, file, **environment):
         """Films a start with the remembered file. Returns the number of states of the window's content."""
         self.remember(file)
+        xdotool("mousemove", 0, 0)  # the server draws the pointer into the picture
         with Film() as film:
             program = Program(self.configuration, **environment)
             self.addCleanup(program.kill)
