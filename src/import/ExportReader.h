@@ -2,7 +2,7 @@
 
 #include "import/expat/ExpatReader.h"
 #include "import/steps/StepSums.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 
 #include <cstddef>
 #include <optional>

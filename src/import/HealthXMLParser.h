@@ -2,7 +2,7 @@
 
 #include "import/ExportReader.h"
 #include "import/steps/StepSums.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 #include "model/DailySteps.h"
 
 #include <filesystem>

@@ -2,7 +2,7 @@
 
 #include "import/expat/Declarations.h"
 #include "import/expat/ExpatParser.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 
 #include <cstdint>
 #include <exception>

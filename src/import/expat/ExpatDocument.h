@@ -3,7 +3,7 @@
 #include "import/expat/DocumentParser.h"
 #include "import/expat/ExpatLimits.h"
 #include "import/xml/PatchedFile.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 
 #include <cstddef>
 #include <cstdint>

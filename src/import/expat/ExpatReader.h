@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/expat/ExpatLimits.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 
 #include <cstddef>
 #include <optional>

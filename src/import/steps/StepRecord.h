@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/steps/StepSums.h"
-#include "import/xml/XMLReader.h"
+#include "import/xml/XMLReaderDelegate.h"
 
 #include <string_view>
 
