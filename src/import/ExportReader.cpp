@@ -38,8 +38,8 @@ constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and its ta
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
-/// If less than this part of the file was scanned, expat reads the whole file. That hardly takes
-/// longer, and no memory has to be estimated.
+/// If less than this part of the file was scanned, the scan does not count. Reading so little again
+/// hardly takes longer, and no memory has to be estimated.
 constexpr std::uint64_t leastScanned = 16;
 
 /// The start tags of the open elements, without the root.
@@ -59,13 +59,12 @@ unsigned ExportReader::usualThreads() {
 
 std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDelegate& delegate,
                                            StepSums& sums) const {
-    StepSums::ByDate earlier = sums.takeAll();
+    StepSums::ByDate earlier = sums.byDate();
     std::optional<XMLError> error;
     if (!readByBoth(file, delegate, sums, error)) {
-        sums.takeAll();
+        sums.set(std::move(earlier));
         error = ExpatReader(_options.blockSize).read(file, delegate);
     }
-    sums.add(std::move(earlier));
     return error;
 }
 
@@ -80,14 +79,18 @@ bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate
     }
     const FileScan scan{std::min(_options.threads, mostThreads), _options.blockSize,
                         _options.chunkSize, mostLongTagBytes};
-    const ScanPlace place = scan.scan(file, {prolog->end, {prolog->rootName}}, sums);
+    const ScanPlace start{prolog->end, {prolog->rootName}};
+    StepSums scanned;
+    const ScanPlace place = scan.scan(file, start, scanned);
 #ifdef __GLIBC__
     // Otherwise malloc would keep the memory that the fast reader has freed, besides expat's.
     malloc_trim(0);
 #endif
-    if (place.offset < file.size() / leastScanned) {
-        return false;
+    if (place.offset - start.offset < file.size() / leastScanned) {
+        error = document.readFrom(start.offset, "", 0);
+        return true;
     }
+    sums.add(scanned.takeAll());
     error = document.readFrom(place.offset, startTags(place.open), mostKept);
     return !error || error->reason != XMLErrorReason::outOfMemory;
 }

@@ -8,11 +8,13 @@
 #include "import/Mutations.h"
 #include "import/Reading.h"
 #include "import/SampleExports.h"
+#include "import/xml/InputFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -62,6 +64,21 @@ TEST(ExportReader, agreesWithExpatOnMutants) {
             EXPECT_EQ(differences, "") << (bytes.size() < 10'000 ? bytes : "");
         }
     }
+}
+
+TEST(ExportReader, keepsWhatWasAddedBeforeWhereTheDelegateThrows) {
+    struct Throwing : XMLReaderDelegate {
+        void didStartElement(std::string_view, const XMLAttributes&) override {
+            throw std::runtime_error("on purpose");
+        }
+    } delegate;
+    const TemporaryFolder folder;
+    std::error_code error;
+    const auto file = InputFile::open(folder.write("export.xml", sampleExports().front()), error);
+    StepSums sums;
+    sums.add(noon9, "5");
+    EXPECT_THROW(ExportReader({}).read(file.value(), delegate, sums), std::runtime_error);
+    EXPECT_EQ(asText(sums.days()), (Days{{"2024-03-09", 5}}));
 }
 
 }  // namespace

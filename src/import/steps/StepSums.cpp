@@ -40,9 +40,15 @@ void StepSums::add(ByDate days) {
     }
 }
 
-StepSums::ByDate StepSums::takeAll() {
+void StepSums::set(ByDate days) {
     ++_taken;
-    return std::exchange(_sums, {});
+    _sums = std::move(days);
+}
+
+StepSums::ByDate StepSums::takeAll() {
+    ByDate days = std::move(_sums);
+    set({});
+    return days;
 }
 
 std::vector<DailySteps> StepSums::days() const {

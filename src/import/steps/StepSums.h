@@ -25,6 +25,12 @@ class StepSums {
     /// Adds sums that `takeAll` returned.
     void add(ByDate days);
 
+    /// The sums of all days to which something was added.
+    const ByDate& byDate() const { return _sums; }
+
+    /// Replaces all sums.
+    void set(ByDate days);
+
     /// Removes all sums and returns them, one for each day to which something was added.
     ByDate takeAll();
 
@@ -39,8 +45,9 @@ class StepSums {
     ByDate _sums;
 
     // A direct-mapped cache of days. Without it, each record would need a system call for its day
-    // and a search of the map for its sum. It holds eleven years, because some exports are not
-    // sorted by time. `taken` is the generation of `sum`; takeAll starts a new generation.
+    // and a search of the map for its sum. 4096 days are eleven years, as long as there have been
+    // exports, and some exports are not sorted by time. `taken` is the generation of `sum`; set
+    // starts a new generation.
     struct KnownDay {
         LocalDay day;
         std::uint64_t taken = 0;

@@ -36,6 +36,18 @@ Days oneEach(std::initializer_list<const char*> startDates) {
     return asText(sums.days());
 }
 
+TEST(StepSums, sumsThatAreSetReplaceThoseBeforeAndAreAddedTo) {
+    StepSums sums;
+    sums.add(noon9, "1");
+    const StepSums::ByDate before = sums.byDate();
+    sums.add(noon9, "2");
+    sums.add(noon10, "3");
+    sums.set(before);
+    EXPECT_EQ(asText(sums.days()), (Days{{"2024-03-09", 1}}));
+    sums.add(noon9, "4");
+    EXPECT_EQ(asText(sums.days()), (Days{{"2024-03-09", 5}}));
+}
+
 TEST(StepSums, withoutRecordsThereAreNoDays) {
     EXPECT_TRUE(StepSums().days().empty());
 }
