@@ -32,22 +32,27 @@ class Baseline {
         return both([=](std::size_t at) { return load(one + at) != load(other + at); });
     }
 
-    /// The bytes that are `byte`.
-    static Mask equal(const char* at, char byte) {
-        return both([=](std::size_t half) { return load(at + half) == byte; });
+    /// The bytes that are below those at `lowest`, are above them by more than those at `spans`, or
+    /// by just `gap`.
+    static Mask outside(const char* at, const char* lowest, const char* spans, char gap) {
+        return both([=](std::size_t half) {
+            const auto above = Unsigned(load(at + half) - load(lowest + half));
+            return Vector(above > Unsigned(load(spans + half))) | (Vector(above) == gap);
+        });
     }
 
-    /// The bytes that are not printable ASCII, or are `quote`, "<" or "&".
-    static Mask special(const char* at, char quote) {
+    /// The bytes that are not printable ASCII, or are `byte`, "<" or "&".
+    static Mask special(const char* at, char byte) {
         return both([=](std::size_t half) {
             const Vector bytes = load(at + half);
             // As signed numbers, the bytes beyond ASCII are below the blank, too.
-            return (bytes < ' ') | (bytes == quote) | (bytes == '<') | (bytes == '&');
+            return (bytes < ' ') | (bytes == byte) | (bytes == '<') | (bytes == '&');
         });
     }
 
   private:
     using Vector [[gnu::vector_size(16)]] = signed char;
+    using Unsigned [[gnu::vector_size(16)]] = unsigned char;
 
     static Vector load(const char* at) {
         Vector bytes;
@@ -88,15 +93,19 @@ class Avx2 {
         return ~bits(_mm256_cmpeq_epi8(load(one), load(other)));
     }
 
-    [[gnu::target("avx2")]] static inline Mask equal(const char* at, char byte) {
-        return bits(_mm256_cmpeq_epi8(load(at), _mm256_set1_epi8(byte)));
+    [[gnu::target("avx2")]] static inline Mask outside(const char* at, const char* lowest,
+                                                       const char* spans, char gap) {
+        const __m256i above = _mm256_sub_epi8(load(at), load(lowest));
+        const __m256i isInSpan = _mm256_cmpeq_epi8(_mm256_min_epu8(above, load(spans)), above);
+        const __m256i isGap = _mm256_cmpeq_epi8(above, _mm256_set1_epi8(gap));
+        return ~bits(_mm256_andnot_si256(isGap, isInSpan));
     }
 
-    [[gnu::target("avx2")]] static inline Mask special(const char* at, char quote) {
+    [[gnu::target("avx2")]] static inline Mask special(const char* at, char byte) {
         const __m256i bytes = load(at);
         return bits(
             _mm256_or_si256(_mm256_or_si256(_mm256_cmpgt_epi8(_mm256_set1_epi8(' '), bytes),
-                                            _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(quote))),
+                                            _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(byte))),
                             _mm256_or_si256(_mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('<')),
                                             _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('&')))));
     }
@@ -112,11 +121,11 @@ class Avx2 {
 
 #endif
 
-/// The first byte from `at` on that is not printable ASCII, or is `quote`, "<" or "&". A null
+/// The first byte from `at` on that is not printable ASCII, or is `byte`, "<" or "&". A null
 /// character ends every text, so there is one.
-inline const char* findSpecial(const char* at, char quote) {
+inline const char* findSpecial(const char* at, char byte) {
     for (;; at += width) {
-        if (const Mask mask = Baseline::special(at, quote); mask != 0) {
+        if (const Mask mask = Baseline::special(at, byte); mask != 0) {
             return at + std::countr_zero(mask);
         }
     }

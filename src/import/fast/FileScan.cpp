@@ -7,7 +7,6 @@
 #include <condition_variable>
 #include <cstring>
 #include <exception>
-#include <iterator>
 #include <limits>
 #include <map>
 #include <mutex>
@@ -31,17 +30,20 @@ namespace ambulet {
 namespace {
 
 /// Bytes of a token that are kept for the next block, which scans them again. A longer token ends
-/// the scan. Exports have none of a hundredth of this.
+/// the scan. Exports have tokens of up to half a kilobyte; the longer ones of other documents are
+/// scanned again at most once in four blocks.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
-/// The next chunk's first tag is looked for in so many bytes: some dozens of records.
+/// The next chunk's first tag is looked for in so many bytes: some dozens of records, and a
+/// thirty-second of a chunk, which is read twice.
 constexpr std::size_t overlap = std::size_t{16} * 1024;
 
-/// Chunks that are taken and not merged: enough for a thread that merges to be interrupted.
+/// Chunks that are taken and not merged. The thread that merges may be interrupted for some
+/// milliseconds, in which another scans a chunk each tenth of a millisecond.
 constexpr std::uint64_t mostAhead = 24;
 
-/// After so many chunks that did not fit, the document is read in order. Each costs twice its time,
-/// some milliseconds in all.
+/// After so many chunks that did not fit, the document is read in order. Each takes its time twice,
+/// so all together take some two milliseconds more.
 constexpr int mostMisfits = 16;
 
 constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
@@ -159,14 +161,23 @@ class ChunkScan {
     TagScanner _scanner;
 };
 
-/// Scans a file by several threads at once. For one use.
-class ParallelScan {
+/// Scans a file, by several threads at once if there are more. For one use.
+class WholeScan {
   public:
-    ParallelScan(const InputFile& file, const FileScan& options, ScanPlace start, StepSums& sums)
+    WholeScan(const InputFile& file, const FileScan& options, ScanPlace start, StepSums& sums)
         : _file(file), _options(options), _begin(start.offset), _sums(sums),
           _inOrder(file, options.blockSize), _place(std::move(start)) {}
 
     ScanPlace run() {
+        if (_options.threads == 1 || !runInChunks()) {
+            scanInOrder(noStop);
+        }
+        return std::move(_place);
+    }
+
+  private:
+    /// False where what is left is to be scanned in order.
+    bool runInChunks() {
         std::vector<std::thread> others;
         try {
             others.reserve(_options.threads);
@@ -183,13 +194,9 @@ class ParallelScan {
         if (_thrown) {
             std::rethrow_exception(_thrown);
         }
-        if (_misfits == mostMisfits) {
-            scanInOrder(noStop);
-        }
-        return std::move(_place);
+        return _misfits < mostMisfits;
     }
 
-  private:
     /// What each thread does. Throws nothing.
     void work() noexcept {
         try {
@@ -226,11 +233,8 @@ class ParallelScan {
             return;
         }
         _isMerging = true;
-        while (!_isStopped) {
-            auto next = _waiting.extract(_merged);
-            if (next.empty()) {
-                break;
-            }
+        while (!_isStopped && _waiting.contains(_merged)) {
+            const auto next = _waiting.extract(_merged);
             lock.unlock();
             const bool goesOn = merge(next.mapped());
             lock.lock();
@@ -242,7 +246,7 @@ class ParallelScan {
     }
 
     /// False where the scan ends, or is to go on in order.
-    bool merge(Chunk& chunk) {
+    bool merge(const Chunk& chunk) {
         if (chunk.isBehindEnd) {
             return false;
         }
@@ -252,8 +256,8 @@ class ParallelScan {
         }
         _place.offset = chunk.reached;
         _place.open.resize(_place.open.size() - chunk.closed.size());
-        std::ranges::move(chunk.open, std::back_inserter(_place.open));
-        _sums.add(std::move(chunk.sums));
+        _place.open.insert(_place.open.end(), chunk.open.begin(), chunk.open.end());
+        _sums.add(chunk.sums);
         _longTagBytes += chunk.longTagBytes;
         return scanInOrder(chunk.stop);
     }
@@ -306,16 +310,7 @@ class ParallelScan {
 }  // namespace
 
 ScanPlace FileScan::scan(const InputFile& file, ScanPlace start, StepSums& sums) const {
-    if (threads > 1) {
-        return ParallelScan(file, *this, std::move(start), sums).run();
-    }
-    TagScanner scanner;
-    if (scanner.startIn(start.open, mostLongTagBytes)) {
-        start.offset = SequentialScan(file, blockSize).scan(scanner, start.offset, noStop);
-        start.open = scanner.open();
-        sums.add(scanner.sums().takeAll());
-    }
-    return start;
+    return WholeScan(file, *this, std::move(start), sums).run();
 }
 
 }  // namespace ambulet

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -19,15 +20,16 @@ class NameTable {
     /// Exports have some 60 names of elements and some 100 of attributes.
     static constexpr std::size_t capacity = 128;
 
-    /// In bytes. The longest name in exports has 60.
-    static constexpr std::size_t longest = 200;
+    /// In bytes. Exports have names of up to 60; longer ones would count for more than
+    /// ExportReader.cpp says that expat keeps of them.
+    static constexpr std::size_t longestName = 200;
 
     /// None where the table is full, or the name is too long.
     std::optional<Id> id(std::string_view name) {
         const auto known = std::ranges::find(_names, name);
         const auto id = static_cast<Id>(known - _names.begin());
         if (known == _names.end()) {
-            if (_names.size() == capacity || name.size() > longest) {
+            if (_names.size() == capacity || name.size() > longestName) {
                 return std::nullopt;
             }
             _names.emplace_back(name);
@@ -47,12 +49,15 @@ class NameSet {
     NameSet() = default;
     explicit NameSet(NameTable::Id id) { (id < 64 ? _low : _high) = std::uint64_t{1} << id % 64U; }
 
-    /// False where some of the names were in the set already.
-    bool add(NameSet other) {
-        const bool areNew = ((_low & other._low) | (_high & other._high)) == 0;
+    void add(NameSet other) {
         _low |= other._low;
         _high |= other._high;
-        return areNew;
+    }
+
+    bool has(NameTable::Id id) const { return ((id < 64 ? _low : _high) >> id % 64U & 1U) != 0; }
+
+    unsigned size() const {
+        return static_cast<unsigned>(std::popcount(_low) + std::popcount(_high));
     }
 
   private:

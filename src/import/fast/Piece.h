@@ -65,7 +65,8 @@ class Markup {
     }
 
   private:
-    static constexpr std::size_t most = 8;  // with more, the piece ends
+    // With more, the piece ends. Exports have five levels.
+    static constexpr std::size_t most = 8;
 
     std::array<NameTable::Id, most> _closed{};
     std::array<NameTable::Id, most> _opened{};
@@ -78,23 +79,22 @@ struct Piece;
 /// A value that was verified after a piece of markup, and the piece that followed it.
 class Prediction {
   public:
-    /// Of value and piece together, in bytes; longer ones are rare.
-    static constexpr std::size_t longest = 512;
+    /// Of value and piece together, in bytes. The longest in exports are devices, of some 200.
+    static constexpr std::size_t mostBytes = 512;
 
-    /// Predicts `value`, which `quote` ends, and that `piece` follows.
-    void learn(std::string_view value, char quote, Piece& piece);
+    /// Predicts `value`, and that `piece` follows.
+    void learn(std::string_view value, Piece& piece);
 
     /// Predicts nothing.
     void clear() { _blocks.clear(); }
 
-    /// Whether the bytes at `at` are like those that were learnt, and so well-formed. Where they
-    /// differ, both must be printable ASCII, and the learnt byte outside a reference.
+    /// Whether the bytes at `at` are those that were learnt, or differ from them only in plain
+    /// characters of the value; and so are well-formed.
     template <class Vectors>
-    bool holds(const char* at, char quote) const {
+    bool holds(const char* at) const {
         for (const Block& block : _blocks) {
-            const ByteScan::Mask differing =
-                Vectors::differing(at, block.bytes.data()) & block.compared;
-            if (differing != 0 && (differing & (block.fixed | Vectors::special(at, quote))) != 0) {
+            if ((Vectors::outside(at, block.lowest.data(), block.spans.data(), '<' - lowestPlain) &
+                 block.used) != 0) {
                 return false;
             }
             at += ByteScan::width;
@@ -109,12 +109,17 @@ class Prediction {
     Piece& next() const { return *_next; }
 
   private:
-    /// 32 bytes of the value and the piece.
+    /// The bytes that value and piece may have in 32 places: the lowest, and how far others may be
+    /// above it.
     struct Block {
-        std::array<char, ByteScan::width> bytes{};
-        ByteScan::Mask compared = 0;  // the bytes that are in use
-        ByteScan::Mask fixed = 0;     // those that may not differ
+        std::array<char, ByteScan::width> lowest{};
+        std::array<char, ByteScan::width> spans{};
+        ByteScan::Mask used = 0;  // the places
     };
+
+    // The plain characters are those from "(" to "~", but "<". That leaves out the quotes and "&".
+    static constexpr char lowestPlain = '(';
+    static constexpr char highestPlain = '~';
 
     std::vector<Block> _blocks;
     std::size_t _valueSize = 0;
@@ -126,8 +131,8 @@ class Prediction {
 /// verified once; where its bytes come again they mean the same, but for the elements that are open
 /// there and the attributes that the tag has already.
 struct Piece {
-    /// In bytes. The pieces of exports have up to 60.
-    static constexpr std::size_t longest = 8 * ByteScan::width;
+    /// The pieces of exports have up to 60.
+    static constexpr std::size_t mostBytes = 8 * ByteScan::width;
 
     // What followed it, the latest first. Three, since a phone, a watch and an application may
     // write by turns.
@@ -137,30 +142,22 @@ struct Piece {
     std::uint64_t lastMiss = 0;  // the number of its tag
 
     Markup markup;
-    NameSet attributes;  // the one whose value follows
+    NameSet attributeSet;  // of the attribute whose value follows
     bool keepsDepth = true;
     NameTable::Id inElement = 0;  // in whose tag it begins
-    std::array<char, longest> bytes{};
+    std::array<char, mostBytes> bytes{};
 
     void set(const Markup& effect) {
-        if (effect.quote != markup.quote) {
-            forgetWhatFollowed();  // it was verified in other quotes
-        }
         markup = effect;
+        attributeSet = NameSet(effect.attribute);
         keepsDepth = effect.keepsDepth();
-        attributes = NameSet(effect.attribute);
-    }
-
-    void forgetWhatFollowed() {
-        std::ranges::for_each(predictions, &Prediction::clear);
-        successors = {};
     }
 
     /// The prediction that holds at `at`, after the piece; null where none does.
     template <class Vectors>
     const Prediction* predictionAt(const char* at) {
         for (std::size_t rank = 0; rank < predictions.size(); ++rank) {
-            if (predictions[rank].template holds<Vectors>(at, markup.quote)) {
+            if (predictions[rank].template holds<Vectors>(at)) {
                 for (; rank > 0; --rank) {
                     std::swap(predictions[rank], predictions[rank - 1]);
                 }
@@ -197,19 +194,16 @@ struct Piece {
     }
 };
 
-/// The pieces that come again, in bounded memory: some hundreds. Exports have less than two
-/// hundred.
+/// The pieces that come again, in bounded memory.
 class PieceCache {
   public:
-    PieceCache() : _slots(slotCount) {}
+    PieceCache() : _groups(capacity) {}
 
     /// The piece at `at`, after a value; null where it is not known.
     template <class Vectors>
     Piece* find(NameTable::Id element, const char* at) const {
-        const std::size_t size = sizeAt<Vectors>(at);
-        for (std::size_t slot = slotOf(element, at, size), probe = 0; probe < probes;
-             ++probe, ++slot) {
-            Piece* const piece = _slots[slot % slotCount];
+        const std::size_t size = sizeAt(at);
+        for (Piece* const piece : _groups[groupOf(element, at, size)]) {
             if (piece != nullptr && piece->inElement == element && piece->markup.size == size &&
                 piece->isAt<Vectors>(at)) {
                 return piece;
@@ -223,21 +217,19 @@ class PieceCache {
     Piece* add(NameTable::Id element, const Markup& markup, const char* at) {
         // A quote in a text or a comment would hide the end.
         if (!markup.isTagsOnly || markup.end != Markup::End::value || isFull() ||
-            markup.size != sizeAt<ByteScan::Baseline>(at)) {
+            markup.size != sizeAt(at)) {
             return nullptr;
         }
-        for (std::size_t slot = slotOf(element, at, markup.size), probe = 0; probe < probes;
-             ++probe, ++slot) {
-            if (_slots[slot % slotCount] == nullptr) {
-                Piece& piece = _pieces.emplace_back();
-                piece.set(markup);
-                piece.inElement = element;
-                std::copy_n(at, markup.size, piece.bytes.data());
-                _slots[slot % slotCount] = &piece;
-                return &piece;
-            }
+        Group& group = _groups[groupOf(element, at, markup.size)];
+        Piece** const slot = std::ranges::find(group, nullptr);
+        if (slot == group.end()) {
+            return nullptr;
         }
-        return nullptr;
+        Piece& piece = _pieces.emplace_back();
+        piece.set(markup);
+        piece.inElement = element;
+        std::copy_n(at, markup.size, piece.bytes.data());
+        return *slot = &piece;
     }
 
     bool isFull() const { return _pieces.size() == capacity; }
@@ -245,7 +237,7 @@ class PieceCache {
     /// Forgets all pieces. None that was given may be used any more.
     void clear() {
         _pieces.clear();
-        std::ranges::fill(_slots, nullptr);
+        std::ranges::fill(_groups, Group{});
     }
 
     /// Tries all predictions anew that were given up.
@@ -256,42 +248,39 @@ class PieceCache {
     }
 
   private:
+    // Exports have less than two hundred pieces. A hash selects one of as many groups as there may
+    // be pieces, and there is no room in its group for about one in a thousand.
     static constexpr std::size_t capacity = 512;
-    static constexpr std::size_t slotCount = 4 * capacity;  // so that few are taken
-    static constexpr std::size_t probes = 4;
+    using Group = std::array<Piece*, 4>;
 
     /// Up to, and with, the first quote after the one at `at`; 0 where the longest piece has none.
-    template <class Vectors>
     static std::size_t sizeAt(const char* at) {
-        ByteScan::Mask first = 1;
-        for (std::size_t size = 0; size < Piece::longest; size += ByteScan::width) {
-            const ByteScan::Mask quotes =
-                (Vectors::equal(at + size, '"') | Vectors::equal(at + size, '\'')) & ~first;
-            if (quotes != 0) {
-                return size + static_cast<std::size_t>(std::countr_zero(quotes)) + 1;
+        for (std::size_t size = 1; size < Piece::mostBytes; ++size) {
+            if (at[size] == '"' || at[size] == '\'') {
+                return size + 1;
             }
-            first = 0;
         }
         return 0;
     }
 
-    /// Pieces of one size that differ only in the middle share their slots; there are few.
-    std::size_t slotOf(NameTable::Id element, const char* at, std::size_t size) const {
+    /// Pieces of one size that differ only in the middle share their group; there are few.
+    std::size_t groupOf(NameTable::Id element, const char* at, std::size_t size) const {
         std::array<std::uint64_t, 3> key{element | size << 8U};
-        std::memcpy(&key[1], at, std::min<std::size_t>(size, 8));
-        std::memcpy(&key[2], at + size - std::min<std::size_t>(size, 8),
-                    std::min<std::size_t>(size, 8));
+        const std::size_t edge = std::min<std::size_t>(size, 8);
+        std::memcpy(&key[1], at, edge);
+        std::memcpy(&key[2], at + size - edge, edge);
         std::uint64_t number = _salt;
         for (const std::uint64_t part : key) {
+            // 2 to the 64th over the golden ratio: it spreads the bits to the upper half.
             number = (number ^ part) * 0x9E3779B97F4A7C15ULL;
             number ^= number >> 32U;
         }
-        return number % slotCount;
+        return number % capacity;
     }
 
-    std::uint64_t _salt = std::random_device()();
+    std::uint64_t _salt = std::random_device()();  // so that no document can make pieces collide
     std::deque<Piece> _pieces;
-    std::vector<Piece*> _slots;
+    std::vector<Group> _groups;
 };
 
 }  // namespace ambulet

@@ -3,6 +3,8 @@
 #include "import/fast/ByteScan.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -24,41 +26,29 @@ bool isNameByte(char byte) {
     return isNameStart(byte) || ('0' <= byte && byte <= '9') || byte == '-' || byte == '.';
 }
 
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+bool isCharacter(std::uint32_t code) {
+    return code == '\t' || code == '\n' || code == '\r' || (0x20 <= code && code < 0xD800) ||
+           (0xE000 <= code && code < 0xFFFE) || (0x10000 <= code && code < 0x110000);
 }
 
 /// The number of bytes of the character, 0 where it is none that a document may have.
 std::size_t characterSize(const char* at) {
-    const auto first = static_cast<unsigned char>(at[0]);
-    if (first < 0x80) {
-        return first >= ' ' || isBlank(at[0]) ? 1 : 0;
-    }
-    if (first < 0xC2 || first > 0xF4 || !isContinuation(at[1])) {
+    constexpr std::array<std::uint32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};  // by size
+    const auto first = static_cast<unsigned char>(*at);
+    const auto ones = static_cast<std::size_t>(std::countl_one(first));
+    if (ones == 1 || ones >= least.size()) {
         return 0;
     }
-    if (first < 0xE0) {
-        return 2;
+    const std::size_t size = std::max<std::size_t>(ones, 1);
+    std::uint32_t code = first & (0x7FU >> ones);
+    for (std::size_t index = 1; index < size; ++index) {
+        const auto byte = static_cast<unsigned char>(at[index]);
+        if ((byte & 0xC0U) != 0x80U) {
+            return 0;
+        }
+        code = code << 6U | (byte & 0x3FU);
     }
-    if (!isContinuation(at[2])) {
-        return 0;
-    }
-    const auto second = static_cast<unsigned char>(at[1]);
-    if (first < 0xF0) {
-        const bool isOverlong = first == 0xE0 && second < 0xA0;
-        const bool isSurrogate = first == 0xED && second >= 0xA0;
-        const bool isNone =  // U+FFFE, U+FFFF
-            first == 0xEF && second == 0xBF && static_cast<unsigned char>(at[2]) > 0xBD;
-        return isOverlong || isSurrogate || isNone ? 0 : 3;
-    }
-    const bool isOverlong = first == 0xF0 && second < 0x90;
-    const bool isBeyond = first == 0xF4 && second >= 0x90;
-    return isOverlong || isBeyond || !isContinuation(at[3]) ? 0 : 4;
-}
-
-bool isCharacter(std::uint32_t code) {
-    return code == '\t' || code == '\n' || code == '\r' || (0x20 <= code && code < 0xD800) ||
-           (0xE000 <= code && code < 0xFFFE) || (0x10000 <= code && code < 0x110000);
+    return code >= least[ones] && isCharacter(code) ? size : 0;
 }
 
 struct Reference {
@@ -78,8 +68,8 @@ Reference reference(const char* at) {
             return {each.text.size(), each.code};
         }
     }
-    constexpr std::size_t longest = 10;  // &#1114111;
-    const char* const limit = at + ::strnlen(at, longest);
+    constexpr std::size_t mostBytes = 10;  // &#1114111;
+    const char* const limit = at + ::strnlen(at, mostBytes);
     const char* const end = std::find(at, limit, ';');
     if (end == limit || at[1] != '#') {
         return {};
@@ -132,14 +122,15 @@ class Walk {
     }
 
     bool content() {
-        // After so many bytes without a value, the piece ends at the next token, so that it does
-        // not begin anew after a block that cuts it.
-        constexpr std::ptrdiff_t much = 4096;
+        // After so many bytes without a value, the piece ends at the next token. A piece that a
+        // block cuts is read again, so that costs a part of it at most: here a sixty-fourth of a
+        // block. Those of exports have some dozens of bytes.
+        constexpr std::ptrdiff_t mostBetweenValues = 4096;
         for (;;) {
             if (!text()) {
                 return false;
             }
-            if (_at >= _stop || _at - _begin > much || _markup.isFull()) {
+            if (_at >= _stop || _at - _begin > mostBetweenValues || _markup.isFull()) {
                 _markup.end = Markup::End::content;
                 return true;
             }

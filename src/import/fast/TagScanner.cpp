@@ -10,8 +10,8 @@
 // tag, a line break and ` <Record type="` together are another. Each piece is verified once, by the
 // strict parser, and kept with its effect. A piece predicts what follows it:
 //
-// - a value that is like the last one, and the piece that followed that: one comparison goes past
-//   both. Equal bytes are verified; where they differ, both have printable characters there.
+// - a value like the last one, and the piece that followed that: one comparison goes past both. A
+//   plain character may stand in the place of another, and all else must be equal.
 // - where the size of the values varies, the piece alone: a mask finds the value's end.
 //
 // A piece that is not predicted is looked up in the cache. One that is not there is verified.
@@ -24,8 +24,8 @@ namespace ambulet {
 namespace {
 
 /// A miss costs about as much time as eight hits save, and a piece is met about once a tag. So two
-/// misses of a piece with fewer tags between them are in close succession. After a dozen of those
-/// the sizes of its values are taken to vary.
+/// misses of a piece with fewer tags between them are in close succession. After a dozen of those,
+/// four for each prediction, the sizes of its values are taken to vary.
 constexpr std::uint64_t closeSuccession = 8;
 constexpr unsigned mostMisses = 12;
 
@@ -33,14 +33,18 @@ constexpr unsigned mostMisses = 12;
 /// pieces take less than a hundredth of the time that such a stretch takes.
 constexpr unsigned blocksBetweenRetries = 64;
 
+const char* endOf(std::string_view value) {
+    return value.data() + value.size();
+}
+
 }  // namespace
 
-void Prediction::learn(std::string_view value, char quote, Piece& piece) {
+void Prediction::learn(std::string_view value, Piece& piece) {
     _next = &piece;
     _valueSize = value.size();
     _size = value.size() + piece.markup.size;
     _blocks.clear();
-    if (_size > longest) {
+    if (_size > mostBytes) {
         return;
     }
     _blocks.resize((_size + ByteScan::width - 1) / ByteScan::width);
@@ -48,16 +52,16 @@ void Prediction::learn(std::string_view value, char quote, Piece& piece) {
     for (std::size_t index = 0; index < _size; ++index) {
         const bool isValue = index < value.size();
         const char byte = isValue ? value[index] : piece.bytes[index - value.size()];
-        const bool isPrintable = ' ' <= byte && byte <= '~' && byte != quote;
-        isInReference = isValue && (isInReference || byte == '&');
-        const bool isFixed = !isValue || !isPrintable || isInReference;
+        isInReference = isInReference || byte == '&';
+        const bool mayDiffer =
+            isValue && !isInReference && lowestPlain <= byte && byte <= highestPlain;
         isInReference = isInReference && byte != ';';
 
-        const std::size_t bit = index % ByteScan::width;
+        const std::size_t place = index % ByteScan::width;
         Block& block = _blocks[index / ByteScan::width];
-        block.bytes[bit] = byte;
-        block.compared |= ByteScan::Mask{1} << bit;
-        block.fixed |= ByteScan::Mask{isFixed} << bit;
+        block.lowest[place] = mayDiffer ? lowestPlain : byte;
+        block.spans[place] = mayDiffer ? highestPlain - lowestPlain : 0;
+        block.used |= ByteScan::Mask{1} << place;
     }
 }
 
@@ -67,6 +71,7 @@ TagScanner::TagScanner()
       _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()),
       _readTags(&TagScanner::readTagsWithBaseline) {
+    _uncached.misses = mostMisses;  // what follows it is not predicted
 #if defined(__SSE2__)
     if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi")) {
         _readTags = &TagScanner::readTagsWithAvx2;
@@ -106,7 +111,7 @@ TagScanner::ElementNames TagScanner::namesOf(const std::vector<NameTable::Id>& i
 const char* TagScanner::scan(const char* begin, const char* stop) {
     if (_cache.isFull()) {
         _cache.clear();
-        _uncached.forgetWhatFollowed();
+        _uncached.successors = {};
     }
     if (++_scanCount % blocksBetweenRetries == 0) {
         _cache.retryPredictions();
@@ -125,7 +130,8 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
         _boundary += markup->tagOffset;
         _uncached.set(*markup);
         _element = markup->element;
-        _attributes = _uncached.attributes;
+        _attributes = _uncached.attributeSet;
+        _attributeCount = 1;
         if (!(this->*_readTags)(&_uncached, end, stop)) {
             break;
         }
@@ -140,36 +146,36 @@ template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
     for (;;) {
-        Value& value = _values[piece->markup.attribute];
-        value.begin = at;
+        std::string_view& value = _values[piece->markup.attribute];
         Piece* next = nullptr;
         if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) {
-            value.end = at + prediction->valueSize();
+            value = {at, prediction->valueSize()};
             next = &prediction->next();
             at += prediction->size();
         } else {
-            next = readValue<Vectors>(*piece, stop, value);
+            next = readValue<Vectors>(*piece, at, stop, value);
             if (next == nullptr) {
                 return false;
             }
-            at = value.end + next->markup.size;
+            at = endOf(value) + next->markup.size;
         }
         if (next->markup.endsTag) {
             if (at > stop) {
-                next = parse(value.end, stop);  // up to a boundary at `stop`
+                next = parse(endOf(value), stop);  // up to a boundary at `stop`
                 if (next == nullptr) {
                     return false;
                 }
-                at = value.end + next->markup.size;
+                at = endOf(value) + next->markup.size;
             }
-            if (!endTag(*next, value.end)) {
+            if (!endTag(*next, endOf(value))) {
                 return false;
             }
             if (_boundary >= stop || next->markup.end == Markup::End::content) {
                 return true;
             }
-        } else if (!_attributes.add(next->attributes)) {
-            return false;
+        } else {
+            _attributes.add(next->attributeSet);
+            ++_attributeCount;
         }
         piece = next;
     }
@@ -187,13 +193,13 @@ TagScanner::readTagsWithAvx2(Piece* piece, const char* at, const char* stop) {
 }
 #endif
 
-/// Reads the value after `piece` to its end. Returns the piece that follows; null where one of them
-/// is refused.
+/// Reads the value at `at`, after `piece`, to its end. Returns the piece that follows; null where
+/// one of them is refused.
 template <class Vectors>
-[[gnu::always_inline]] inline Piece* TagScanner::readValue(Piece& piece, const char* stop,
-                                                           Value& value) {
+[[gnu::always_inline]] inline Piece*
+TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::string_view& value) {
     const char quote = piece.markup.quote;
-    const char* end = value.begin;
+    const char* end = at;
     ByteScan::Mask special = Vectors::special(end, quote);
     while (special == 0) {
         end += ByteScan::width;
@@ -206,7 +212,7 @@ template <class Vectors>
             return nullptr;
         }
     }
-    value.end = end;
+    value = {at, static_cast<std::size_t>(end - at)};
 
     Piece* next = piece.successorAt<Vectors>(end);
     if (next == nullptr) {
@@ -224,7 +230,7 @@ template <class Vectors>
         piece.misses = isClose ? piece.misses + 1 : 0;
         std::rotate(piece.predictions.begin(), piece.predictions.end() - 1,
                     piece.predictions.end());
-        piece.predictions[0].learn({value.begin, value.end}, quote, *next);
+        piece.predictions[0].learn(value, *next);
         if (piece.misses == mostMisses) {
             std::ranges::for_each(piece.predictions, &Prediction::clear);
         }
@@ -249,6 +255,9 @@ template <class Vectors>
 /// Ends the tag at the boundary where `piece`, at `at`, ends it; and begins the next one where it
 /// does that. False, and nothing done, where that is not well-formed here.
 inline bool TagScanner::endTag(const Piece& piece, const char* at) {
+    if (_attributes.size() != _attributeCount) {
+        return false;  // two have one name
+    }
     const Markup& markup = piece.markup;
     const auto tagSize = static_cast<std::uint64_t>(at - _boundary);
     const std::uint64_t longTagBytes = _longTagBytes + (tagSize > longTag ? tagSize : 0);
@@ -263,7 +272,8 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     if (markup.beginsTag) {
         _boundary = at + markup.tagOffset;
         _element = markup.element;
-        _attributes = piece.attributes;
+        _attributes = piece.attributeSet;
+        _attributeCount = 1;
     } else {
         _boundary = at + markup.size;
     }
@@ -301,37 +311,31 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
 }
 
 [[gnu::noinline]] void TagScanner::addIfStepRecord() {
-    NameSet attributes = _attributes;
-    if (attributes.add(NameSet(_typeAttribute)) || !isStepType(_values[_typeAttribute]) ||
-        attributes.add(NameSet(_startDateAttribute)) || attributes.add(NameSet(_valueAttribute))) {
+    if (!_attributes.has(_typeAttribute) || !isStepType(_values[_typeAttribute]) ||
+        !_attributes.has(_startDateAttribute) || !_attributes.has(_valueAttribute)) {
         return;
     }
-    const Value& startDate = _values[_startDateAttribute];
-    const Value& value = _values[_valueAttribute];
+    const std::string_view startDate = _values[_startDateAttribute];
+    const std::string_view value = _values[_valueAttribute];
+    // Whether they have neither references nor other than printable ASCII.
+    const auto isPlain = [](std::string_view text) {
+        return ByteScan::findSpecial(text.data(), '&') >= endOf(text);
+    };
     if (isPlain(startDate) && isPlain(value)) {
-        _sums.add({startDate.begin, startDate.end}, {value.begin, value.end});
+        _sums.add(startDate, value);
     } else {
-        _sums.add(text(startDate), text(value));
+        _sums.add(StrictParser::decoded(startDate), StrictParser::decoded(value));
     }
 }
 
-bool TagScanner::isStepType(const Value& value) {
+bool TagScanner::isStepType(std::string_view value) {
     constexpr std::string_view type = StepRecord::type;
     static_assert(type.size() > ByteScan::width);
-    const ByteScan::Mask differing = ByteScan::Baseline::differing(value.begin, type.data());
+    const ByteScan::Mask differing = ByteScan::Baseline::differing(value.data(), type.data());
     const auto same = static_cast<std::size_t>(std::countr_zero(differing));
     // Where it is spelled with references, the first difference is one.
-    return std::string_view(value.begin, value.end) == type ||
-           ((same == ByteScan::width || value.begin[same] == '&') && text(value) == type);
-}
-
-/// Whether the value has neither references nor other than printable ASCII.
-bool TagScanner::isPlain(const Value& value) {
-    return ByteScan::findSpecial(value.begin, '&') >= value.end;
-}
-
-std::string TagScanner::text(const Value& value) {
-    return StrictParser::decoded({value.begin, value.end});
+    return (same == ByteScan::width || value.data()[same] == '&') &&
+           (value == type || StrictParser::decoded(value) == type);
 }
 
 }  // namespace ambulet

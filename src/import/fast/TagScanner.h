@@ -24,13 +24,14 @@ class TagScanner {
     using ElementNames = std::vector<std::string>;
 
     /// So many null characters must follow the last byte: comparisons reach beyond it.
-    static constexpr std::size_t padding = Prediction::longest + 2 * ByteScan::width;
+    static constexpr std::size_t padding = Prediction::mostBytes + 2 * ByteScan::width;
 
-    /// The elements that may be open, and that a scan may open more than it closes. Exports have
-    /// five.
+    /// The elements that may be open, and that a scan may close of those before it. Exports have
+    /// five levels.
     static constexpr std::size_t deepest = 100;
 
-    /// A tag that is longer, in bytes, is a long one.
+    /// A tag that is longer, in bytes, is a long one. Those of exports are far below; and expat
+    /// keeps less than half a megabyte of any number of tags up to this (see ExportReader.cpp).
     static constexpr std::size_t longTag = 8191;
 
     TagScanner();
@@ -62,25 +63,18 @@ class TagScanner {
     StepSums& sums() { return _sums; }
 
   private:
-    struct Value {
-        const char* begin = nullptr;
-        const char* end = nullptr;
-    };
-
     template <class Vectors>
     bool readTags(Piece* piece, const char* at, const char* stop);
     bool readTagsWithBaseline(Piece* piece, const char* at, const char* stop);
     bool readTagsWithAvx2(Piece* piece, const char* at, const char* stop);
 
     template <class Vectors>
-    Piece* readValue(Piece& piece, const char* stop, Value& value);
+    Piece* readValue(Piece& piece, const char* at, const char* stop, std::string_view& value);
     Piece* parse(const char* at, const char* stop);
     bool endTag(const Piece& piece, const char* at);
     bool changeDepth(const Markup& markup);
     void addIfStepRecord();
-    static bool isStepType(const Value& value);
-    static bool isPlain(const Value& value);
-    static std::string text(const Value& value);
+    static bool isStepType(std::string_view value);
     ElementNames namesOf(const std::vector<NameTable::Id>& ids) const;
 
     StepSums _sums;
@@ -106,8 +100,9 @@ class TagScanner {
 
     // Of the tag that begins at the boundary.
     NameTable::Id _element = 0;
-    NameSet _attributes;
-    std::array<Value, NameTable::capacity> _values;  // by attribute; valid for those in the set
+    unsigned _attributeCount = 0;
+    NameSet _attributes;                        // the names of them
+    std::array<std::string_view, 256> _values;  // by any Id; valid for those in the set
 };
 
 }  // namespace ambulet

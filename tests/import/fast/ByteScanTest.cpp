@@ -31,17 +31,37 @@ void expectSpecialBytes() {
 }
 
 template <class Vectors>
-void expectDifferingAndEqualBytes() {
+void expectDifferingBytes() {
     const std::string one(width, 'a');
     EXPECT_EQ(Vectors::differing(one.data(), std::string(one).data()), 0U);
-    EXPECT_EQ(Vectors::equal(one.data(), 'a'), ~Mask{0});
-    EXPECT_EQ(Vectors::equal(one.data(), 'b'), 0U);
     for (std::size_t place = 0; place < width; ++place) {
         for (const char byte : {'b', '\0', '\xFF'}) {
             std::string other = one;
             other[place] = byte;
             EXPECT_EQ(Vectors::differing(one.data(), other.data()), Mask{1} << place);
-            EXPECT_EQ(Vectors::equal(other.data(), byte), Mask{1} << place);
+        }
+    }
+}
+
+/// All bytes, against ranges that begin at `lowest`, with and without an end and a gap.
+template <class Vectors>
+void expectBytesOutside() {
+    for (const int lowest : {0, 0x28, 0x80, 0xFF}) {
+        for (const int span : {0, 1, 0x56, 0xFF}) {
+            for (int value = 0; value < 256; ++value) {
+                constexpr int gap = 0x14;
+                const int above = (value - lowest + 256) % 256;
+                const std::size_t place = static_cast<std::size_t>(value) % width;
+                // All others are at the lowest.
+                std::string text(width, static_cast<char>(lowest));
+                text[place] = static_cast<char>(value);
+                const Mask expected = above > span || above == gap ? Mask{1} << place : 0;
+                EXPECT_EQ(Vectors::outside(
+                              text.data(), std::string(width, static_cast<char>(lowest)).data(),
+                              std::string(width, static_cast<char>(span)).data(), char{gap}),
+                          expected)
+                    << lowest << " " << span << " " << value;
+            }
         }
     }
 }
@@ -50,15 +70,20 @@ TEST(ByteScan, specialBytesAreAllButPrintableASCIIAndTheQuoteTheAmpersandAndTheL
     expectSpecialBytes<Baseline>();
 }
 
-TEST(ByteScan, masksMarkDifferingAndEqualBytes) {
-    expectDifferingAndEqualBytes<Baseline>();
+TEST(ByteScan, masksMarkBytesOutsideARangeWithAGap) {
+    expectBytesOutside<Baseline>();
+}
+
+TEST(ByteScan, masksMarkDifferingBytes) {
+    expectDifferingBytes<Baseline>();
 }
 
 #if defined(__SSE2__)
 TEST(ByteScan, avx2ComputesTheSameMasks) {
     if (__builtin_cpu_supports("avx2")) {
         expectSpecialBytes<Avx2>();
-        expectDifferingAndEqualBytes<Avx2>();
+        expectBytesOutside<Avx2>();
+        expectDifferingBytes<Avx2>();
     }
 }
 #endif

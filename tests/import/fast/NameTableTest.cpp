@@ -30,18 +30,22 @@ TEST(NameTable, holdsAsManyNamesAsItsCapacity) {
 
 TEST(NameTable, refusesNamesThatAreTooLong) {
     NameTable table;
-    EXPECT_EQ(table.id(std::string(NameTable::longest + 1, 'a')), std::nullopt);
-    EXPECT_EQ(table.id(std::string(NameTable::longest, 'a')), 0);
+    EXPECT_EQ(table.id(std::string(NameTable::longestName + 1, 'a')), std::nullopt);
+    EXPECT_EQ(table.id(std::string(NameTable::longestName, 'a')), 0);
 }
 
-TEST(NameSet, addReportsWhetherANameIsNew) {
+TEST(NameSet, countsEachNameOnce) {
     for (const int number : {0, 1, 63, 64, 65, 127}) {
         const auto id = static_cast<NameTable::Id>(number);
         NameSet names;
-        EXPECT_TRUE(names.add(NameSet(2)));
-        EXPECT_TRUE(names.add(NameSet(id)));
-        EXPECT_FALSE(names.add(NameSet(id)));
-        EXPECT_FALSE(names.add(NameSet(2)));
+        EXPECT_EQ(names.size(), 0U);
+        EXPECT_FALSE(names.has(id));
+        for (const NameTable::Id each : {id, NameTable::Id{2}, id, NameTable::Id{2}}) {
+            names.add(NameSet(each));
+            EXPECT_TRUE(names.has(each));
+        }
+        EXPECT_EQ(names.size(), 2U);
+        EXPECT_FALSE(names.has(static_cast<NameTable::Id>((number + 64) % 128)));
     }
 }
 
