@@ -201,7 +201,7 @@ TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceAndReturn
     EXPECT_EQ(browser.opened.size(), 3);
 }
 
-TEST_F(AboutWindowControllerTest, theLinkHasTheCursorOfLinks) {
+TEST_F(AboutWindowControllerTest, theLinkHasAHandCursor) {
     EXPECT_EQ(view<LinkButton>("link").cursor().shape(), Qt::PointingHandCursor);
 }
 

@@ -41,7 +41,7 @@ TEST(ApplicationIcon, everyShapeStandsOutFromWhatLiesBehindIt) {
     }
 }
 
-TEST(ApplicationIcon, theSmallSizesAreThereAtOnceAndAllOnceAWindowIsPainted) {
+TEST(ApplicationIcon, smallSizesAreSetAtOnceAndAllSizesAfterTheFirstPaint) {
     const QIcon before = QApplication::windowIcon();
     QWidget window;
     setApplicationIcon(Bundle::main());

@@ -32,7 +32,7 @@ class Faults(ProgramTest):
         self.assertEqual(program.end(), 0)
 
     def test_if_a_mount_hangs_the_window_stays_usable_and_quits_at_once(self):
-        # In the folder that the open dialog lists.
+        # The mount is in the folder that the open dialog lists.
         mount = self.folder / "mount"
         mount.mkdir()
         other = self.write_export(31, "other.xml")

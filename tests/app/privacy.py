@@ -166,7 +166,7 @@ class Privacy(ProgramTest):
             self.assertIn("PermissionError", tried(connecting, server.getsockname()[1]))
         # The program works under them.
         self.session(lambda: confined)
-        # But another export is not read.
+        # Another export cannot be read.
         self.remember(self.files / "neighbour.xml")
         program = self.start(prefix=confined)
         program.label(r"Loaded 0 days of data\.")

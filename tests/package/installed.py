@@ -103,7 +103,7 @@ class Hardening(unittest.TestCase):
         self.assertRegex(code, r"<main>:\n.*endbr64")
 
     def test_each_source_is_compiled_with_every_flag(self):
-        # The program does not show all of them.
+        # Not all of the flags can be seen in the program.
         flags = {"-fstack-protector-strong", "-fstack-clash-protection", "-fPIE",
                  "-ftrivial-auto-var-init=zero", "-D_FORTIFY_SOURCE=3", "-D_GLIBCXX_ASSERTIONS"}
         if os.uname().machine == "x86_64":

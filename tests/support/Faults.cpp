@@ -91,12 +91,13 @@ void logOpen(const char* path) {
     }
 }
 
-// AMBULET_READ_ERROR is an offset. For the whole run no file can be read from there on.
+// The environment variable AMBULET_READ_ERROR is an offset: for the whole run, reading any file at
+// or after it fails.
 const off_t readError = std::getenv("AMBULET_READ_ERROR") == nullptr
                             ? std::numeric_limits<off_t>::max()
                             : std::atoll(std::getenv("AMBULET_READ_ERROR"));
 
-// The number of the bytes that can be read, or -1 with errno set.
+// The number of bytes that can be read; -1, with errno set, if reading fails.
 ssize_t readable(off_t offset, size_t size) {
     if (offset >= readError) {
         errno = EIO;

@@ -611,7 +611,7 @@ TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
 }
 
 // The group row of the topmost rows is pinned at the top.
-// What an object has been asked to paint.
+// Records the region that an object was asked to paint.
 class PaintedRegion final : public QObject {
   public:
     bool eventFilter(QObject* /*watched*/, QEvent* event) override {
@@ -656,7 +656,7 @@ TEST_F(PinnedRowTest, theGroupRowStaysAtTheTopWhileItsRowsScroll) {
     }
 }
 
-TEST_F(PinnedRowTest, itIsPaintedAgainAfterEachScroll) {
+TEST_F(PinnedRowTest, thePinnedRowIsPaintedAgainAfterEachScroll) {
     scrollTo(5 * height());
     QCoreApplication::processEvents();
     PaintedRegion painted;
