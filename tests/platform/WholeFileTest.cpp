@@ -1,0 +1,67 @@
+#include "platform/WholeFile.h"
+
+#include "TestFolder.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+namespace ambulet {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::size_t limit = 100;
+
+class WholeFileTest : public testing::Test {
+  protected:
+    WholeFile file() const { return WholeFile(_path.toStdString()); }
+    void write(const QByteArray& content) const { _folder.write(u"file"_s, content); }
+    QStringList names() const {
+        return QDir(_folder.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    const TestFolder _folder;
+    const QString _path = _folder.path(u"file"_s);
+};
+
+TEST_F(WholeFileTest, theFileThatWasReadIsReplaced) {
+    write("old");
+    WholeFile whole = file();
+    EXPECT_EQ(whole.read(limit), "old");
+    EXPECT_EQ(whole.replace("new"), WholeFile::Outcome::Replaced);
+    EXPECT_EQ(contentOf(_path), "new");
+    EXPECT_EQ(names(), QStringList(u"file"_s));
+}
+
+TEST_F(WholeFileTest, aFileThatHasChangedSinceItWasReadIsNotReplaced) {
+    write("old");
+    WholeFile whole = file();
+    whole.read(limit);
+    write("another");
+    EXPECT_EQ(whole.replace("new"), WholeFile::Outcome::Changed);
+    EXPECT_EQ(contentOf(_path), "another");
+    EXPECT_EQ(names(), QStringList(u"file"_s));
+}
+
+TEST_F(WholeFileTest, aFileThatWasCreatedSinceItWasReadIsNotReplaced) {
+    WholeFile whole = file();
+    EXPECT_EQ(whole.read(limit), "");
+    write("another");
+    EXPECT_EQ(whole.replace("new"), WholeFile::Outcome::Changed);
+    EXPECT_EQ(contentOf(_path), "another");
+}
+
+TEST_F(WholeFileTest, aFileThatWasDeletedSinceItWasReadIsNotCreatedAgain) {
+    write("old");
+    WholeFile whole = file();
+    whole.read(limit);
+    QFile::remove(_path);
+    EXPECT_NE(whole.replace("new"), WholeFile::Outcome::Replaced);
+    EXPECT_EQ(names(), QStringList());
+}
+
+}  // namespace
+
+}  // namespace ambulet
