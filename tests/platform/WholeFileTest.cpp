@@ -22,7 +22,7 @@ class WholeFileTest : public testing::Test {
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    const TestFolder _folder;
+    TestFolder _folder;
     const QString _path = _folder.path(u"file"_s);
 };
 
