@@ -36,7 +36,7 @@ class Baseline {
     /// by just `gap`.
     static Mask outside(const char* at, const char* lowest, const char* spans, char gap) {
         return both([=](std::size_t half) {
-            const auto above = Unsigned(load(at + half) - load(lowest + half));
+            const Unsigned above = Unsigned(load(at + half)) - Unsigned(load(lowest + half));
             return Vector(above > Unsigned(load(spans + half))) | (Vector(above) == gap);
         });
     }
