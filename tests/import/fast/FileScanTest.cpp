@@ -78,6 +78,14 @@ TEST(FileScan, aChunkThatClosesAnElementThatIsNotOpenEndsTheScan) {
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
 }
 
+TEST(FileScan, aChunkMustCloseTheElementsThatOthersOpened) {
+    const Result result = readInChunks("<a>\n" + steps(100) + "</b>\n" + steps(100));
+    // The last record is followed by the end tag, and not read.
+    EXPECT_EQ(result.days, onNinth(99));
+    EXPECT_EQ(result.read, ("<a>\n" + steps(99)).size());
+    EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
+}
+
 TEST(FileScan, recordsInACommentThatSpansChunksAreNotCounted) {
     for (const auto& [begin, end] : {std::pair("<!--\n", "-->\n"), {"<![CDATA[\n", "]]>\n"}}) {
         const std::string content = steps(100) + begin + steps(100) + end + steps(100);

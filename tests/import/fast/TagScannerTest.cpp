@@ -71,6 +71,26 @@ std::string repeated(std::string_view text, int times) {
 
 using Names = TagScanner::ElementNames;
 
+TEST_F(TagScannerTest, aRecordWithoutATypeDoesNotHaveTheOneBefore) {
+    const std::string untyped = std::string(" <Record startDate=\"") + noon9 + "\" value=\"5\"/>\n";
+    scan(record("Phone", "1") + untyped + last);
+    EXPECT_EQ(days(), (Days{{"2024-03-09", 1}}));
+}
+
+TEST_F(TagScannerTest, aTagWithTwoAttributesOfOneNameIsRefused) {
+    const std::string before = record("Phone", "1");
+    for (const char* const tag : {"<a b=\"1\" b=\"2\"/>\n", "<a b=\"1\" c=\"2\" b=\"3\"/>\n"}) {
+        EXPECT_EQ(scan(before + tag + last), before.size()) << tag;
+    }
+}
+
+TEST_F(TagScannerTest, stopsAtTheFirstBoundaryThoughKnownMarkupGoesOn) {
+    const std::string tag = "<a b=\"\"/>\n";
+    const std::string tags = tag + "<c/>\n";
+    EXPECT_EQ(scan(repeated(tags, 20), 10 * tags.size() + tag.size() - 1),
+              10 * tags.size() + tag.size());
+}
+
 TEST_F(TagScannerTest, addsTheRecordsUpToTheLastMarkup) {
     const std::string records = record("Phone", "2") + record("Phone", "3");
     EXPECT_EQ(scan(records + "<Rec", records.size()), records.size());
