@@ -22,9 +22,11 @@
 // uncertain whether it would have without the fast reader. So it reads the whole file again.
 // For the part that was read fast, expat would have used at most, in bytes:
 //
-//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners, each with
-//              200 bytes, and about 150 bytes more
-//     120,000  the names of 200 open elements, twice: 100 between two chunks, 100 inside one
+//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners (those of
+//              four threads, and the one that merges), each with 200 bytes, and about 150 more
+//     120,000  the names of 200 open elements, which expat stores twice, raw and converted: 100
+//     that
+//              are open where a chunk begins, and 100 that are opened in it
 //     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it allocated
 //              for the values of a tag; a search for the worst tags found 30,000
 //   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and
@@ -38,9 +40,9 @@ constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and its ta
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
-/// If less than this part of the file was scanned, the scan does not count. Reading so little again
-/// hardly takes longer, and no memory has to be estimated.
-constexpr std::uint64_t leastScanned = 16;
+/// If less than one sixteenth of the file was scanned, the scan does not count. Reading so little
+/// again hardly takes longer, and no memory has to be estimated.
+constexpr std::uint64_t leastScannedDivisor = 16;
 
 /// The start tags of the open elements, without the root.
 std::string startTags(const TagScanner::ElementNames& open) {
@@ -86,7 +88,7 @@ bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate
     // Otherwise malloc would keep the memory that the fast reader has freed, besides expat's.
     malloc_trim(0);
 #endif
-    if (place.offset - start.offset < file.size() / leastScanned) {
+    if (place.offset - start.offset < file.size() / leastScannedDivisor) {
         error = document.readFrom(start.offset, "", 0);
         return true;
     }

@@ -25,7 +25,7 @@ class ExportReader {
         unsigned threads = 1;
 
         /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a
-        /// thread reads. At most 8 MiB. They make no difference to the result.
+        /// thread reads. From 1 byte to 8 MiB. They make no difference to the result.
         std::size_t blockSize = ExpatReader::defaultBlockSize;
         std::size_t chunkSize = std::size_t{512} * 1024;
     };
@@ -36,8 +36,9 @@ class ExportReader {
     explicit ExportReader(Options options) : _options(options) {}
 
     /// Adds the step records of `file` to `sums`. `delegate` gets the start tags that expat reads,
-    /// and must add the step records among them to `sums`. Returns the first error, if the document
-    /// is not well-formed; the records before the error have been added.
+    /// and must add the step records among them to `sums`. If expat has to read the whole file
+    /// again, the earlier sums are restored and all start tags come again. Returns the first error,
+    /// if the document is not well-formed; the records before the error have been added.
     std::optional<XMLError> read(const InputFile& file, XMLReaderDelegate& delegate,
                                  StepSums& sums) const;
 

@@ -18,13 +18,12 @@ class InputFile;
 /// any depth, by the local calendar day on which they start. If two devices recorded the same
 /// steps, both records count.
 ///
-/// One thread at a time. The sums stay in the parser, so use a parser for one file only.
+/// One thread at a time. The sums stay in the parser, so use a new parser for each file.
 class HealthXMLParser : public XMLReaderDelegate {
   public:
     /// Reads the whole file, on the calling thread and additional ones, and returns the days,
     /// newest first. Errors are not reported: a file that cannot be read adds no days, and a file
-    /// that is not well-formed adds the records before the first error. A second call adds to the
-    /// sums of the first.
+    /// that is not well-formed adds the records before the first error.
     std::vector<DailySteps> parseURL(const std::filesystem::path& path);
 
     /// Reads an open file. Returns the first error, if the document is not well-formed.

@@ -16,34 +16,34 @@
 #include <vector>
 
 // With several threads, each takes the next chunk of the file and scans it from the first place
-// that looks like the beginning of a start tag. That is a speculation: the place may be in a
+// that looks like the beginning of a start tag. That is speculative: the place may be in a
 // comment. So a chunk has sums of its own, the names of the elements that it closed, and of those
 // that it left open. Chunks are merged in order. A chunk fits if it starts exactly where the chunk
 // before ended, and if the elements that it closed were open there. One that does not fit is
 // scanned again, in order.
 //
-// The thread that puts down the next chunk in order merges it, and those after it that are there.
-// The others scan on; they wait only if they are far ahead, so that memory is bounded.
+// The thread that delivers the next chunk in order merges it, and those after it that are ready.
+// The others continue to scan. They wait only if they are far ahead, so that memory is bounded.
 
 namespace ambulet {
 
 namespace {
 
-/// Bytes of a token that are kept for the next block, which scans them again. A longer token ends
-/// the scan. Exports have tokens of up to half a kilobyte; the longer ones of other documents are
-/// scanned again at most once in four blocks.
+/// The most bytes of an incomplete token that are kept at a block's end, to be scanned again with
+/// the next block. If there are more, the scan ends. Exports have tokens of up to half a kilobyte.
+/// In other documents a quarter of the bytes is scanned twice at most.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
-/// The next chunk's first tag is looked for in so many bytes: some dozens of records, and a
-/// thirty-second of a chunk, which is read twice.
+/// The number of bytes after a chunk in which the first tag of the next chunk is looked for: some
+/// dozens of records. They are read twice, and are a thirty-second of a chunk.
 constexpr std::size_t overlap = std::size_t{16} * 1024;
 
-/// Chunks that are taken and not merged. The thread that merges may be interrupted for some
-/// milliseconds, in which another scans a chunk each tenth of a millisecond.
+/// The most chunks that are taken and not merged. The merging thread may be interrupted for some
+/// milliseconds, while others scan a chunk in a tenth of a millisecond.
 constexpr std::uint64_t mostAhead = 24;
 
-/// After so many chunks that did not fit, the document is read in order. Each takes its time twice,
-/// so all together take some two milliseconds more.
+/// After this number of chunks that did not fit, the rest is scanned in order. Each of them is
+/// scanned twice, so together they cost about two milliseconds.
 constexpr int mostMisfits = 16;
 
 constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
@@ -55,14 +55,14 @@ class SequentialScan {
         : _file(file), _blockSize(blockSize),
           _buffer(longestCarriedOver, blockSize, TagScanner::padding) {}
 
-    /// Scans from `offset`, where the scanner was started, to the first place from `stop` on that
-    /// is between two pieces of markup. Returns it; or the last such place before which all is
-    /// verified, where the scanner, or reading the file, gets no further.
+    /// Scans from the boundary `offset` to the first boundary at or after `stop`. If the scanner
+    /// refuses a token, or the file cannot be read further, the scan ends earlier. Returns the
+    /// boundary where it ended.
     std::uint64_t scan(TagScanner& scanner, std::uint64_t offset, std::uint64_t stop) {
         std::size_t carriedOver = 0;  // the bytes from `offset` on, before those that are read next
         while (offset < stop && carriedOver <= longestCarriedOver) {
             const std::uint64_t next = offset + carriedOver;
-            // Blocks end where a multiple of their size does, which is quicker, too.
+            // Blocks end at multiples of their size in the file, which is also quicker.
             const std::size_t count =
                 _buffer.read(_file, next, _blockSize - static_cast<std::size_t>(next % _blockSize));
             if (count == 0) {
@@ -87,20 +87,20 @@ class SequentialScan {
     InputBuffer _buffer;
 };
 
-/// What came of scanning a chunk by itself.
+/// The result of scanning a chunk by itself.
 struct Chunk {
     bool isBehindEnd = false;  // of the file
     bool hasStart = false;
     std::uint64_t start = 0;
     std::uint64_t reached = 0;
-    std::uint64_t stop = 0;  // where the next chunk starts
+    std::uint64_t stop = 0;  // the start of the next chunk; its own end if that has none
     TagScanner::ElementNames closed;
     TagScanner::ElementNames open;
     StepSums::ByDate sums;
     std::uint64_t longTagBytes = 0;
 };
 
-/// Scans chunks, each by itself. A thread has one for itself.
+/// Scans chunks, each by itself. One thread at a time.
 class ChunkScan {
   public:
     ChunkScan(const InputFile& file, const FileScan& options)
@@ -109,15 +109,15 @@ class ChunkScan {
 
     /// Scans the chunk from `begin` to `end`; from its very beginning if it is the first.
     Chunk scan(std::uint64_t begin, std::uint64_t end, bool isFirst) {
-        const auto chunkSize = static_cast<std::size_t>(end - begin);
-        const std::size_t size = _buffer.read(_file, begin, chunkSize + overlap);
+        const auto nominalSize = static_cast<std::size_t>(end - begin);
+        const std::size_t size = _buffer.read(_file, begin, nominalSize + overlap);
         const char* const bytes = _buffer.begin();
         const auto offset = [&](const char* at) {
             return begin + static_cast<std::uint64_t>(at - bytes);
         };
         const char* const start = isFirst ? bytes : findTag(bytes, bytes + std::min(size, overlap));
         const char* const stop =
-            size > chunkSize ? findTag(bytes + chunkSize, bytes + size) : nullptr;
+            size > nominalSize ? findTag(bytes + nominalSize, bytes + size) : nullptr;
         Chunk chunk;
         chunk.isBehindEnd = size == 0;
         chunk.hasStart = start != nullptr;
@@ -135,7 +135,8 @@ class ChunkScan {
     }
 
   private:
-    /// The "<" of what looks like the first start tag after a line break; null if there is none.
+    /// The "<" of the first thing after a line break that looks like a start tag; null if there is
+    /// none.
     static const char* findTag(const char* begin, const char* end) {
         const auto isLetter = [](char byte) {
             return ('a' <= byte && byte <= 'z') || ('A' <= byte && byte <= 'Z');
@@ -161,7 +162,7 @@ class ChunkScan {
     TagScanner _scanner;
 };
 
-/// Scans a file, by several threads at once if there are more. For one use.
+/// Scans a file with one thread or more. For one use.
 class WholeScan {
   public:
     WholeScan(const InputFile& file, const FileScan& options, ScanPlace start, StepSums& sums)
@@ -176,7 +177,7 @@ class WholeScan {
     }
 
   private:
-    /// False where what is left is to be scanned in order.
+    /// False if the rest must be scanned in order.
     bool runInChunks() {
         std::vector<std::thread> others;
         try {
@@ -185,7 +186,7 @@ class WholeScan {
                 others.emplace_back([this] { work(); });
             }
         } catch (const std::exception&) {
-            // The system has no more threads, or no memory for them. Those that there are will do.
+            // The system has no more threads, or no memory for them. The others do all the work.
         }
         work();
         for (std::thread& thread : others) {
@@ -197,17 +198,17 @@ class WholeScan {
         return _misfits < mostMisfits;
     }
 
-    /// What each thread does. Throws nothing.
+    /// What each thread does.
     void work() noexcept {
         try {
             ChunkScan chunks(_file, _options);
             std::uint64_t index = 0;
             while (takeIndex(index)) {
-                // Chunks end where a multiple of their size does.
+                // Chunks end at multiples of their size in the file.
                 const std::uint64_t end =
                     (_begin / _options.chunkSize + index + 1) * _options.chunkSize;
                 const std::uint64_t begin = index == 0 ? _begin : end - _options.chunkSize;
-                putDown(index, chunks.scan(begin, end, index == 0));
+                deliver(index, chunks.scan(begin, end, index == 0));
             }
         } catch (...) {
             const std::lock_guard lock(_mutex);
@@ -217,7 +218,7 @@ class WholeScan {
         }
     }
 
-    /// The next chunk for the calling thread; false where there are to be no more.
+    /// Takes the next chunk for the calling thread. False if no more are wanted.
     bool takeIndex(std::uint64_t& index) {
         std::unique_lock lock(_mutex);
         _changed.wait(lock, [this] { return _isStopped || _next < _merged + mostAhead; });
@@ -225,8 +226,9 @@ class WholeScan {
         return !_isStopped;
     }
 
-    /// Merges the chunk and those after it if it is the next one in order.
-    void putDown(std::uint64_t index, Chunk chunk) {
+    /// Hands over a scanned chunk. Merges all chunks that are next in order, unless another thread
+    /// is doing that.
+    void deliver(std::uint64_t index, Chunk chunk) {
         std::unique_lock lock(_mutex);
         _waiting.emplace(index, std::move(chunk));
         if (_isMerging) {
@@ -245,7 +247,7 @@ class WholeScan {
         _isMerging = false;
     }
 
-    /// False where the scan ends, or is to go on in order.
+    /// False if the scan ends, or if the rest must be scanned in order.
     bool merge(const Chunk& chunk) {
         if (chunk.isBehindEnd) {
             return false;
@@ -262,8 +264,11 @@ class WholeScan {
         return scanInOrder(chunk.stop);
     }
 
-    /// Whether the chunk starts where the one before ended, and closes what is open there, but not
-    /// the root; and whether not too many elements are open then.
+    /// Whether
+    /// - the chunk starts where the one before ended,
+    /// - the elements that it closes are open there, and the root is not among them,
+    /// - it does not leave too many elements open,
+    /// - its long tags do not exceed the rest of the limit.
     bool fits(const Chunk& chunk) const {
         return chunk.hasStart && chunk.start == _place.offset &&
                chunk.closed.size() < _place.open.size() &&
@@ -273,7 +278,7 @@ class WholeScan {
                chunk.longTagBytes <= _options.mostLongTagBytes - _longTagBytes;
     }
 
-    /// Scans up to `stop`, if there is anything left before it. False where the scan ends.
+    /// Scans up to `stop` if the merged part ends before it. False if the scan ends.
     bool scanInOrder(std::uint64_t stop) {
         if (_place.offset < stop &&
             _scanner.startIn(_place.open, _options.mostLongTagBytes - _longTagBytes)) {
@@ -289,15 +294,15 @@ class WholeScan {
     const FileScan& _options;
     const std::uint64_t _begin;
 
-    // Of the thread that merges.
+    // Used by the merging thread only.
     StepSums& _sums;
     SequentialScan _inOrder;
     TagScanner _scanner;
-    ScanPlace _place;  // up to here all is merged
+    ScanPlace _place;  // the end of the merged part
     std::uint64_t _longTagBytes = 0;
     int _misfits = 0;
 
-    std::mutex _mutex;  // of what follows
+    std::mutex _mutex;  // guards what follows
     std::condition_variable _changed;
     std::map<std::uint64_t, Chunk> _waiting;  // scanned, but not merged
     std::uint64_t _next = 0;

@@ -11,8 +11,8 @@
 
 namespace ambulet {
 
-/// Interns the names of elements, or those of attributes: numbers for as many as a document may
-/// well have. One thread at a time.
+/// Interns names, either those of elements or those of attributes: gives each a number. One thread
+/// at a time.
 class NameTable {
   public:
     using Id = std::uint8_t;
@@ -20,11 +20,10 @@ class NameTable {
     /// Exports have some 60 names of elements and some 100 of attributes.
     static constexpr std::size_t capacity = 128;
 
-    /// In bytes. Exports have names of up to 60; longer ones would count for more than
-    /// ExportReader.cpp says that expat keeps of them.
+    /// In bytes. Exports have names of up to 60. ExportReader.cpp counts on this limit.
     static constexpr std::size_t longestName = 200;
 
-    /// None where the table is full, or the name is too long.
+    /// The number of the name. None if the table is full, or the name too long.
     std::optional<Id> id(std::string_view name) {
         const auto known = std::ranges::find(_names, name);
         const auto id = static_cast<Id>(known - _names.begin());
@@ -40,7 +39,7 @@ class NameTable {
     const std::string& name(Id id) const { return _names[id]; }
 
   private:
-    std::vector<std::string> _names;  // so few, and looked for so seldom, that a list will do
+    std::vector<std::string> _names;  // a list, because they are few and seldom looked for
 };
 
 /// A set of interned names.

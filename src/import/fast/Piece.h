@@ -17,7 +17,7 @@
 
 namespace ambulet {
 
-/// What a piece of markup, well-formed by itself, does where it stands.
+/// The effect of a piece of markup that is well-formed by itself.
 class Markup {
   public:
     /// What follows the piece: an attribute's value, or content.
@@ -26,11 +26,13 @@ class Markup {
     std::size_t size = 0;  // in bytes
     End end = End::content;
 
-    /// The piece begins in a tag, and ends it.
+    /// Whether the piece begins inside a tag and ends that tag, and whether that tag is the tag of
+    /// an empty element.
     bool endsTag = false;
-    bool isEmptyElement = false;  // the tag is one
+    bool isEmptyElement = false;
 
-    /// The piece ends in a tag that it begins: where its "<" stands, and its name.
+    /// Whether the piece ends inside a tag that it begins; the offset of the "<" of that tag, and
+    /// its name.
     bool beginsTag = false;
     std::size_t tagOffset = 0;
     NameTable::Id element = 0;
@@ -39,18 +41,18 @@ class Markup {
     NameTable::Id attribute = 0;
     char quote = 0;
 
-    /// The piece has nothing but tags and white space.
+    /// Whether the piece consists of tags and white space.
     bool isTagsOnly = true;
 
-    /// The elements that the piece closes, the innermost first, and those that it opens then and
-    /// leaves open.
+    /// The elements opened before the piece that it closes, the innermost first; and the elements
+    /// that it opens and does not close.
     std::span<const NameTable::Id> closed() const { return {_closed.data(), _closedCount}; }
     std::span<const NameTable::Id> opened() const { return {_opened.data(), _openedCount}; }
 
     bool isFull() const { return _closedCount == most || _openedCount == most; }
     void open(NameTable::Id id) { _opened[_openedCount++] = id; }
 
-    /// False where the element that was opened last has another name.
+    /// False if the element that was opened last has another name.
     bool close(NameTable::Id id) {
         if (_openedCount == 0) {
             _closed[_closedCount++] = id;
@@ -59,13 +61,13 @@ class Markup {
         return _opened[--_openedCount] == id;
     }
 
-    /// The same elements are open before and after the piece.
+    /// Whether the same elements are open before and after the piece.
     bool keepsDepth() const {
         return endsTag == isEmptyElement && _closedCount == 0 && _openedCount == 0;
     }
 
   private:
-    // With more, the piece ends. Exports have five levels.
+    // A piece ends before it would have more. Exports have five levels.
     static constexpr std::size_t most = 8;
 
     std::array<NameTable::Id, most> _closed{};
@@ -79,7 +81,8 @@ struct Piece;
 /// A value that was verified after a piece of markup, and the piece that followed it.
 class Prediction {
   public:
-    /// Of value and piece together, in bytes. The longest in exports are devices, of some 200.
+    /// The limit of the bytes of value and piece together. The longest in exports are those of the
+    /// attribute device, about 200.
     static constexpr std::size_t mostBytes = 512;
 
     /// Predicts `value`, and that `piece` follows.
@@ -88,8 +91,8 @@ class Prediction {
     /// Predicts nothing.
     void clear() { _blocks.clear(); }
 
-    /// Whether the bytes at `at` are those that were learnt, or differ from them only in plain
-    /// characters of the value; and so are well-formed.
+    /// Whether the bytes at `at` are the learnt ones, or differ from them only in plain characters
+    /// of the value. Then they are well-formed, too.
     template <class Vectors>
     bool holds(const char* at) const {
         for (const Block& block : _blocks) {
@@ -109,12 +112,12 @@ class Prediction {
     Piece& next() const { return *_next; }
 
   private:
-    /// The bytes that value and piece may have in 32 places: the lowest, and how far others may be
-    /// above it.
+    /// The bytes that are accepted in 32 positions of value and piece: from `lowest` to `lowest`
+    /// plus `spans`.
     struct Block {
         std::array<char, ByteScan::width> lowest{};
         std::array<char, ByteScan::width> spans{};
-        ByteScan::Mask used = 0;  // the places
+        ByteScan::Mask used = 0;  // the positions that are compared
     };
 
     // The plain characters are those from "(" to "~", but "<". That leaves out the quotes and "&".
@@ -127,24 +130,24 @@ class Prediction {
     Piece* _next = nullptr;
 };
 
-/// A piece of markup: what stands between two values of attributes, with the quotes. It was
-/// verified once; where its bytes come again they mean the same, but for the elements that are open
-/// there and the attributes that the tag has already.
+/// A piece of markup: the bytes between two attribute values, including the quotes. It was verified
+/// once. Equal bytes later have the same effect, except for two conditions that depend on the
+/// position: the open elements, and the attributes that the tag already has.
 struct Piece {
-    /// The pieces of exports have up to 60.
+    /// The limit of its bytes. The pieces of exports have up to 60.
     static constexpr std::size_t mostBytes = 8 * ByteScan::width;
 
-    // What followed it, the latest first. Three, since a phone, a watch and an application may
-    // write by turns.
+    // What followed it, the latest first. Three, because the records of a phone, a watch and an
+    // application may alternate.
     std::array<Prediction, 3> predictions;
     std::array<Piece*, 2> successors{};
-    unsigned misses = 0;         // of the predictions, in close succession; see TagScanner
-    std::uint64_t lastMiss = 0;  // the number of its tag
+    unsigned misses = 0;         // of the predictions, in close succession; see TagScanner.cpp
+    std::uint64_t lastMiss = 0;  // the number of the tag
 
     Markup markup;
     NameSet attributeSet;  // of the attribute whose value follows
     bool keepsDepth = true;
-    NameTable::Id inElement = 0;  // in whose tag it begins
+    NameTable::Id inElement = 0;  // the element in whose tag it begins
     std::array<char, mostBytes> bytes{};
 
     void set(const Markup& effect) {
@@ -153,7 +156,7 @@ struct Piece {
         keepsDepth = effect.keepsDepth();
     }
 
-    /// The prediction that holds at `at`, after the piece; null where none does.
+    /// The prediction that holds at `at`, after the piece; null if none does.
     template <class Vectors>
     const Prediction* predictionAt(const char* at) {
         for (std::size_t rank = 0; rank < predictions.size(); ++rank) {
@@ -167,7 +170,7 @@ struct Piece {
         return nullptr;
     }
 
-    /// The successor that stands at `at`; null where none does.
+    /// The successor whose bytes are at `at`; null if there is none.
     template <class Vectors>
     Piece* successorAt(const char* at) const {
         for (Piece* const successor : successors) {
@@ -178,7 +181,7 @@ struct Piece {
         return nullptr;
     }
 
-    /// Whether the piece stands at `at`.
+    /// Whether the bytes of the piece are at `at`.
     template <class Vectors>
     bool isAt(const char* at) const {
         std::size_t left = markup.size;
@@ -194,12 +197,12 @@ struct Piece {
     }
 };
 
-/// The pieces that come again, in bounded memory.
+/// The pieces that are likely to occur again. Its memory is bounded.
 class PieceCache {
   public:
     PieceCache() : _groups(capacity) {}
 
-    /// The piece at `at`, after a value; null where it is not known.
+    /// The piece at `at`, after a value; null if it is not in the cache.
     template <class Vectors>
     Piece* find(NameTable::Id element, const char* at) const {
         const std::size_t size = sizeAt(at);
@@ -212,10 +215,10 @@ class PieceCache {
         return nullptr;
     }
 
-    /// Keeps the piece at `at`, which stands after a value and before another. Null where it is not
-    /// likely to come again, or there is no room for it.
+    /// Keeps the piece at `at`, which is between two values. Null if it is not likely to occur
+    /// again, or if there is no room for it.
     Piece* add(NameTable::Id element, const Markup& markup, const char* at) {
-        // A quote in a text or a comment would hide the end.
+        // `find` takes the first quote for the end, so there may be no quote in a text or comment.
         if (!markup.isTagsOnly || markup.end != Markup::End::value || isFull() ||
             markup.size != sizeAt(at)) {
             return nullptr;
@@ -234,13 +237,13 @@ class PieceCache {
 
     bool isFull() const { return _pieces.size() == capacity; }
 
-    /// Forgets all pieces. None that was given may be used any more.
+    /// Removes all pieces. Pointers to them become invalid.
     void clear() {
         _pieces.clear();
         std::ranges::fill(_groups, Group{});
     }
 
-    /// Tries all predictions anew that were given up.
+    /// Lets pieces whose predictions missed too often have predictions again.
     void retryPredictions() {
         for (Piece& piece : _pieces) {
             piece.misses = 0;
@@ -249,11 +252,12 @@ class PieceCache {
 
   private:
     // Exports have less than two hundred pieces. A hash selects one of as many groups as there may
-    // be pieces, and there is no room in its group for about one in a thousand.
+    // be pieces. About one piece in a thousand finds its group of four full.
     static constexpr std::size_t capacity = 512;
     using Group = std::array<Piece*, 4>;
 
-    /// Up to, and with, the first quote after the one at `at`; 0 where the longest piece has none.
+    /// The size of the piece at `at`: up to and including the next quote after the first byte. 0 if
+    /// it would be too long.
     static std::size_t sizeAt(const char* at) {
         for (std::size_t size = 1; size < Piece::mostBytes; ++size) {
             if (at[size] == '"' || at[size] == '\'') {
@@ -263,7 +267,8 @@ class PieceCache {
         return 0;
     }
 
-    /// Pieces of one size that differ only in the middle share their group; there are few.
+    /// Hashes the size and both ends. Pieces that differ only in the middle share a group; there
+    /// are few of them.
     std::size_t groupOf(NameTable::Id element, const char* at, std::size_t size) const {
         std::array<std::uint64_t, 3> key{element | size << 8U};
         const std::size_t edge = std::min<std::size_t>(size, 8);
@@ -271,7 +276,7 @@ class PieceCache {
         std::memcpy(&key[2], at + size - edge, edge);
         std::uint64_t number = _salt;
         for (const std::uint64_t part : key) {
-            // 2 to the 64th over the golden ratio: it spreads the bits to the upper half.
+            // 2 to the 64th divided by the golden ratio: it spreads the bits to the upper half.
             number = (number ^ part) * 0x9E3779B97F4A7C15ULL;
             number ^= number >> 32U;
         }

@@ -17,8 +17,8 @@ namespace ambulet {
 namespace StrictParser {
 
 /// Parses markup. It starts at `at`, the closing quote of a value, and ends after the opening quote
-/// of the next value, or before a "<" in content that is at or after `stop` or follows much markup.
-/// Nothing if it is refused.
+/// of the next value, or before a "<" in content that is at or after `stop` or follows much markup
+/// (over 4,096 bytes, or eight elements opened or closed). Nothing if it is refused.
 std::optional<Markup> afterValue(Names& names, const char* at, const char* stop);
 
 /// Like `afterValue`, but `at` is in the content of an element.

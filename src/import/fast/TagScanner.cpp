@@ -10,27 +10,27 @@
 // tag, a line break and ` <Record type="` together are another. Each piece is verified once, by the
 // strict parser, and kept with its effect. A piece predicts what follows it:
 //
-// - a value like the last one, and the piece that followed that: one comparison goes past both. A
-//   plain character may stand in the place of another, and all else must be equal.
-// - where the size of the values varies, the piece alone: a mask finds the value's end.
+// - A value like one of the last three, and the piece that followed it. One comparison passes both.
+//   A plain character may replace another; all other bytes must be equal.
+// - If the size of the values varies, only the piece. A mask finds the end of the value.
 //
-// A piece that is not predicted is looked up in the cache. One that is not there is verified.
+// A piece that is not predicted is looked up in the cache. If it is not there, it is verified.
 //
-// Nothing of a tag counts before the piece after its last value is accepted. So whatever is
-// refused, the state is that of the boundary before the tag, and nothing has to be undone.
+// A tag counts only when the piece after its last value is accepted. If something is refused, the
+// state is that of the boundary before the tag, and nothing has to be undone.
 
 namespace ambulet {
 
 namespace {
 
-/// A miss costs about as much time as eight hits save, and a piece is met about once a tag. So two
-/// misses of a piece with fewer tags between them are in close succession. After a dozen of those,
-/// four for each prediction, the sizes of its values are taken to vary.
+/// A miss costs about as much time as eight hits save, and a piece occurs about once in a tag. So
+/// two misses of a piece with fewer tags between them are in close succession. After a dozen, which
+/// is four for each of its predictions, the sizes of its values are assumed to vary.
 constexpr std::uint64_t closeSuccession = 8;
 constexpr unsigned mostMisses = 12;
 
-/// Predictions are tried anew after so many blocks, 16 MiB or more. A dozen misses of a hundred
-/// pieces take less than a hundredth of the time that such a stretch takes.
+/// Pieces without predictions get them again after this number of blocks, which is 16 MiB or more.
+/// Twelve misses of a hundred pieces take less than a hundredth of the time for that many bytes.
 constexpr unsigned blocksBetweenRetries = 64;
 
 const char* endOf(std::string_view value) {
@@ -71,7 +71,8 @@ TagScanner::TagScanner()
       _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()),
       _readTags(&TagScanner::readTagsWithBaseline) {
-    _uncached.misses = mostMisses;  // what follows it is not predicted
+    _uncached.misses =
+        mostMisses;  // turns predictions off: it stands for a different piece each time
 #if defined(__SSE2__)
     if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi")) {
         _readTags = &TagScanner::readTagsWithAvx2;
@@ -139,9 +140,9 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
     return _boundary;
 }
 
-/// Reads from value to value, the first one at `at`, which `piece` precedes. True where it comes to
-/// content, which becomes the boundary; false where something is refused, or the boundary is at
-/// `stop` or behind it.
+/// The hot loop. Reads from value to value; the first one is at `at`, after `piece`. True if the
+/// boundary is at or after `stop`, or is followed by content other than a tag. False if something
+/// is refused.
 template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
@@ -161,7 +162,7 @@ template <class Vectors>
         }
         if (next->markup.endsTag) {
             if (at > stop) {
-                next = parse(endOf(value), stop);  // up to a boundary at `stop`
+                next = parse(endOf(value), stop);  // only what is before `stop`
                 if (next == nullptr) {
                     return false;
                 }
@@ -193,8 +194,8 @@ TagScanner::readTagsWithAvx2(Piece* piece, const char* at, const char* stop) {
 }
 #endif
 
-/// Reads the value at `at`, after `piece`, to its end. Returns the piece that follows; null where
-/// one of them is refused.
+/// Reads the value at `at`, after `piece`, to its end. Returns the piece that follows; null if the
+/// value or the piece is refused.
 template <class Vectors>
 [[gnu::always_inline]] inline Piece*
 TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::string_view& value) {
@@ -238,7 +239,7 @@ TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::strin
     return next;
 }
 
-/// The piece at `at`, after a value, verified and kept. Null where it is refused.
+/// Verifies and keeps the piece at `at`, after a value. Null if it is refused.
 [[gnu::noinline]] Piece* TagScanner::parse(const char* at, const char* stop) {
     const auto markup = StrictParser::afterValue(_names, at, stop);
     if (!markup) {
@@ -252,11 +253,11 @@ TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::strin
     return piece;
 }
 
-/// Ends the tag at the boundary where `piece`, at `at`, ends it; and begins the next one where it
-/// does that. False, and nothing done, where that is not well-formed here.
+/// Applies `piece`, at `at`, which ends the tag at the boundary and may begin the next one. False,
+/// with no effect, if that is not well-formed here.
 inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     if (_attributes.size() != _attributeCount) {
-        return false;  // two have one name
+        return false;  // two attributes have the same name
     }
     const Markup& markup = piece.markup;
     const auto tagSize = static_cast<std::uint64_t>(at - _boundary);
@@ -280,8 +281,8 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     return true;
 }
 
-/// False, and nothing done, where the markup closes another element than the one that is open, or
-/// there are too many open.
+/// Applies the markup to the open elements. False, with no effect, if it closes an element that is
+/// not the innermost open one, or if too many would be open.
 [[gnu::noinline]] bool TagScanner::changeDepth(const Markup& markup) {
     const auto closed = markup.closed();
     const bool opensElement = markup.endsTag && !markup.isEmptyElement;
@@ -317,7 +318,7 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     }
     const std::string_view startDate = _values[_startDateAttribute];
     const std::string_view value = _values[_valueAttribute];
-    // Whether they have neither references nor other than printable ASCII.
+    // Whether the text is printable ASCII without references.
     const auto isPlain = [](std::string_view text) {
         return ByteScan::findSpecial(text.data(), '&') >= endOf(text);
     };
@@ -333,7 +334,7 @@ bool TagScanner::isStepType(std::string_view value) {
     static_assert(type.size() > ByteScan::width);
     const ByteScan::Mask differing = ByteScan::Baseline::differing(value.data(), type.data());
     const auto same = static_cast<std::size_t>(std::countr_zero(differing));
-    // Where it is spelled with references, the first difference is one.
+    // If the value is the type written with references, the first difference is a reference.
     return (same == ByteScan::width || value.data()[same] == '&') &&
            (value == type || StrictParser::decoded(value) == type);
 }

@@ -13,53 +13,52 @@
 
 namespace ambulet {
 
-/// Adds up the step records in bytes in memory, as far as it has verified that the bytes are
-/// well-formed. It keeps the markup that it has verified, and compares bytes to come with that. One
-/// thread at a time.
+/// Sums the step records in bytes in memory, up to where it can verify that the bytes are
+/// well-formed. It keeps verified markup, and compares later bytes with it. One thread at a time.
 ///
-/// A boundary is a place in the content of an element between two tokens: tags, comments,
+/// A boundary is a position in the content of an element between two tokens: tags, comments,
 /// processing instructions, CDATA sections and texts.
 class TagScanner {
   public:
     using ElementNames = std::vector<std::string>;
 
-    /// So many null characters must follow the last byte: comparisons reach beyond it.
+    /// The number of null characters that must follow the last byte: comparisons read beyond it.
     static constexpr std::size_t padding = Prediction::mostBytes + 2 * ByteScan::width;
 
-    /// The elements that may be open, and that a scan may close of those before it. Exports have
-    /// five levels.
+    /// The most elements that may be open, and the most that a scan may close of those opened
+    /// before it. Exports have five levels.
     static constexpr std::size_t deepest = 100;
 
-    /// A tag that is longer, in bytes, is a long one. Those of exports are far below; and expat
-    /// keeps less than half a megabyte of any number of tags up to this (see ExportReader.cpp).
+    /// A tag of more bytes is a long tag. The tags of exports have less than a tenth of this.
+    /// However many tags up to this size expat reads, it keeps less than half a megabyte of them
+    /// (see ExportReader.cpp).
     static constexpr std::size_t longTag = 8191;
 
     TagScanner();
 
-    /// Goes on in the content of an element: the last of `open`, which are all open elements, the
-    /// root first. The root is not left. Long tags that have more than `mostLongTagBytes` together
-    /// are refused. False where there are too many names.
+    /// Resets the state to the content of an element: the last of `open`, which are all open
+    /// elements, the root first. The scan does not accept the root's end tag, nor long tags of more
+    /// than `mostLongTagBytes` together. False if there are too many names.
     bool startIn(const ElementNames& open, std::uint64_t mostLongTagBytes);
 
-    /// Goes on in the content of an element of which nothing is known.
+    /// Resets the state to the content of an unknown element.
     void startAnywhere(std::uint64_t mostLongTagBytes);
 
-    /// Scans from `begin`, a boundary, to the first boundary from `stop` on; or, where a token
-    /// before that is refused or cut off, to the last boundary before the token. Returns that
-    /// boundary. The step records before it are in `sums`.
+    /// Scans from the boundary `begin` to the first boundary at or after `stop`. If a token before
+    /// that is refused or incomplete, the scan ends at the boundary before it. Returns the boundary
+    /// where it ended. The step records before that are in `sums`.
     const char* scan(const char* begin, const char* stop);
 
-    /// The elements that were closed since the start and had been open before, the innermost first.
+    /// The elements that were closed since the reset and opened before it, the innermost first.
     ElementNames closed() const { return namesOf(_closedBefore); }
 
-    /// The elements that are open and were opened since the start, or named at the start, the
-    /// outermost first.
+    /// The open elements, without those opened before `startAnywhere`. The outermost is first.
     ElementNames open() const { return namesOf(_open); }
 
-    /// The bytes of all long tags since the start.
+    /// The bytes of all long tags since the reset.
     std::uint64_t longTagBytes() const { return _longTagBytes; }
 
-    /// What was added up since it was last taken away.
+    /// The sums of the records since the sums were last taken.
     StepSums& sums() { return _sums; }
 
   private:
@@ -86,7 +85,7 @@ class TagScanner {
     bool (TagScanner::*_readTags)(Piece*, const char*, const char*);
 
     PieceCache _cache;
-    Piece _uncached;  // the last one that the cache did not take
+    Piece _uncached;  // the last piece that the cache did not accept; never has predictions
     unsigned _scanCount = 0;
     std::uint64_t _tagCount = 0;
 
@@ -96,13 +95,13 @@ class TagScanner {
     std::uint64_t _longTagBytes = 0;
     std::uint64_t _mostLongTagBytes = 0;
 
-    const char* _boundary = nullptr;  // the last one that was reached
+    const char* _boundary = nullptr;  // the last one reached
 
-    // Of the tag that begins at the boundary.
+    // The tag that begins at the boundary.
     NameTable::Id _element = 0;
     unsigned _attributeCount = 0;
-    NameSet _attributes;                        // the names of them
-    std::array<std::string_view, 256> _values;  // by any Id; valid for those in the set
+    NameSet _attributes;                        // their names
+    std::array<std::string_view, 256> _values;  // by name; valid only for those in the set
 };
 
 }  // namespace ambulet

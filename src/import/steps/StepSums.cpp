@@ -25,9 +25,9 @@ std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
             *_last = {localDay(instant)};
         }
     }
-    if (_last->taken != _taken) {
+    if (_last->generation != _generation) {
         _last->sum = &_sums[_last->day.date];
-        _last->taken = _taken;
+        _last->generation = _generation;
     }
     return *_last->sum;
 }
@@ -41,7 +41,7 @@ void StepSums::add(ByDate days) {
 }
 
 void StepSums::set(ByDate days) {
-    ++_taken;
+    ++_generation;
     _sums = std::move(days);
 }
 

@@ -46,16 +46,16 @@ class StepSums {
 
     // A direct-mapped cache of days. Without it, each record would need a system call for its day
     // and a search of the map for its sum. 4096 days are eleven years, as long as there have been
-    // exports, and some exports are not sorted by time. `taken` is the generation of `sum`; set
-    // starts a new generation.
+    // exports, and some exports are not sorted by time. `sum` is valid only in its generation; set
+    // and takeAll start a new one.
     struct KnownDay {
         LocalDay day;
-        std::uint64_t taken = 0;
+        std::uint64_t generation = 0;
         std::int64_t* sum = nullptr;
     };
     std::vector<KnownDay> _knownDays = std::vector<KnownDay>(4096);
     KnownDay* _last = nullptr;
-    std::uint64_t _taken = 1;
+    std::uint64_t _generation = 1;
 };
 
 }  // namespace ambulet
