@@ -3,7 +3,6 @@
 #include "import/expat/CodeUnits.h"
 #include "import/expat/Doctype.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace ambulet {
@@ -65,7 +64,7 @@ std::optional<XMLError> ExpatDocument::readFrom(std::uint64_t position, std::str
                                                 std::size_t reserve) {
     _bytes.replace({_prologEnd, position}, std::move(startTags));
     ExpatLimits limits = _limits;
-    limits.kept -= std::min(reserve, limits.kept);
+    limits.kept -= reserve;
     start(limits);
     return _parser->read();
 }

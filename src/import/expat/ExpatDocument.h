@@ -49,7 +49,8 @@ class ExpatDocument {
 
     /// Reads from byte `position` of the file to the end, or to the first error. `startTags`
     /// replace everything between the root's start tag and that position. The memory limit is
-    /// lowered by `reserve` bytes. Must follow a readPlainProlog that returned a prolog.
+    /// lowered by `reserve` bytes, which must be less. Must follow a readPlainProlog that returned
+    /// a prolog.
     std::optional<XMLError> readFrom(std::uint64_t position, std::string startTags,
                                      std::size_t reserve);
 

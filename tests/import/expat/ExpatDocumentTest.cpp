@@ -105,14 +105,6 @@ TEST_F(ExpatDocumentTest, theReserveIsSubtractedFromTheMemoryLimit) {
     }
 }
 
-TEST_F(ExpatDocumentTest, aReserveOverTheMemoryLimitLeavesNoMemory) {
-    ExpatDocument& document = open("<a></a>");
-    ASSERT_TRUE(document.readPlainProlog());
-    const auto error = document.readFrom(3, "", 5U * 1024 * 1024);
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->reason, XMLErrorReason::outOfMemory);
-}
-
 }  // namespace
 
 }  // namespace ambulet
