@@ -50,8 +50,8 @@ MonthSummary MainWindowController::makeSummary(std::span<const DailySteps> days,
                                                const DateFormatter& formatter) {
     const StepTotals totals(days, stride);
     MonthSummary summary;
-    if (!days.empty() && days.front().date()) {
-        summary.setTitle(formatter.string(*days.front().date()));
+    if (const auto date = days.empty() ? std::nullopt : days.front().date()) {
+        summary.setTitle(formatter.string(*date));
     }
     summary.setTotalSteps(totals.steps());
     summary.setAvgSteps(totals.averageSteps());
@@ -79,8 +79,8 @@ QString MainWindowController::objectValueForTableColumn(const QString& identifie
     if (identifier == QLatin1String("date")) {
         if (month != nullptr) {
             text = month->title();
-        } else if (day->date()) {
-            text = _displayFormatter.string(*day->date());
+        } else if (const auto date = day->date()) {
+            text = _displayFormatter.string(*date);
         }
     } else if (identifier == QLatin1String("steps")) {
         text = _stepsFormatter.string(month != nullptr ? month->totalSteps() : day->steps());

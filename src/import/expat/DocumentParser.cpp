@@ -46,7 +46,7 @@ void DocumentParser::report(const XML_Char* name, const XML_Char** attributes) {
 
 void DocumentParser::endElement(void* userData, const XML_Char* /*name*/) {
     DocumentParser& self = of(userData);
-    if (--self._depth == 0) {
+    if (--self._depth == 0 && self._root) {
         self._goodAfterRoot = self._parser.positionAfter();
         self._root->isEmpty = self._goodAfterRoot == self._root->end;
         XML_SetDefaultHandler(self._parser.get(), afterRoot);

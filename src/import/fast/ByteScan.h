@@ -89,19 +89,19 @@ class Baseline {
 /// only into functions for that.
 class Avx2 {
   public:
-    [[gnu::target("avx2")]] static inline Mask differing(const char* one, const char* other) {
+    [[gnu::target("avx2")]] static Mask differing(const char* one, const char* other) {
         return ~bits(_mm256_cmpeq_epi8(load(one), load(other)));
     }
 
-    [[gnu::target("avx2")]] static inline Mask outside(const char* at, const char* lowest,
-                                                       const char* spans, char gap) {
+    [[gnu::target("avx2")]] static Mask outside(const char* at, const char* lowest,
+                                                const char* spans, char gap) {
         const __m256i above = _mm256_sub_epi8(load(at), load(lowest));
         const __m256i isInSpan = _mm256_cmpeq_epi8(_mm256_min_epu8(above, load(spans)), above);
         const __m256i isGap = _mm256_cmpeq_epi8(above, _mm256_set1_epi8(gap));
         return ~bits(_mm256_andnot_si256(isGap, isInSpan));
     }
 
-    [[gnu::target("avx2")]] static inline Mask special(const char* at, char byte) {
+    [[gnu::target("avx2")]] static Mask special(const char* at, char byte) {
         const __m256i bytes = load(at);
         return bits(
             _mm256_or_si256(_mm256_or_si256(_mm256_cmpgt_epi8(_mm256_set1_epi8(' '), bytes),
@@ -111,10 +111,10 @@ class Avx2 {
     }
 
   private:
-    [[gnu::target("avx2")]] static inline __m256i load(const char* at) {
+    [[gnu::target("avx2")]] static __m256i load(const char* at) {
         return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
     }
-    [[gnu::target("avx2")]] static inline Mask bits(__m256i bytes) {
+    [[gnu::target("avx2")]] static Mask bits(__m256i bytes) {
         return static_cast<Mask>(_mm256_movemask_epi8(bytes));
     }
 };
