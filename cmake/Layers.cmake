@@ -3,12 +3,13 @@
 # Declares the static library layer_<name>, which is a folder of src; without SOURCES it has headers only.
 # Its sources may include only headers of
 #   - the layer itself,
-#   - the layers in LINKS, but not of the layers that those link to,
+#   - the layers in LINKS (further layers that those link to do not count),
 #   - the standard library and the operating system,
-#   - the libraries in HEADERS, which are the starts of header paths; Qt stands for all of Qt's headers.
+#   - other libraries, if the path of the header begins with an entry of HEADERS. The entry Qt allows all
+#     headers of Qt.
 # MAC lists sources for macOS only, OTHER the sources for all other systems.
 #
-# ambulet_write_arrows() writes these rules to a file, by which tests/tree checks the sources.
+# ambulet_write_arrows() writes these rules to a file. tests/tree reads it and checks the sources.
 function(ambulet_layer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;MAC;OTHER;LINKS;HEADERS" ${ARGN})
   set(mac_sources ${ARG_SOURCES} ${ARG_MAC})

@@ -1,6 +1,6 @@
 # ambulet_require("Qt 6.4" qt6-base-dev Qt6_FOUND ...): three arguments for each dependency: its name, its
 # Debian package, and the variable that is true if it was found. If a dependency is missing, the
-# configuration fails and lists the missing packages by their names in this distribution, which are in
+# configuration fails and lists the missing packages. It takes their names in this distribution from
 # tools/packages.
 function(ambulet_require)
   cmake_host_system_information(RESULT os QUERY DISTRIB_INFO)

@@ -65,7 +65,7 @@ void UserDefaults::setData(const QString& key, const QByteArray& value) {
 }
 
 void UserDefaults::setDouble(const QString& key, double value) {
-    // Only decimal numbers can be read. So infinity is written as one that is out of range.
+    // `toDouble` reads decimal numbers only, and one that is out of range as infinity.
     const QString infinite = value < 0 ? u"-1e999"_s : u"1e999"_s;
     _store.setValue(key, std::isinf(value)
                              ? infinite

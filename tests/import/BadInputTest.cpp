@@ -15,7 +15,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// Expects an error at the byte at offset `more` of `part`, and the days before it.
+// Expects an error in `part`, `more` bytes after its beginning. The days before `part` must be
+// read.
 void expectStopIn(std::string_view part, std::uint64_t more, XMLErrorReason reason) {
     const std::string bytes = around(part);
     const XMLError stop{byteOf(bytes, part, more), reason};
@@ -97,7 +98,7 @@ TEST(BadInput, junkAfterTheRootIsAnError) {
     EXPECT_EQ(read(whole + "<!-- a comment -->\n<?and an instruction?>\n"), (Reading{both, {}}));
 }
 
-TEST(BadInput, theErrorOfTextAfterTheRootIsAtItsFirstByteWhateverTheText) {
+TEST(BadInput, anyTextAfterTheRootIsAnErrorAtTheFirstByteOfTheText) {
     const std::string whole = around("");
     for (const char* text : {"]",
                              "]]",
@@ -130,7 +131,7 @@ TEST(BadInput, theErrorOfTextAfterTheRootIsAtItsFirstByteWhateverTheText) {
     }
 }
 
-TEST(BadInput, theErrorOfTextAfterTheRootIsAtItsFirstByteInUtf16Too) {
+TEST(BadInput, inUtf16TextAfterTheRootIsAnErrorAtTheFirstByteOfTheText) {
     for (const bool bigEndian : {true, false}) {
         const auto encoded = [bigEndian](std::u16string_view text) {
             std::string bytes;
@@ -222,7 +223,7 @@ TEST(BadInput, twoHyphensInsideACommentAreAnError) {
     expectStopIn("<!-- a -- b -->", 9, XMLErrorReason::invalidToken);
 }
 
-TEST(BadInput, theEndOfACdataSectionInTextIsAnError) {
+TEST(BadInput, twoClosingBracketsAndAGreaterThanSignInTextAreAnError) {
     expectStopIn("<Note>a]]>b</Note>", 9, XMLErrorReason::invalidToken);
     expectBothDays(around("<Note>a]]b</Note><Note>a]>b</Note>"));
 }

@@ -11,7 +11,7 @@
 
 namespace ambulet {
 
-/// A controller, and answers for its file dialog.
+/// Tests of a controller that choose files in its file dialog.
 class DialogTest : public ControllerTest {
   protected:
     /// Opens the real file dialog, calls `inspect` with it, and then chooses `file` in it, or

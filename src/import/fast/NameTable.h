@@ -11,8 +11,8 @@
 
 namespace ambulet {
 
-/// Interns names, either those of elements or those of attributes: gives each a number. One thread
-/// at a time.
+/// Gives each name a number (interns it). A document needs two tables: one for its elements, one
+/// for its attributes. One thread at a time.
 class NameTable {
   public:
     using Id = std::uint8_t;
@@ -20,7 +20,8 @@ class NameTable {
     /// Exports have some 60 names of elements and some 100 of attributes.
     static constexpr std::size_t capacity = 128;
 
-    /// In bytes. Exports have names of up to 60. ExportReader.cpp counts on this limit.
+    /// In bytes. The names of exports have at most 60. The limit of memory in ExportReader.cpp
+    /// depends on this number.
     static constexpr std::size_t longestName = 200;
 
     /// The number of the name. None if the table is full, or the name too long.
@@ -39,7 +40,7 @@ class NameTable {
     const std::string& name(Id id) const { return _names[id]; }
 
   private:
-    std::vector<std::string> _names;  // a list, because they are few and seldom looked for
+    std::vector<std::string> _names;  // searched from the start: names are few, lookups rare
 };
 
 /// A set of interned names.

@@ -12,9 +12,9 @@ namespace ambulet {
 /// threads may read at the same time.
 class InputFile {
   public:
-    /// Opens a file. If that fails, the result is empty and `error` says why; for a folder it is
-    /// std::errc::is_a_directory, for a pipe, a socket or a device std::errc::not_supported. Does
-    /// not block on pipes.
+    /// Opens a file. If that fails, the result is empty and `error` says why. `error` is
+    /// std::errc::is_a_directory for a folder, and std::errc::not_supported for a pipe, a socket or
+    /// a device. Does not block on pipes.
     static std::optional<InputFile> open(const std::filesystem::path& path, std::error_code& error);
 
     InputFile(InputFile&& other) noexcept;
@@ -24,8 +24,8 @@ class InputFile {
     /// The current size in bytes; 0 if it is unknown.
     std::uint64_t size() const;
 
-    /// Reads up to `buffer.size()` bytes, starting at `offset`, and returns their number. 0 at the
-    /// end of the file, or if reading fails; `error` then says why.
+    /// Reads up to `buffer.size()` bytes, starting at `offset`, and returns their number. At
+    /// the end of the file that is 0. If reading fails, it is 0 and `error` says why.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;
 
   private:
