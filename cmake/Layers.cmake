@@ -1,9 +1,9 @@
 # ambulet_layer(expat SOURCES ExpatReader.cpp ... LINKS layer_xml EXPAT::EXPAT HEADERS expat)
 #
-# Declares the static library layer_<name>, which is a folder of src; without SOURCES it has headers only.
+# Declares the static library layer_<name> for the current folder. Without SOURCES it is header-only.
 # Its sources may include only headers of
 #   - the layer itself,
-#   - the layers in LINKS (further layers that those link to do not count),
+#   - the layers in LINKS, not those that are linked transitively,
 #   - the standard library and the operating system,
 #   - other libraries, if the path of the header begins with an entry of HEADERS. The entry Qt allows all
 #     headers of Qt.

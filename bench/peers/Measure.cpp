@@ -1,6 +1,6 @@
-// measure COMMAND [ARGUMENT]...: runs a command and prints to standard error: its CPU time and its
-// wall time in seconds, and its peak memory in KB. The command's own standard error is dropped. The
-// exit status is 1 if the command cannot be run or is killed by a signal.
+// measure COMMAND [ARGUMENT]...: runs a command. Then prints the command's CPU time and wall time
+// in seconds, and its peak memory in KB, to standard error. What the command itself writes there is
+// dropped. The exit status is 1 if the command cannot be run or is killed by a signal.
 //
 // Until a child process executes its program, the kernel counts the parent's memory as the child's.
 // So the parent must be small.

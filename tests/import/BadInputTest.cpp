@@ -131,7 +131,7 @@ TEST(BadInput, anyTextAfterTheRootIsAnErrorAtTheFirstByteOfTheText) {
     }
 }
 
-TEST(BadInput, inUtf16TextAfterTheRootIsAnErrorAtTheFirstByteOfTheText) {
+TEST(BadInput, utf16TextAfterTheRootIsAnErrorAtItsFirstByte) {
     for (const bool bigEndian : {true, false}) {
         const auto encoded = [bigEndian](std::u16string_view text) {
             std::string bytes;

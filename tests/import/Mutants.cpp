@@ -164,8 +164,9 @@ std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t 
     return lengths;
 }
 
-/// Adds many tags with long values, which grow up to a limit. Expat stores the values of a tag in
-/// blocks. It reuses these for later tags, and allocates more if a value does not fit.
+/// Adds many tags with long values. The values of each tag are longer than those before, up to a
+/// limit. Expat stores the values of a tag in blocks. It reuses these for later tags, and allocates
+/// more if a value does not fit.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
     const std::size_t longest = dice.oneIn(2) ? 500'000 : dice.length(100'000, 500'000);

@@ -11,7 +11,7 @@
 
 namespace ambulet {
 
-/// Tests of a controller that choose files in its file dialog.
+/// A fixture for tests that choose a file in the controller's file dialog.
 class DialogTest : public ControllerTest {
   protected:
     /// Opens the real file dialog, calls `inspect` with it, and then chooses `file` in it, or
@@ -23,7 +23,7 @@ class DialogTest : public ControllerTest {
         QObject::connect(&answer, &QTimer::timeout, [&] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             if (dialog != nullptr && typed) {
-                ADD_FAILURE() << "the dialog is open after the answer";
+                ADD_FAILURE() << "the dialog is still open after the answer";
                 dialog->reject();
             }
             if (dialog == nullptr || answered) {

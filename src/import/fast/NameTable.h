@@ -20,11 +20,11 @@ class NameTable {
     /// Exports have some 60 names of elements and some 100 of attributes.
     static constexpr std::size_t capacity = 128;
 
-    /// In bytes. The names of exports have at most 60. The limit of memory in ExportReader.cpp
-    /// depends on this number.
+    /// The longest name that is accepted, in bytes. Names in exports have at most 60 bytes. The
+    /// memory limit in ExportReader.cpp depends on this number.
     static constexpr std::size_t longestName = 200;
 
-    /// The number of the name. None if the table is full, or the name too long.
+    /// The number of the name. None if the name is new and the table is full, or if it is too long.
     std::optional<Id> id(std::string_view name) {
         const auto known = std::ranges::find(_names, name);
         const auto id = static_cast<Id>(known - _names.begin());
