@@ -1,4 +1,4 @@
-# The compiler options of all sources of the project, ambulet_compile, and those of the build types.
+# The compiler options of the build types, and the target ambulet_compile with the options of all sources.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -16,7 +16,7 @@ if(AMBULET_SANITIZE)
   add_link_options(-fsanitize=${AMBULET_SANITIZE})
 endif()
 
-option(AMBULET_FUZZERS "Build the fuzzers, which takes clang")
+option(AMBULET_FUZZERS "Build the fuzzers, which requires clang")
 if(AMBULET_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
@@ -32,7 +32,7 @@ if(CMAKE_BUILD_TYPE MATCHES "^Rel")
       add_compile_options(${flag})
     endif()
   endforeach()
-  # Removes the lower level that distributions set.
+  # Some distributions set a lower level of _FORTIFY_SOURCE.
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   if(NOT APPLE)

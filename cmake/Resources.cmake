@@ -2,7 +2,7 @@
 # are compiled into the program, with the same paths. platform/Bundle reads them.
 #
 #   ambulet_resources(layer)    compiles them into a library; does nothing on macOS
-#   ambulet_bundle(program)     makes a program a bundle with them; does nothing on other systems
+#   ambulet_bundle(program)     turns a program into a bundle that contains them; does nothing on other systems
 
 set(bundle_executable ambulet)
 if(APPLE)

@@ -1,9 +1,10 @@
 // compare_mutants FIRST COUNT [small|medium|large|huge]: reads COUNT mutants of sample exports in
-// several ways, and reports those with different results. The number of a mutant determines it; the
-// first number is FIRST. Mutants with different results are saved in the working directory.
+// several ways, and reports those with different results. The mutants are numbered from FIRST; the
+// same number always gives the same mutant. Mutants with different results are saved in the working
+// directory.
 //
-// It is built without sanitizers, so that it can read many mutants. fuzz_readers is built with
-// them.
+// It is built without sanitizers, to read many mutants quickly. fuzz_readers is built with
+// sanitizers.
 
 #include "import/Comparison.h"
 #include "import/Mutants.h"

@@ -1,5 +1,5 @@
-// fuzz_numbers: the number at the start of every text must be the one that another conversion
-// reads.
+// fuzz_numbers: integerValue and doubleValue must read the same number from the start of a text as
+// an independent implementation.
 
 #include "Rule.h"
 #include "text/Numbers.h"
@@ -64,8 +64,8 @@ std::int64_t expectedInteger(std::string_view text) {
                                    : static_cast<std::int64_t>(value);
 }
 
-// Uses the standard library, independent of the locale. It gets no "inf", "nan" or hexadecimal
-// numbers.
+// Uses std::from_chars, which ignores the locale. The text begins with a digit, so it is never
+// "inf" or "nan"; of a hexadecimal number only the 0 is read.
 double expectedDouble(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
@@ -78,7 +78,8 @@ double expectedDouble(std::string_view text) {
     double value = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
     if (read.ec == std::errc::result_out_of_range) {
-        // The position of the first digit other than 0 says whether it is too large or too small.
+        // The exponent and the position of the first digit other than 0 tell whether the number is
+        // too large or too small.
         const std::string_view number(text.data(),
                                       static_cast<std::size_t>(read.ptr - text.data()));
         const std::size_t exponent = std::min(number.find_first_of("eE"), number.size());

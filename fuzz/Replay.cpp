@@ -1,5 +1,6 @@
-// replay_NAME COUNT FOLDER: runs a fuzzer on the files of FOLDER, its seeds, and on COUNT mutants
-// of them, which are the same in each run. The tests use it; it needs neither libFuzzer nor clang.
+// replay_NAME COUNT FOLDER: runs a fuzzer on the seeds in FOLDER, and then on COUNT mutants of
+// them. The mutants are the same in each run. The tests use it; it needs neither libFuzzer nor
+// clang.
 
 #include <algorithm>
 #include <csignal>

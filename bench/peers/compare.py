@@ -1,13 +1,14 @@
 """compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER. For each
-file it prints a table of the programs:
+file it prints a table with, for each program:
 - the median CPU time and the median wall time,
 - the shortest and the longest wall time,
-- the peak memory in MB, without that for an empty document,
-- the ratios of its times to those of the program that is the base of the table.
+- the peak memory in MB, minus that for an empty document,
+- the median times, divided by those of the table's reference program.
 After the tables it prints the goals.
 
-AMBULET_BASELINE may be a folder with the programs of another build. Then each table also has the other build's
-stepdays, another table has an export of its makeexport, and goals relative to that build are printed."""
+AMBULET_BASELINE may be a folder with the programs of another build, the baseline. Then each table also has the
+baseline's stepdays. A table is added for an export that the baseline's makeexport writes. Goals relative to the
+baseline are printed, too."""
 import os
 import statistics
 import subprocess
@@ -40,15 +41,16 @@ programs = {name: words for name, words in programs.items() if os.path.exists(wo
 
 IN_EXPORTS = [ONE, TWO, OLD_ONE, OLD_TWO, BY_EXPAT, EXPAT, "libxml2", "QXmlStreamReader", READ]
 IN_VARIANTS = [ONE, TWO, OLD_ONE, EXPAT]
-# Expat alone would take gigabytes here. By stepdays it is kept within limits.
+# Without peer_expat, which would use gigabytes of memory here. stepdays limits the memory of expat.
 IN_DAMAGE = [ONE, FOUR, OLD_ONE, BY_EXPAT]
 
 LIFELIKE = {"first": "makeexport's export", "second": "the second generator's export"}
-AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]  # as the baseline, at least
+# The variants that must be read at least as fast as by the baseline.
+AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]
 
 tables = {}   # by name, then by program: medians and most memory
 differ = []   # the tables in which not all programs of this build printed the same days
-limited = []  # the tables of documents that a limit of memory ends
+limited = []  # the tables of documents whose reading ends at a memory limit
 
 
 def compare(name, title, path, names, base):
@@ -58,7 +60,7 @@ def compare(name, title, path, names, base):
     print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU /':>8}{'wall /':>8}", flush=True)
     results = {program: [] for program in names}
     for turn in range(runs):
-        first = turn % len(names)  # so that none always runs after the same one
+        first = turn % len(names)  # so that no program always runs first
         for program in names[first:] + names[:first]:
             results[program].append(measured(binaries, programs[program] + [path]))
     table = tables[name] = {program: summary(program, rows) for program, rows in results.items()}
@@ -103,7 +105,7 @@ def goals():
     yield f"the slowest document ({name}), CPU / expat's", 1.1, ratio
     if limited:
         ratio, name = worst(limited)
-        yield f"the slowest that memory ends ({name}), CPU / expat's", 2, ratio
+        yield f"the slowest that a memory limit ends ({name}), CPU / expat's", 2, ratio
     memory, name = max((row["memory"], name) for name, rows in tables.items() for program, row in rows.items()
                        if program in (ONE, TWO, FOUR, BY_EXPAT))
     yield f"most memory ({name}), MB above an empty run", 16, memory
@@ -111,7 +113,7 @@ def goals():
 
 
 def part_of(whole, divisor):
-    """A size as makeexport takes it: a part of `whole`."""
+    """`whole` divided by `divisor`, as an argument of makeexport."""
     return f"{(int(whole[:-1]) << {'K': 0, 'M': 10, 'G': 20}[whole[-1]]) // divisor}K"
 
 

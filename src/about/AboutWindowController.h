@@ -43,8 +43,9 @@ class AboutWindowController final : public WindowController {
         QRect frame;
     };
 
-    /// A centred label without a parent, and its frame in a content of width `width`: lower edge at
-    /// `y`, height `h`, 20 points of margin at both sides.
+    /// A centred label without a parent, and its frame in a content area that is `width` wide. The
+    /// lower edge of the frame is at `y`, its height is `h`, and the margin is 20 points on each
+    /// side.
     static FramedLabel centeredLabel(const QString& text, const QFont& font, LabelColor color,
                                      int y, int h, int width);
 

@@ -17,8 +17,8 @@ def without_indicator(lines):
     return kept + [line[4 * INDICATOR_WIDTH:] for line in lines[-INDICATOR_HEIGHT:]]
 
 
-def ground(lines):
-    """The most frequent colour in the upper part of the window, which is the panel's."""
+def background(lines):
+    """The colour of the panel's background: the most frequent one in the upper part of the window."""
     panel = b"".join(lines[30:150])
     return collections.Counter(panel[i:i + 4] for i in range(0, len(panel), 4)).most_common(1)[0][0]
 
@@ -36,16 +36,16 @@ class Start(ProgramTest):
             place = program.extents(next(node for node in program.windows()
                                          if node.get_name() == MAIN))
         program.kill()
-        # Before the first state the display is empty, or the window is not painted yet.
+        # The first states show the empty display, and perhaps the window before it is painted.
         states = film.states(*place)
-        display, last = ground(states[0]), ground(states[-1])
-        shown = [state for state in states if ground(state) == last]
-        others = [state for state in states if ground(state) not in (display, last)]
+        display, last = background(states[0]), background(states[-1])
+        shown = [state for state in states if background(state) == last]
+        others = [state for state in states if background(state) not in (display, last)]
         PICTURES.mkdir(parents=True, exist_ok=True)
         for number, state in enumerate(states):
             save(state, PICTURES / f"start-{name}-{number}.png")
-        self.assertEqual(shown, states[-len(shown):], "the ground changed")
-        self.assertLessEqual(len(others), 1, "another ground came first")
+        self.assertEqual(shown, states[-len(shown):], "the background changed")
+        self.assertLessEqual(len(others), 1, "another background came first")
         distinct = []
         for state in map(without_indicator, shown):
             if not distinct or state != distinct[-1]:

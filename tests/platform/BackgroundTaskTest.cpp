@@ -24,7 +24,7 @@ struct Token {
     ~Token() { destroyed.set_value(); }
 };
 
-TEST(BackgroundTask, theWorkRunsOnAThreadOfItsOwnAndTheCompletionOnTheReceivers) {
+TEST(BackgroundTask, theWorkRunsOnItsOwnThreadAndTheCompletionOnThatOfTheReceiver) {
     QObject receiver;
     QEventLoop loop;
     QThread* completionThread = nullptr;
@@ -56,7 +56,7 @@ TEST(BackgroundTask, theCompletionComesFromTheEventLoopNotFromTheCall) {
     EXPECT_TRUE(returnedBefore);
 }
 
-TEST(BackgroundTask, worksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
+TEST(BackgroundTask, tasksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
     QObject receiver;
     QEventLoop loop;
     std::latch secondCompleted(1);
@@ -80,7 +80,7 @@ TEST(BackgroundTask, worksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
     EXPECT_EQ(completed, (std::vector{2, 1}));
 }
 
-TEST(BackgroundTask, eachOfManyWorksRunsOnAThreadOfItsOwn) {
+TEST(BackgroundTask, eachOfManyTasksRunsOnItsOwnThread) {
     constexpr int works = 50;
     QObject receiver;
     QEventLoop loop;
@@ -105,7 +105,7 @@ TEST(BackgroundTask, eachOfManyWorksRunsOnAThreadOfItsOwn) {
     EXPECT_EQ(sum, 1225);  // 0 + 1 + ... + 49
 }
 
-TEST(BackgroundTask, workCompletionAndResultNeedOnlyBeMovable) {
+TEST(BackgroundTask, theWorkTheCompletionAndTheResultNeedOnlyBeMovable) {
     QObject receiver;
     QEventLoop loop;
     std::string text;
@@ -182,7 +182,7 @@ TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedDuringTheWo
     EXPECT_FALSE(completed);
 }
 
-TEST(BackgroundTask, aReceiverDestroyedWhileAWorkEndsIsNeverTouched) {
+TEST(BackgroundTask, aReceiverDestroyedWhileTheWorkEndsIsNeverAccessed) {
     for (int i = 0; i < 200; ++i) {
         auto receiver = std::make_unique<QObject>();
         auto token = std::make_unique<Token>();
@@ -238,7 +238,7 @@ TEST(BackgroundTask, aCompletedCallLeavesNoSignalConnection) {
     EXPECT_EQ(receiver.receivers(SIGNAL(destroyed(QObject*))), 0);
 }
 
-TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterIt) {
+TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterItWasPosted) {
     // If no thread can be started, the completion has been posted when the call returns.
     EXPECT_TRUE(passesWithoutThreads([] {
         auto receiver = std::make_unique<QObject>();
