@@ -4,7 +4,7 @@
 
 namespace ambulet {
 
-/// The ratio of `base`'s time to `other`'s. Both are names of benchmarks of the same run.
+/// The time of `other` divided by the time of `base`. Both are names of benchmarks of the same run.
 struct Ratio {
     const char* text;
     const char* other;

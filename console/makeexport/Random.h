@@ -29,7 +29,7 @@ class Random {
 
     bool oneIn(std::uint32_t number) { return below(number) == 0; }
 
-    /// An element of a container that is not empty.
+    /// A random element. The container must not be empty.
     template <class Container>
     const auto& oneOf(const Container& container) {
         return container[below(static_cast<std::uint32_t>(container.size()))];

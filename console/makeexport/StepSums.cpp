@@ -13,7 +13,8 @@ namespace {
 
 using QuarterHours = duration<std::int64_t, std::ratio<900>>;
 
-// The range of the sums. It is larger than the days, because local time differs from UTC.
+// The range of the sums, in UTC: from a day before firstDay begins to a day after lastDay ends,
+// because local time differs from UTC.
 constexpr sys_seconds begin(firstDay.time_since_epoch() - days(1));
 constexpr sys_seconds end(lastDay.time_since_epoch() + days(2));
 
@@ -36,8 +37,8 @@ std::string StepSums::lines(const std::string& zone) const {
     bool hasMidnight = false;
     bool hasRecords = false;
     std::int64_t steps = 0;
-    // Newest first. The earliest quarter hours have no records, so every day with records gets
-    // ended.
+    // From the newest to the oldest. The line of a day is added when the day before it begins.
+    // There is always one, because the oldest quarter hours have no records.
     for (std::size_t i = _quarterHours.size(); i > 0; --i) {
         const std::time_t time = (begin + QuarterHours(i - 1)).time_since_epoch().count();
         std::tm tm{};

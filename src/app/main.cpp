@@ -13,8 +13,8 @@
 using namespace ambulet;
 
 int main(int argc, char** argv) {
-    // Qt's file dialog uses regular expressions. Compiled, they would need memory that is writable
-    // and executable.
+    // Qt's file dialog uses regular expressions. Compiling them to machine code would need memory
+    // that is writable and executable.
     qputenv("QT_ENABLE_REGEXP_JIT", "0");
     int status = 0;
     {

@@ -75,9 +75,9 @@ void MainWindowController::windowDidLoad() {
     loadData();
 }
 
-// Sees every event of the application before any view does. Mouse and key presses are observed at
-// the QWindow, which gets each of them once. A press that a view ignores is sent to its parent,
-// too, and a press while a menu is open is sent to the QMainWindow, too.
+// Called for every event of the application before any widget gets it. Mouse and key presses are
+// observed at the QWindow, which gets each of them once. Widgets may get one more than once (a
+// widget that ignores a press passes it to its parent) or get one that is for an open menu.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == nullptr) {
         return false;
@@ -99,7 +99,7 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         commitStrideEdit();
     } else if ((type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
                 type == QEvent::StyleChange) &&
-               watched == _milesLabel) {  // compared last: the label may be in destruction
+               watched == _milesLabel) {  // last: QPointer may only cast a label that is whole
         placeStrideEditor();
     }
     return WindowController::eventFilter(watched, event);

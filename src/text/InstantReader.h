@@ -24,14 +24,14 @@ class InstantReader {
 
     /// Empty if
     /// - the text does not match the pattern,
-    /// - a field is out of range or has an exponent,
+    /// - a field is out of range or is written with an exponent, such as "1e3",
     /// - the year is after 32766, or
     /// - anything but blanks and tabs follows.
     ///
     /// Throws std::runtime_error if ICU is needed and its data is missing.
     std::optional<std::chrono::sys_seconds> instant(std::string_view text);
 
-    /// As `instant`, but only for texts in which each field has all of its digits, and for the
+    /// The same as `instant` for texts of exactly the form of the example (25 characters) and the
     /// years 1583 to 9999. Empty for all others.
     static std::optional<std::chrono::sys_seconds> exactInstant(std::string_view text);
 

@@ -39,7 +39,7 @@ void moveFrame(QWidget& window, QPoint place) {
     if (margins.isNull()) {
         window.move(place);  // applies to the frame that is added later
     } else {
-        // move() may still assume that there is no frame, as before the window was shown.
+        // Not move(): Qt's widget may not have been told about the frame yet.
         window.setGeometry(QRect(place + QPoint(margins.left(), margins.top()), window.size()));
     }
 }

@@ -100,7 +100,7 @@ TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheOtherFoldersAreGone) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const HangingFolder mount(path("mount").toStdString());
     EXPECT_EQ(startFolder(path("mount/export.xml")), path("Downloads"));
-    EXPECT_FALSE(mount.mainThreadHasAsked());
+    EXPECT_FALSE(mount.mainThreadHasAccessed());
 }
 
 TEST_F(ExportFileDialogTest, staysInFrontOfTheMainWindow) {

@@ -1,4 +1,5 @@
-// What a load does not change, and loads, choices and edits that overlap.
+// What a load changes and what it keeps, also if a file is chosen or the stride is edited
+// meanwhile.
 
 #include "mainwindow/ControllerTest.h"
 #include "platform/FileBookmark.h"
@@ -13,7 +14,7 @@ namespace {
 
 class LoadingRulesTest : public ControllerTest {
   protected:
-    // Chooses `file` in the next file dialog, or cancels it if `file` is null.
+    // Opens the file dialog and chooses `file` in it, or cancels the dialog if `file` is null.
     void choose(const QString& file) {
         QTimer answer;
         bool typed = false;
@@ -122,7 +123,7 @@ TEST_F(LoadingRulesTest, aStrideCommittedDuringALoadIsUsedWhenTheLoadEnds) {
     EXPECT_EQ(cell(0, "avgMiles"), QStringLiteral("7.00"));
 }
 
-TEST_F(LoadingRulesTest, aLoadAlsoEndsIfTheWindowIsClosed) {
+TEST_F(LoadingRulesTest, aLoadIsCompletedEvenIfTheWindowIsClosed) {
     load(twoDays);
     controller->loadData();
     controller->window()->close();
@@ -131,7 +132,7 @@ TEST_F(LoadingRulesTest, aLoadAlsoEndsIfTheWindowIsClosed) {
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
-TEST_F(LoadingRulesTest, theNumberOfDaysInTheStatusIsNotGrouped) {
+TEST_F(LoadingRulesTest, theNumberOfDaysIsShownWithoutThousandsSeparators) {
     std::string text = "<HealthData>\n";
     using namespace std::chrono_literals;
     std::chrono::sys_days day = 2020y / 1 / 1;

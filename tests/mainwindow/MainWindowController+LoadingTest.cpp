@@ -326,7 +326,7 @@ TEST_F(LoadingTest, aMountThatHangsLeavesTheWindowUsable) {
         choose({}, [this](QFileDialog& dialog) {
             EXPECT_NE(dialog.directory().path(), path("mount"));
         });
-        EXPECT_FALSE(mount.mainThreadHasAsked());
+        EXPECT_FALSE(mount.mainThreadHasAccessed());
     }
     waitForLoad();
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
@@ -353,7 +353,7 @@ TEST_F(LoadingTest, aMountThatHangsInAFolderShownByTheDialogDoesNotBlock) {
             EXPECT_TRUE(QTest::qWaitFor([&mount] { return mount.otherThreadWaits(); }));
         });
     }
-    EXPECT_FALSE(mount.mainThreadHasAsked());
+    EXPECT_FALSE(mount.mainThreadHasAccessed());
     controller->statusLabel()->clear();
     controller->loadData();
     waitForLoad();

@@ -19,7 +19,7 @@ std::vector<DailySteps> days(std::initializer_list<std::int64_t> steps) {
     return list;
 }
 
-TEST(StepTotals, averagesDivideByTheDaysGiven) {
+TEST(StepTotals, anAverageIsTheSumDividedByTheNumberOfDays) {
     // 1000 + 2000 + 6000 = 9000; 9000 / 3 = 3000; 2.5 × 9000 / 5280 = 4.26136…; / 3 = 1.42045…
     const StepTotals totals(days({1000, 2000, 6000}), 2.5);
     EXPECT_EQ(totals.days(), 3);

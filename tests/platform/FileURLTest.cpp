@@ -19,7 +19,7 @@ class FileURLTest : public testing::Test {
     TemporaryFolder _folder;
 };
 
-TEST_F(FileURLTest, aTextIsAPathInUtf8) {
+TEST_F(FileURLTest, theTextIsEncodedInUtf8) {
     EXPECT_EQ(found("März/export.xml"), path("März/export.xml"));
 }
 
@@ -30,8 +30,8 @@ TEST_F(FileURLTest, aReplacementCharacterMatchesBytesThatAreNotUtf8) {
     EXPECT_EQ(found("M\uFFFDrz.xml"), file);
 }
 
-TEST_F(FileURLTest, ofSeveralMatchingFilesTheFirstByNameIsTaken) {
-    // Many, as a folder lists its files in any order.
+TEST_F(FileURLTest, theFirstByNameOfSeveralMatchingFilesIsTaken) {
+    // So many that the folder is unlikely to list M\xe4.xml first by chance.
     for (char byte = '\xff'; byte >= '\xe4'; --byte) {
         write(std::string("M") + byte + ".xml");
     }
@@ -44,13 +44,13 @@ TEST_F(FileURLTest, aFileWithExactlyThatNameIsPreferred) {
     EXPECT_EQ(found("M\uFFFDrz.xml"), file);
 }
 
-TEST_F(FileURLTest, foldersInThePathAreFoundTheSameWay) {
+TEST_F(FileURLTest, aReplacementCharacterMatchesInNamesOfFoldersToo) {
     std::filesystem::create_directory(path("\xff"));
     const std::string file = write("\xff/\xfe.xml");
     EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), file);
 }
 
-TEST_F(FileURLTest, ifNoFileMatchesThePathIsTheText) {
+TEST_F(FileURLTest, thePathIsTheTextIfNoFileMatches) {
     EXPECT_EQ(found("\uFFFD/\uFFFD.xml"), path("\uFFFD/\uFFFD.xml"));
 }
 

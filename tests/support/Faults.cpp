@@ -60,7 +60,7 @@ struct Hanging {
     std::string folder = std::getenv("AMBULET_HANG") == nullptr ? "" : std::getenv("AMBULET_HANG");
     const bool forTheRun = !folder.empty();
     int waiting = 0;
-    bool mainThreadHasAsked = false;
+    bool mainThreadHasAccessed = false;
 };
 // Never destroyed, because a thread may still be waiting when the process ends.
 Hanging& hanging = *new Hanging;
@@ -74,7 +74,7 @@ bool hangs(const char* path) {
         return false;
     }
     if (!hanging.forTheRun && getpid() == gettid()) {
-        hanging.mainThreadHasAsked = true;
+        hanging.mainThreadHasAccessed = true;
         errno = ENOENT;
         return true;
     }
@@ -166,7 +166,7 @@ NoThreads::~NoThreads() {
 HangingFolder::HangingFolder(const std::string& folder) {
     const std::lock_guard lock(hanging.mutex);
     hanging.folder = folder;
-    hanging.mainThreadHasAsked = false;
+    hanging.mainThreadHasAccessed = false;
 }
 
 HangingFolder::~HangingFolder() {
@@ -180,9 +180,9 @@ bool HangingFolder::otherThreadWaits() const {
     return hanging.waiting > 0;
 }
 
-bool HangingFolder::mainThreadHasAsked() const {
+bool HangingFolder::mainThreadHasAccessed() const {
     const std::lock_guard lock(hanging.mutex);
-    return hanging.mainThreadHasAsked;
+    return hanging.mainThreadHasAccessed;
 }
 
 OpenLog::OpenLog() {

@@ -5,10 +5,6 @@
 
 namespace ambulet {
 
-// If a test program links Faults.cpp, its calls to the operating system go through it. Each class
-// has an effect on the whole process as long as its object exists. Only one object of each class
-// may exist at a time.
-
 /// A class whose objects cannot be copied.
 class NotCopyable {
   public:
@@ -20,17 +16,22 @@ class NotCopyable {
     ~NotCopyable() = default;
 };
 
-/// Makes a call to the operating system fail.
+// A test program that links Faults.cpp calls the operating system through it. The objects of the
+// classes below affect the whole process for as long as they exist. Only one object of each class
+// may exist at a time.
+
+/// Makes calls to the operating system fail.
 class Fault : NotCopyable {
   public:
     enum class Call { Open, Write, Fsync, Rename };
 
-    /// The call number `at` (1 is the next one) and all later calls fail with `error`. If `isShort`
-    /// is set, a failing write first writes half of its data.
+    /// The first `at` - 1 calls of the kind `call` succeed; all later ones fail with `error`. If
+    /// `isShort` is set, the first of those, if it is a write, succeeds instead, but writes only
+    /// half of its data.
     Fault(Call call, int at, int error, bool isShort = false);
     ~Fault();
 
-    /// The number of calls that have failed.
+    /// The number of calls that have failed or, if `isShort` is set, have written half.
     int failures() const;
 };
 
@@ -55,18 +56,18 @@ class NoThreads : NotCopyable {
     ~NoThreads();
 };
 
-/// Simulates a mount that hangs: threads that access anything below `folder` wait until this object
-/// is destroyed. The main thread does not wait; for it, nothing exists there.
+/// Simulates a mount that hangs: a thread that accesses `folder` or anything in it waits until this
+/// object is destroyed. For the main thread, `folder` does not exist instead.
 ///
-/// The environment variable AMBULET_HANG does the same for a folder for the whole run of a program,
-/// but there the main thread waits, too.
+/// If the environment variable AMBULET_HANG is the path of a folder, every thread that accesses it,
+/// including the main thread, waits until the process ends.
 class HangingFolder : NotCopyable {
   public:
     explicit HangingFolder(const std::string& folder);
     ~HangingFolder();
 
     bool otherThreadWaits() const;
-    bool mainThreadHasAsked() const;
+    bool mainThreadHasAccessed() const;
 };
 
 /// Records the paths of all files and folders that the process opens.

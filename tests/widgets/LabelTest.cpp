@@ -17,13 +17,14 @@ QPalette paletteOf(const QColor& text, const QColor& ground, const QColor& link)
     return palette;
 }
 
-// The contrast of two greys by WCAG 2. For a grey, all three parts of the luminance are equal.
+// The contrast of two greys by WCAG 2. Luminance is a weighted mean of three values, one for each
+// channel. For a grey they are equal, so one of them is the luminance.
 double contrastOfGreys(const QColor& one, const QColor& other) {
     const auto luminance = [](const QColor& grey) {
         EXPECT_EQ(grey.red(), grey.green());
         EXPECT_EQ(grey.red(), grey.blue());
-        const double part = grey.red() / 255.0;
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        const double channel = grey.red() / 255.0;
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
     };
     const double a = luminance(one);
     const double b = luminance(other);
@@ -47,7 +48,7 @@ TEST(LabelColor, secondaryAndTertiaryTextIsFainterButLegibleInLightAndDarkPalett
     }
 }
 
-TEST(LabelColor, ifTheTextColourIsFaintAllColoursAreTheTextColour) {
+TEST(LabelColor, aFaintTextColourIsAlsoUsedForSecondaryAndTertiaryText) {
     const QPalette palette = paletteOf(QColor(130, 130, 130), QColor(200, 200, 200), Qt::blue);
     EXPECT_EQ(labelColor(LabelColor::SecondaryLabel, palette), QColor(130, 130, 130));
     EXPECT_EQ(labelColor(LabelColor::TertiaryLabel, palette), QColor(130, 130, 130));
@@ -87,7 +88,7 @@ TEST(Label, theTextIsShownAsPlainText) {
     EXPECT_EQ(label.textFormat(), Qt::PlainText);
 }
 
-TEST(SystemFont, theFamilyIsTheApplicationsAndTheSizeAsGiven) {
+TEST(SystemFont, hasTheFamilyOfTheApplicationAndTheGivenSizeAndWeight) {
     QLabel label;
     label.setFont(systemFont(13));
     EXPECT_EQ(label.font().pixelSize(), 13);

@@ -1,7 +1,7 @@
 // Document type declarations:
 // - Entities and defaults that they define are used.
 // - Files that they refer to are never opened.
-// - If a declaration is malformed, it is ignored.
+// - A malformed declaration is ignored if the root's start tag can be found after it.
 
 #include "import/Reading.h"
 #include "import/expat/Declarations.h"
@@ -78,7 +78,7 @@ std::string chain(std::size_t references, const std::string& kind, const std::st
     return declarations + "<!ENTITY " + kind + 'e' + std::to_string(references) + " ''>\n";
 }
 
-// A way to use e0 of a chain. Expat has a different recursion for each of them.
+// A way to use e0 of a chain. For each way, Expat expands the chain with other recursive functions.
 struct ChainUse {
     std::string kind;
     std::string reference;
@@ -135,7 +135,7 @@ TEST(Entities, aParameterEntityMayHoldDeclarations) {
         (Reading{ninth, {}}));
 }
 
-// A document declared standalone must not depend on such declarations.
+// A standalone document must not depend on declarations in parameter entities.
 TEST(Entities, aParameterEntityIsNotReadInAStandaloneDocument) {
     for (const auto& [standalone, days] : {std::pair("yes", ninth), {"no", both}}) {
         EXPECT_EQ(read("<?xml version=\"1.0\" standalone=\"" + std::string(standalone) +
@@ -148,7 +148,7 @@ TEST(Entities, aParameterEntityIsNotReadInAStandaloneDocument) {
     }
 }
 
-TEST(Entities, theTypeMayBeADefaultOfTheDeclaration) {
+TEST(Entities, aRecordsTypeMayBeADeclaredDefault) {
     EXPECT_EQ(read(withDoctype("<!DOCTYPE HealthData [<!ATTLIST Record type CDATA "
                                "\"HKQuantityTypeIdentifierStepCount\">]>",
                                "<Record startDate=\"2024-03-09 12:00:00 +0000\" value=\"5\"/>"
@@ -220,9 +220,9 @@ TEST(Entities, anEntityBombInsideTheDeclarationIsIgnored) {
     EXPECT_LT(cpuSeconds() - begin, 1);
 }
 
-TEST(Entities, nestedWithinTheLimitAreReadOnASmallStack) {
+TEST(Entities, entitiesNestedWithinTheLimitAreReadOnASmallStack) {
     for (const ChainUse& use : chainUses) {
-        // An entity that refers to the chain from inside another one adds a level.
+        // The last use declares one more entity that refers to another.
         const std::size_t most = Declarations::mostNestingEntities -
                                  (use.inDoctype.find('"') == std::string::npos ? 0 : 1);
         const TemporaryFolder folder;
@@ -239,7 +239,7 @@ TEST(Entities, nestedWithinTheLimitAreReadOnASmallStack) {
     }
 }
 
-TEST(Entities, nestingBeyondTheLimitIsAnErrorAtTheDeclarationThatExceedsIt) {
+TEST(Entities, tooDeepNestingIsAnErrorAtTheFirstEntityBeyondTheLimit) {
     const std::size_t most = Declarations::mostNestingEntities;
     for (const ChainUse& use : chainUses) {
         for (const std::size_t references : {most + 1, std::size_t{19'396}}) {
@@ -261,7 +261,7 @@ TEST(Entities, nestingBeyondTheLimitIsAnErrorAtTheDeclarationThatExceedsIt) {
     }
 }
 
-TEST(Entities, anyNumberOfEntitiesWithoutReferencesIsAllowed) {
+TEST(Entities, thousandsOfEntitiesThatReferToNoOthersAreAllowed) {
     std::string declarations;
     for (int number = 0; number < 2'000; ++number) {
         declarations += "<!ENTITY e" + std::to_string(number) + " '&#38;#60; 5 % &#38;'>\n";
@@ -299,7 +299,7 @@ TEST(Entities, theMalformedDeclarationOfExportVersion12IsIgnored) {
                                                     XMLErrorReason::mismatchedTag}}));
 }
 
-TEST(Entities, everyKindOfMalformedDeclarationIsIgnored) {
+TEST(Entities, malformedDeclarationsOfManyKindsAreIgnored) {
     for (const char* doctype :
          {"<!DOCTYPE>", "<!DOCTYPE HealthData SYSTEM>", "<!DOCTYPE HealthData SYSTEM export.dtd>",
           "<!DOCTYPE HealthData [", "<!DOCTYPE HealthData [<!ELEMENT Me EMPTY>",
@@ -329,7 +329,7 @@ TEST(Entities, aMalformedDeclarationIsIgnoredInUtf16) {
     EXPECT_EQ(read("\xEF\xBB\xBF" + ascii), (Reading{both, {}}));
 }
 
-TEST(Entities, aDeclarationWithoutAnEndIsAnError) {
+TEST(Entities, aMalformedDeclarationThatHidesTheRootIsAnError) {
     const std::string bytes = "<!DOCTYPE HealthData [ junk <!-- <HealthData>" + twoRecords();
     EXPECT_EQ(read(bytes), (Reading{{}, XMLError{byteOf(bytes, "junk"), XMLErrorReason::syntax}}));
 }
@@ -347,7 +347,7 @@ TEST(Entities, anErrorBeforeOrAfterTheDeclarationIsReported) {
     EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), XMLErrorReason::syntax}}));
 }
 
-TEST(Entities, whatAMalformedDeclarationDefinesIsUndefined) {
+TEST(Entities, entitiesOfAnIgnoredDeclarationAreUndefined) {
     const std::string bytes = withDoctype("<!DOCTYPE HealthData [<!ENTITY five '5'> junk ]>",
                                           step(noon9, "5") + step(noon10, "&five;"));
     EXPECT_EQ(read(bytes), (Reading{ninth, XMLError{byteOf(bytes, step(noon10, "&five;")),
