@@ -186,7 +186,8 @@ class WholeScan {
                 others.emplace_back([this] { work(); });
             }
         } catch (const std::exception&) {
-            // The system has no more threads, or no memory for them. The others do all the work.
+            // Deliberate: the system has no more threads, or no memory for them. The others do all
+            // the work.
         }
         work();
         for (std::thread& thread : others) {

@@ -56,7 +56,7 @@ std::vector<DailySteps> StepSums::days() const {
     for (const auto& [date, steps] : _sums) {
         if (const auto start = startOfDay(date)) {
             DailySteps& day = days.emplace_back();
-            day.setDate(*start);
+            day.setDate(start);
             day.setSteps(steps);
         }
     }
