@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <string>
 #include <sys/stat.h>
-#include <thread>
 #include <vector>
 
 namespace ambulet {
@@ -138,9 +138,10 @@ TEST(HealthXMLParser, severalParsersCanReadAtTheSameTime) {
     const auto path = folder.write("export.xml", document(records));
     std::vector<DailySteps> results[4];
     {
-        std::vector<std::jthread> threads;
+        std::vector<std::future<void>> threads;
         for (std::vector<DailySteps>& result : results) {
-            threads.emplace_back([&] { result = HealthXMLParser().parseURL(path); });
+            threads.push_back(
+                std::async(std::launch::async, [&] { result = HealthXMLParser().parseURL(path); }));
         }
     }
     for (const std::vector<DailySteps>& result : results) {

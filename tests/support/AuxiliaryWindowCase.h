@@ -12,7 +12,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
-#include <thread>
+#include <future>
 #include <vector>
 
 namespace ambulet {
@@ -62,9 +62,10 @@ template <typename Controller>
 void expectOneSharedController() {
     std::vector<Controller*> seen(8);
     {
-        std::vector<std::jthread> threads;
+        std::vector<std::future<void>> threads;
         for (auto& entry : seen) {
-            threads.emplace_back([&entry] { entry = &Controller::sharedController(); });
+            threads.push_back(std::async(std::launch::async,
+                                         [&entry] { entry = &Controller::sharedController(); }));
         }
     }
     for (const auto* const controller : seen) {
