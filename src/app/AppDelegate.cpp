@@ -16,8 +16,8 @@ namespace ambulet {
 
 namespace {
 
-// Moves a window that would cover the window of another copy of the program exactly, because both
-// restored the same frame.
+// Two copies of the program restore the same frame. If another application has a window whose
+// content is at the same place, moves this one, so that both can be seen.
 void stepAside(QWidget& window) {
     constexpr int step = 30;
     // If no frame is remembered, the window manager places the window.

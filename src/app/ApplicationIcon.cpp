@@ -35,7 +35,7 @@ class AfterFirstPaint final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Expose && qobject_cast<QWindow*>(watched)->isExposed()) {
             qApp->removeEventFilter(this);
-            // The window handles the event after this filter, and only then it is painted.
+            // The window handles the event, and is painted, after this filter.
             QMetaObject::invokeMethod(
                 this,
                 [this] {

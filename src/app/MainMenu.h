@@ -15,10 +15,10 @@ namespace ambulet {
 
 class AuxiliaryWindow;
 
-/// The main menu: application menu, Window and Help. The titles are formatted once.
+/// The main menu: application menu, Window and Help.
 ///
 /// Each window has its own menu bar with all the items, so that every item can be reached from the
-/// window in front, also when the main window is closed. On macOS one menu bar serves all windows.
+/// window in front, even if the main window is closed. On macOS, all windows share one menu bar.
 /// Main thread only.
 class MainMenu final : public QObject {
     Q_OBJECT

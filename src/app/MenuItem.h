@@ -9,9 +9,9 @@ class QWidget;
 
 namespace ambulet {
 
-/// `title` as the text of a new item of `menu`, a menu or a menu bar. The item shows exactly
-/// `title`; its access key is a letter that no other item of `menu` has, if there is one. On macOS,
-/// which has no access keys, there is none.
+/// The text for a new item of `menu` (a menu or a menu bar) that shows exactly `title`. Its access
+/// key is a character of `title` that is not the access key of an item of `menu` yet. Without such
+/// a character, and on macOS, it has no access key.
 QString menuText(const QString& title, const QWidget& menu);
 
 /// Adds an item to `menu` and returns it. `key` is its shortcut in the window that has the menu. Qt

@@ -1,8 +1,8 @@
 // A client of the X server can do three things to other clients' windows through the window
 // manager:
 // - list them (EWMH, _NET_CLIENT_LIST),
-// - have one minimised (ICCCM 4.1.4, WM_CHANGE_STATE),
-// - have one restored, by asking the server to map it.
+// - minimise one (ICCCM 4.1.4, WM_CHANGE_STATE),
+// - restore one, by asking the server to map it.
 
 #include "app/OtherApplications.h"
 
@@ -45,7 +45,7 @@ class X11 {
 
     explicit X11(xcb_connection_t* connection) : _connection(connection) {}
 
-    // Waits for the reply, which comes from the X server: no other application can delay it.
+    // Waits for the reply of the X server.
     xcb_atom_t atom(std::string_view name) const {
         const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             _connection,
@@ -177,7 +177,7 @@ class OtherApplications::HiddenWindows final : public QAbstractNativeEventFilter
         bool isMinimized;
     };
 
-    // The first change of a window's state is the requested one. Later changes are not from here.
+    // The first change of a window's state is the one that `add` requested.
     void propertyDidChange(const xcb_property_notify_event_t& change) {
         const auto found =
             std::find_if(_windows.begin(), _windows.end(),

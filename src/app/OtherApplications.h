@@ -22,8 +22,8 @@ class OtherApplications {
     /// Restores the windows minimised by `hide` that have not been restored since.
     void show();
 
-    /// Whether another application has a visible window whose content is at `place`, in pixels of
-    /// the screen. Always false if the platform is not X11.
+    /// Whether another application has a window that is not minimised and whose content has its
+    /// upper left corner at `place`, in pixels of the screen. Always false if `canHide` is false.
     static bool haveWindowAt(QPoint place);
 
   private:

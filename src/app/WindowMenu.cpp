@@ -57,7 +57,8 @@ void WindowMenu::listWindows() {
     _list.append(addSeparator());
     for (QWidget* const window : windows) {
         QAction* const item = addMenuItem(*this, window->windowTitle());
-        // The other items are not checkable: styles draw an empty box beside one that is.
+        // Only the item of the window in front is checkable, because styles draw an empty box
+        // beside a checkable item that is not checked.
         item->setCheckable(window == ProgramWindows::front());
         item->setChecked(item->isCheckable());
         connect(item, &QAction::triggered, window, [window] { bringToFront(*window); });

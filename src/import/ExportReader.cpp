@@ -16,17 +16,19 @@
 // The fast reader does not accept the end of the root element, so expat always reads last. It is
 // given the prolog, a start tag for each open element, and the rest of the file.
 //
-// Expat stops if it would use more memory than the limit. For the same result, the memory that it
-// would have used for the part that the fast reader has read must count, too. That is at most
-// `mostKept`, so this much less is allowed for the rest. If expat then runs out of memory, it is
-// uncertain whether it would have without the fast reader. So it reads the whole file again.
+// Expat stops if it would use more memory than the limit. To stop at the same byte as without the
+// fast reader, it would have to count the memory that it would have used for the part that was read
+// fast. That is at most `mostKept`, so the limit for the rest is lowered by this much. If expat
+// then runs out of memory, it is uncertain whether it would have without the fast reader. So it
+// reads the whole file again.
+//
 // For the part that was read fast, expat would have used at most, in bytes:
 //
 //   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners (those of
-//              four threads, and the one that merges), each with 200 bytes, and about 150 more
-//     120,000  the names of 200 open elements, which expat stores twice, raw and converted: 100
-//     that
-//              are open where a chunk begins, and 100 that are opened in it
+//              four threads, and the one that merges), each with 200 bytes, and about 150 more.
+//              That is 450,000; the rest is a margin
+//     120,000  the names of 200 open elements (100 that are open where a chunk begins, and 100 that
+//              are opened in it); expat stores each of them twice, raw and converted
 //     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it allocated
 //              for the values of a tag; a search for the worst tags found 30,000
 //   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and
@@ -40,8 +42,8 @@ constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and its ta
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
-/// If less than one sixteenth of the file was scanned, the scan does not count. Reading so little
-/// again hardly takes longer, and no memory has to be estimated.
+/// If less than one sixteenth of the file was scanned, the sums of the scan are discarded, and
+/// expat reads that part, too. This takes hardly longer, and no memory has to be estimated.
 constexpr std::uint64_t leastScannedDivisor = 16;
 
 /// The start tags of the open elements, without the root.

@@ -14,9 +14,9 @@ class InputFile;
 /// Sums the step records of an export. The days and the first error are the same as with
 /// ExpatReader, but it is many times faster.
 ///
-/// Expat decides what is well-formed. It reads the prolog. If that is plain, the fast reader
-/// continues as long as it can verify every byte, and expat reads the rest. Otherwise expat reads
-/// the whole file.
+/// Expat decides what is well-formed. It reads the prolog. If the prolog is plain (see
+/// Declarations), the fast reader continues as long as it can verify every byte, and expat reads
+/// the rest. If it is not plain, expat reads the whole file.
 class ExportReader {
   public:
     struct Options {
@@ -37,8 +37,9 @@ class ExportReader {
 
     /// Adds the step records of `file` to `sums`. `delegate` gets the start tags that expat reads,
     /// and must add the step records among them to `sums`. If expat has to read the whole file
-    /// again, the earlier sums are restored and all start tags come again. Returns the first error,
-    /// if the document is not well-formed; the records before the error have been added.
+    /// again, the sums are first reset to those before the call, and the delegate gets all start
+    /// tags again. Returns the first error, as ExpatReader does; the records before it have been
+    /// added.
     std::optional<XMLError> read(const InputFile& file, XMLReaderDelegate& delegate,
                                  StepSums& sums) const;
 

@@ -14,9 +14,9 @@ namespace ambulet {
 
 class InputFile;
 
-/// Computes the days of an export. It sums all elements named Record with the step count type, at
-/// any depth, by the local calendar day on which they start. If two devices recorded the same
-/// steps, both records count.
+/// Computes the days of an export: the sums of its step records by the local calendar day on which
+/// they start. A step record is an element named Record, at any depth, with the step count type. If
+/// two devices recorded the same steps, both records count.
 ///
 /// One thread at a time. The sums stay in the parser, so use a new parser for each file.
 class HealthXMLParser : public XMLReaderDelegate {
@@ -26,7 +26,7 @@ class HealthXMLParser : public XMLReaderDelegate {
     /// that is not well-formed adds the records before the first error.
     std::vector<DailySteps> parseURL(const std::filesystem::path& path);
 
-    /// Reads an open file. Returns the first error, if the document is not well-formed.
+    /// Reads an open file. Returns the first error, as ExpatReader does.
     std::optional<XMLError> parse(const InputFile& file, ExportReader::Options options);
 
     /// Adds the tag to the sums if it is a step record.

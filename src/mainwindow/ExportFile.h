@@ -29,13 +29,12 @@ struct FoundFile {
 /// the path outside the sandbox. Accesses the file system.
 QString shownPath(const QString& path);
 
-/// Looks for the file. The result is the file to which the bookmark resolves, else the path, even
-/// if no file is there; empty if there is neither. Accesses the file system, so it may take
-/// seconds, or hang.
+/// Looks for the file. The result is the file to which the bookmark resolves; else the path, even
+/// if no file is there; else empty. Accesses the file system, so it may take seconds, or hang.
 FoundFile findFile(const RememberedFile& remembered);
 
-/// The export file that the user has chosen, as stored in the settings. Only `choose` accesses the
-/// file system, and only for the file just chosen. Main thread only.
+/// The export file that the user has chosen, as stored in the settings. Only `choose` accesses an
+/// export file, namely the one just chosen. Main thread only.
 class ExportFile {
   public:
     /// Reads the stored path; a registered default does not count. The settings must outlive this.

@@ -165,7 +165,8 @@ std::optional<QString> ExportFileDialog::ask() {
         if (!path || isNamedAsXML(*path)) {
             return path;
         }
-        // Not an XML file. Only the platform's dialog closes then; it is opened again.
+        // The file is not named as XML. The platform's dialog has closed, and is opened again.
+        // Qt's own dialog stays open in this case; see accept().
     }
     return std::nullopt;
 }

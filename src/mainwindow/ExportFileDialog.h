@@ -38,7 +38,7 @@ class ExportFileDialog : public QFileDialog {
     std::optional<QString> ask();
 
     /// Detaches the file system model from the dialog, so that destroying the dialog does not
-    /// destroy it. Null if the platform's dialog is used, which has none.
+    /// destroy the model. Null if the platform's dialog is used, which has no model.
     QFileSystemModel* takeModel();
 
     /// Keeps the dialog open if the name of the chosen file does not end in ".xml".

@@ -15,7 +15,7 @@ namespace ambulet {
 
 namespace {
 
-// Called right after the days were summed, so the time zone is the same.
+// Called right after the days were summed, so the time zone is still the same.
 DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
     std::vector<std::chrono::sys_seconds> instants;
     instants.reserve(days.size());
@@ -57,7 +57,7 @@ void MainWindowController::loadData() {
         [this, remembered](std::optional<Load> load) { didLoad(remembered, std::move(load)); });
 }
 
-// `load` is empty if no thread could be started or memory ran out.
+// `load` is empty if no thread could be started, or if the load threw an exception.
 void MainWindowController::didLoad(const RememberedFile& remembered, std::optional<Load> load) {
     stopProgress();
     if (!load) {

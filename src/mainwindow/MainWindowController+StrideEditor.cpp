@@ -94,7 +94,7 @@ void MainWindowController::cancelStrideEdit() {
     closeStrideEditor();
 }
 
-// Hiding the field takes the focus from it without ending an edit, so nothing is stored.
+// Hiding the field ends the edit without a signal, so nothing is stored.
 void MainWindowController::closeStrideEditor() {
     if (!_strideEditor) {
         return;
@@ -107,7 +107,6 @@ void MainWindowController::closeStrideEditor() {
     if (!hadFocus) {
         return;  // the user has moved the focus
     }
-    // Return or Escape has closed the editor.
     if (_strideEditorOpenedByKeyboard && _milesLabel) {
         _milesLabel->setFocus(Qt::ShortcutFocusReason);
     } else if (_tableView) {

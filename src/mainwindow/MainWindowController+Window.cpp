@@ -76,8 +76,8 @@ void MainWindowController::windowDidLoad() {
 }
 
 // Called for every event of the application before any widget gets it. Mouse and key presses are
-// observed at the QWindow, which gets each of them once. Widgets may get one more than once (a
-// widget that ignores a press passes it to its parent) or get one that is for an open menu.
+// observed at the QWindow, which gets each of them once. Widgets do not: a widget that ignores a
+// press passes it to its parent, and the main window also gets presses that are for an open menu.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == nullptr) {
         return false;

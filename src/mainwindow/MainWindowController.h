@@ -53,8 +53,9 @@ class MainWindowController final : public WindowController, public TableViewData
     /// is called on the load's thread.
     static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts a thread that finds and reads the remembered file, and returns at once. Loads may
-    /// overlap; none is cancelled, and the result of the one that ends last stays on the screen.
+    /// Starts a thread that finds and reads the remembered file, and returns at once. If there is
+    /// none, the status says so. Loads may overlap; none is cancelled, and the result of the one
+    /// that ends last stays on the screen.
     void loadData();
 
     /// Asks the user for an export file, remembers its path, shows the path, and loads the file.
@@ -135,7 +136,7 @@ class MainWindowController final : public WindowController, public TableViewData
     /// Replaces the table's columns by the four columns of the day table.
     void setupTableColumns();
 
-    // ---- the views, each null once it is destroyed
+    // ---- the views; null before they are made and after they are destroyed
 
     TableView* tableView() const { return _tableView; }
     void setTableView(TableView* view) { _tableView = view; }

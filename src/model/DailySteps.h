@@ -6,10 +6,10 @@
 
 namespace ambulet {
 
-/// One calendar day and the sum of the steps of all samples that start on it. A plain value.
+/// One calendar day and the sum of the steps of all records that start on it. A plain value.
 class DailySteps {
   public:
-    /// The instant at which the day begins in the user's time zone. Empty in a new record; the
+    /// The instant at which the day begins in the user's time zone. Empty until it is set; the
     /// importer always sets it.
     std::optional<std::chrono::sys_seconds> date() const { return _date; }
     void setDate(std::optional<std::chrono::sys_seconds> date) { _date = date; }

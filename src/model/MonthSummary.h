@@ -11,7 +11,7 @@ namespace ambulet {
 /// calendar days of the month). A plain value; nothing in it is rounded.
 class MonthSummary {
   public:
-    /// The month and year in the user's language, in UTF-8. Empty in a new record.
+    /// The month and year in the user's language, in UTF-8. Empty until it is set.
     const std::optional<std::string>& title() const { return _title; }
     void setTitle(std::optional<std::string> title) { _title = std::move(title); }
 

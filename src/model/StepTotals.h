@@ -14,8 +14,8 @@ constexpr std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
 }
 
-/// Totals and averages of some days. An average divides by the number of the days given, not by the
-/// calendar days between them. Without days it is 0.
+/// Totals and averages of some days. An average is the total divided by the number of these days,
+/// not by the calendar days that they span. Without days it is 0.
 class StepTotals {
   public:
     /// `strideFeet`: feet per step.

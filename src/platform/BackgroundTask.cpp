@@ -1,6 +1,6 @@
-// The thread of a work is detached, because no destructor may wait for a load. The thread may
-// outlive the receiver and the application object. It must not post to an object that is being
-// destroyed: posting holds the gate's mutex, and destruction locks the same mutex first.
+// The threads are detached, because no destructor may wait for one. So a thread may outlive the
+// receiver and the application object. It must not post to an object that is being destroyed:
+// posting holds the gate's mutex, and destruction locks the same mutex first.
 
 #include "platform/BackgroundTask.h"
 
@@ -21,7 +21,7 @@ struct Gate {
     bool applicationClosing = true;
 };
 
-// Never destroyed, because a work may end while the process ends.
+// Never destroyed, because a thread may use it while the process ends.
 Gate& gate() {
     static auto* const theGate = new Gate;
     return *theGate;

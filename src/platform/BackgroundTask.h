@@ -20,7 +20,7 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 /// Runs `work()` on a new thread, and then `completion(result)` in the event loop of the receiver's
 /// thread. Returns at once. Call it on the receiver's thread.
 ///
-/// - Calls are independent. Completions run in the order in which the works end.
+/// - Calls are independent. Completions run in the order in which the work of the calls ends.
 /// - If the receiver or the application object is destroyed first, the completion is dropped.
 ///   Neither destructor waits for the work.
 /// - If the work throws, or no thread can be started, the result is `Result()`. The completion runs

@@ -34,8 +34,8 @@ class FileBookmark {
     /// 1. The same file is still at its path: that path, not stale.
     /// 2. Another regular file is at its path: that path, stale.
     /// 3. The same file is found elsewhere: its new path, stale. The search covers the old folder,
-    ///    its parent, the user's usual folders and everything below these, on the same file system.
-    ///    It ends after 200,000 entries or 2 seconds.
+    ///    its parent, the user's usual folders, and all folders below these that are not hidden, on
+    ///    the same file system. It ends after 200,000 entries or 2 seconds.
     /// 4. Nothing. This is also the result if `isBookmark` is false.
     static std::optional<Resolved> resolve(const QByteArray& bookmark);
 };

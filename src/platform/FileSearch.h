@@ -15,8 +15,8 @@ struct SearchBounds {
     std::chrono::milliseconds time{2000};
 };
 
-/// Searches the folders, and all folders below them, for the file with this identity, in the order
-/// of depth. Returns its path; nothing if it is not found within the limits. Skips hidden folders,
+/// Searches the folders, and all folders below them, breadth first, for the file with this
+/// identity. Returns its path; nothing if it is not found within the limits. Skips hidden folders,
 /// links to folders, and file systems other than `device`. Blocks if the file system hangs. Any
 /// thread.
 std::optional<std::string> findFile(const FileIdentity& identity,

@@ -20,7 +20,7 @@ struct FileURL {
     explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)
         : path(std::move(bytes)), system(std::move(systemURL)) {}
 
-    std::string path;  ///< absolute, in the encoding of the file system, which need not be UTF-8
+    std::string path;  ///< in the encoding of the file system, which need not be UTF-8
     std::shared_ptr<const void> system;  ///< on macOS the CFURL from a bookmark; otherwise null
 };
 

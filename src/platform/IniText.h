@@ -18,7 +18,7 @@ class IniText {
     explicit IniText(const QByteArray& content);
 
     /// The value of the last line with the key. An invalid QVariant if the line has "@Invalid()".
-    /// Nothing if there is no such line. Quotes may be missing.
+    /// Nothing if there is no such line. A missing quote is not an error.
     std::optional<QVariant> value(const QString& key) const;
 
     /// Replaces the last line with the key, or adds one.

@@ -29,8 +29,9 @@ class SettingsStore {
     /// the account's). Without a bundle identifier, a place at which nothing can be stored.
     static QString placeFor(const Bundle& bundle);
 
-    /// The value that is stored now, also by other processes. Nothing if there is none. If the file
-    /// cannot be read, the value that was read or stored last.
+    /// The value that was set here but could not be stored yet, else the value that is stored now,
+    /// also by other processes. Nothing if there is none. If the file cannot be read, the value
+    /// that was read or stored last.
     std::optional<QVariant> value(const QString& key);
 
     /// Stores the value on disk before it returns. If that fails, the value is kept in memory, and

@@ -20,7 +20,7 @@ bool isData(const QVariant& value) {
 }  // namespace
 
 UserDefaults& UserDefaults::standard() {
-    // At the application's end, it is tried a last time to store what could not be stored before.
+    // When the application ends, it tries a last time to store what could not be stored before.
     static UserDefaults& defaults = []() -> UserDefaults& {
         static UserDefaults own(SettingsStore::placeFor(Bundle::main()));
         qAddPostRoutine([] { own.synchronize(); });
@@ -65,8 +65,8 @@ void UserDefaults::setData(const QString& key, const QByteArray& value) {
 }
 
 void UserDefaults::setDouble(const QString& key, double value) {
-    // Settings are read without knowledge of "inf". A decimal number that is out of range is read
-    // as infinity, so infinity is stored as such a number.
+    // `doubleValue` does not read "inf", but it reads a decimal number that is out of range as
+    // infinity. So infinity is stored as such a number.
     const QString infinite = value < 0 ? u"-1e999"_s : u"1e999"_s;
     _store.setValue(key, std::isinf(value)
                              ? infinite

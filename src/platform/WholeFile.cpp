@@ -172,7 +172,7 @@ WholeFile::Lock::Lock(const WholeFile& file)
     while (_folder >= 0) {
         _held = ::flock(_folder, LOCK_EX | LOCK_NB) == 0;
         if (_held || (errno != EWOULDBLOCK && errno != EINTR)) {
-            return;  // on a file system without locks, writes without a lock
+            return;  // not EWOULDBLOCK: the file system has no locks
         }
         if (const Version now = file.version(); !isSame(now, seen)) {
             seen = now;

@@ -21,7 +21,7 @@ class WholeFile {
 
     enum class Outcome {
         Replaced,  ///< the new content is on the disk
-        Changed,   ///< the file is not the one that was read last; nothing was done
+        Changed,   ///< the file has changed since it was read; nothing was done
         Failed     ///< it cannot be done, or the file is write-protected; nothing was done
     };
 
@@ -32,9 +32,9 @@ class WholeFile {
     /// lock held.
     void removeLeftovers() const;
 
-    /// Excludes other writers as long as it exists. The constructor waits while another writer
-    /// makes progress. If the holder of the lock writes nothing for half a second, it continues
-    /// without the lock.
+    /// Excludes other writers as long as it exists. The constructor waits for a writer that holds
+    /// the lock. It gives up, and `isHeld` is false, if the file has not changed for half a second,
+    /// or if the file system has no locks.
     class Lock {
       public:
         explicit Lock(const WholeFile& file);

@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// The Gregorian calendar in local time, by the system's time zone data. The time zone is read when
-/// the process starts and at each `readTimeZone`. Any thread.
+/// The Gregorian calendar in local time, by the system's time zone data. The time zone is read at
+/// the first use and at each `readTimeZone`. Any thread.
 ///
 /// Instants must be in the years -32766 to 32766.
 

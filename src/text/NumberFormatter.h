@@ -12,8 +12,8 @@ U_NAMESPACE_END
 
 namespace ambulet {
 
-/// Formats numbers: decimal, grouped by the rules of the user's locale, rounded half to even. The
-/// locale is read once, when the formatter is made.
+/// Formats numbers in decimal notation by the rules of the user's locale, with groups of digits,
+/// rounded half to even. The locale is read once, when the formatter is made.
 ///
 /// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
 class NumberFormatter {

@@ -28,8 +28,8 @@ class AutoresizingLayout final : public QLayout {
     AutoresizingLayout(QSize initial, QWidget* parent);
     ~AutoresizingLayout() override;
 
-    /// Multiplies by `scale` the initial size, all frames, and the font sizes that the views had
-    /// when they were added. Font sizes in points are not changed. The scale is 1 at first.
+    /// Sets the factor for the initial size, all frames, and the font sizes that the views had when
+    /// they were added; it is 1 at first. Font sizes in points are not changed.
     void setScale(double scale);
 
     /// Adds a view, which becomes a child of the layout's parent.

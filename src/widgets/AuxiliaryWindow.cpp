@@ -31,7 +31,7 @@ double scaleForUserFont() {
 
 AuxiliaryWindow::AuxiliaryWindow(QSize content, Sizing sizing)
     : _sizing(sizing), _content(new AutoresizingLayout(content, this)) {
-    // Qt's own role of a plain top-level widget is that of a filler.
+    // Qt would give a plain top-level widget the role Filler.
     setAccessibleRole<AuxiliaryWindow, QAccessible::Window>();
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;

@@ -100,8 +100,8 @@ void ClickableLabel::setDrawnLength(std::optional<qsizetype> length) {
     update();
 }
 
-// QLabel is not used for this: if it has a focus policy, it centres its text one pixel higher or
-// lower than other labels do.
+// Does not call QLabel::paintEvent, which centres the text of a label with a focus policy one pixel
+// higher or lower than that of other labels.
 void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),

@@ -34,7 +34,7 @@ RememberedFrame::RememberedFrame(QWidget& window, const std::optional<QByteArray
     _rest.setInterval(restBeforeSaving);
     connect(&_rest, &QTimer::timeout, this, &RememberedFrame::save);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &RememberedFrame::save);
-    // The QWindow, too: only it is told when the window is on the screen.
+    // Not only on the window: its QWindow, which does not exist yet, gets the Expose event.
     qApp->installEventFilter(this);
 }
 

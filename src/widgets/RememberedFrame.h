@@ -11,9 +11,9 @@ class QWidget;
 
 namespace ambulet {
 
-/// Restores the position and size that a window had at the last start, and reports them when they
-/// change. A window on a screen that no longer exists is moved to one that does. A window larger
-/// than its screen is made smaller as soon as its frame is known. Main thread only.
+/// Restores the position and size that a window had in the last run of the program, and reports
+/// them when they change. A window on a screen that no longer exists is moved to one that does. A
+/// window larger than its screen is made smaller when it is on the screen. Main thread only.
 class RememberedFrame final : public QObject {
     Q_OBJECT
 

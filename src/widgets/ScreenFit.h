@@ -7,7 +7,7 @@ class QWidget;
 
 namespace ambulet {
 
-/// The margins of a window's frame; null until the window manager has told them.
+/// The margins of a window's frame; null until the window manager has reported them.
 QMargins frameMargins(const QWidget& window);
 
 /// Moves a window so that the upper left corner of its frame is at `place`.

@@ -68,7 +68,8 @@ QRect TableView::pinnedRect() const {
         return {};
     }
     const int height = rowHeight(pinned);
-    // All rows have the same height. So a group row pushes the pinned one if it is the second row.
+    // All rows have the same height. So a group row can push the pinned one only if it is the
+    // second visible row.
     const int second = rowAt(height);
     int top = 0;
     if (second > pinned && _model->index(second, 0).data(TableModel::groupRole).toBool()) {
@@ -95,7 +96,7 @@ void TableView::paintPinnedRow(QPainter& painter) const {
     painter.drawLine(place.bottomLeft(), place.bottomRight());
 }
 
-// While the user drags a selection, the rows under the pinned row count.
+// While the user drags a selection, points on the pinned row belong to the rows behind it.
 QModelIndex TableView::indexAt(const QPoint& point) const {
     if (state() != DragSelectingState && pinnedRect().contains(point)) {
         return _model->index(pinnedRow(), columnAt(point.x()));

@@ -178,8 +178,8 @@ void TableView::changeEvent(QEvent* event) {
 
 // Differs from Qt in two cases:
 // - Home and End go to the first and the last row, not to the first and the last column.
-// - If there is no current row, the first key goes to the first row that the user can select; Qt
-//   would stop at a group row.
+// - If there is no current row, the first key goes to the first selected row, or else to the first
+//   row that the user can select; Qt would stop at a group row.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool first = !currentIndex().isValid();
     if (first && action == MoveNext) {

@@ -20,9 +20,9 @@ class TableViewDataSource;
 /// - Group rows: each heads the rows up to the next one, and stays at the top of the table while
 ///   they scroll ("pinned"), until the next group row pushes it away. The mouse works on a pinned
 ///   row as on any other.
-/// - Columns: each is at least as wide as its widest text, until the user changes it; the last one
-///   takes the rest of the width. A text that does not fit ends with an ellipsis, and the tooltip
-///   has the whole text.
+/// - Columns: each but the last is at least as wide as its widest text, until the user changes its
+///   width. The last one takes the rest of the width. A text that does not fit ends with an
+///   ellipsis, and the tooltip has the whole text.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -40,7 +40,8 @@ class TableView : public QTableView {
     /// are kept as far as those rows still exist. The data source is not notified.
     void reloadData();
 
-    /// In ascending order. Includes rows that only `selectRowIndexes` can select.
+    /// The selected rows, in ascending order. Includes rows that only `selectRowIndexes` can
+    /// select.
     const std::vector<int>& selectedRowIndexes() const { return _selectedRowIndexes; }
 
     /// Selects these rows and no others, even rows that the user cannot select. Rows that do not

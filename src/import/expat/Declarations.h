@@ -27,8 +27,8 @@ class Declarations {
 
     /// Expat 2.5 reads nested entities by recursion, with up to 370 bytes of stack per level
     /// (measured). Entities cannot be nested more deeply than the number of entities that refer to
-    /// others. This number of levels needs less than half of the smallest stack of a thread, 512
-    /// KB. Real exports have no such entities.
+    /// others. This number of levels needs less than half of a stack of 512 KB, the usual size for
+    /// threads on macOS. Real exports have no such entities.
     static constexpr std::size_t mostNestingEntities = 500;
 
   protected:

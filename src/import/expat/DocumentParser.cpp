@@ -77,7 +77,7 @@ XMLError DocumentParser::placed(XMLError error) const {
     if (nestTooDeeply()) {
         error.reason = XMLErrorReason::entityNesting;
     }
-    // Text after the root is an error at its first byte. Expat reports another offset or another
+    // Text after the root is an error at its first byte. Expat may report another offset or another
     // reason, depending on the end of the text and on the blocks.
     const std::error_code junk = XMLErrorReason::junkAfterRoot;
     if (_goodAfterRoot && error.reason.category() == junk.category() &&

@@ -15,7 +15,7 @@ namespace ambulet {
 /// file. It can pause after the prolog. Use it for one document, on one thread.
 class DocumentParser : private Declarations {
   public:
-    /// Start tags in or before a replacement in `bytes` are not reported.
+    /// Start tags before the end of the last replacement in `bytes` are not reported.
     DocumentParser(const PatchedFile& bytes, XMLReaderDelegate& delegate, std::size_t blockSize,
                    ExpatLimits limits);
 
@@ -32,7 +32,7 @@ class DocumentParser : private Declarations {
         bool isEmpty = false;   // whether it is an empty-element tag
     };
 
-    /// Nothing before the root's start tag is complete.
+    /// Empty until the root's start tag has been read.
     const std::optional<Root>& root() const { return _root; }
 
     const Declarations& declarations() const { return *this; }

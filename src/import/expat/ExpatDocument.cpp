@@ -9,8 +9,7 @@ namespace ambulet {
 
 namespace {
 
-// In bytes. Expat reads the prolog again after the other reader, which must not take noticeable
-// time.
+// In bytes. Expat reads the prolog a second time in readFrom. That must not take noticeable time.
 constexpr std::uint64_t longestPlainProlog = std::uint64_t{64} * 1024;
 
 }  // namespace

@@ -40,7 +40,7 @@ class ExpatDocument {
     /// - there is an error before the end of the tag,
     /// - the document is not plain (see Declarations),
     /// - the root is empty, or
-    /// - the prolog is so long that expat should not read it twice.
+    /// - the prolog is longer than 64 KiB, because `readFrom` reads it a second time.
     std::optional<PlainProlog> readPlainProlog();
 
     /// Reads to the end, or to the first error. Must be the first operation, or follow a
@@ -49,8 +49,8 @@ class ExpatDocument {
 
     /// Reads from byte `position` of the file to the end, or to the first error. `startTags`
     /// replace everything between the root's start tag and that position. The memory limit is
-    /// lowered by `reserve` bytes, which must be less. Must follow a readPlainProlog that returned
-    /// a prolog.
+    /// lowered by `reserve` bytes, which must be less than the limit. Must follow a readPlainProlog
+    /// that returned a prolog.
     std::optional<XMLError> readFrom(std::uint64_t position, std::string startTags,
                                      std::size_t reserve);
 

@@ -127,7 +127,7 @@ std::size_t ExpatParser::unfinished() {
 /// length, not to its square. The number never exceeds the rest of the limit, so that a token is
 /// refused at the same byte for every block size.
 std::size_t ExpatParser::nextCount(std::size_t unfinished) const {
-    constexpr std::size_t longToken = 4096;  // eight times the longest of exports
+    constexpr std::size_t longToken = 4096;  // eight times the longest token of exports
     const std::size_t firstCount = _given == 0 ? 2 : 0;
     const std::size_t count =
         unfinished < longToken ? _blockSize : std::max(_blockSize, unfinished);

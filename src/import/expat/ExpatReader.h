@@ -27,7 +27,8 @@ class ExpatReader {
         : _blockSize(blockSize), _limits(limits) {}
 
     /// Reports the start tags of the document in `file` to `delegate`. Returns the first error, if
-    /// the document is not well-formed; the tags before it have been reported.
+    /// the document is not well-formed, exceeds a limit, or cannot be read to the end. The tags
+    /// before the error have been reported.
     std::optional<XMLError> read(const InputFile& file, XMLReaderDelegate& delegate) const;
 
   private:

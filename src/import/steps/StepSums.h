@@ -18,8 +18,8 @@ class StepSums {
     using ByDate = std::map<std::chrono::year_month_day, std::int64_t>;
 
     /// Adds the number at the start of `value`, or 0 if there is none, to the day of `startDate`.
-    /// Does nothing if `startDate` is not of the form "yyyy-MM-dd HH:mm:ss Z". Sums wrap around at
-    /// the ends of the signed 64-bit range.
+    /// Does nothing if InstantReader cannot parse `startDate`. Sums wrap around at the ends of the
+    /// signed 64-bit range.
     void add(std::string_view startDate, std::string_view value);
 
     /// Adds sums that `takeAll` returned.
@@ -44,10 +44,10 @@ class StepSums {
     InstantReader _instants;
     ByDate _sums;
 
-    // A direct-mapped cache of days. Without it, each record would need a system call for its day
-    // and a search of the map for its sum. 4096 days are eleven years, as long as there have been
-    // exports, and some exports are not sorted by time. `sum` is valid only in its generation; set
-    // and takeAll start a new one.
+    // A direct-mapped cache of days. Without it, each record would need a call of the C library for
+    // its day and a search of the map for its sum. It has entries for 4096 days (eleven years),
+    // because some exports are not sorted by time. `sum` is valid only in its generation; set and
+    // takeAll start a new one.
     struct KnownDay {
         LocalDay day;
         std::uint64_t generation = 0;

@@ -12,9 +12,9 @@ namespace ambulet {
 /// threads may read at the same time.
 class InputFile {
   public:
-    /// Opens a file. If that fails, the result is empty and `error` says why. `error` is
-    /// std::errc::is_a_directory for a folder, and std::errc::not_supported for a pipe, a socket or
-    /// a device. Does not block on pipes.
+    /// Opens a file. If that fails, the result is empty and `error` says why: for example
+    /// std::errc::is_a_directory for a folder, and std::errc::not_supported for a pipe or a device.
+    /// Does not block on pipes.
     static std::optional<InputFile> open(const std::filesystem::path& path, std::error_code& error);
 
     InputFile(InputFile&& other) noexcept;

@@ -26,7 +26,7 @@ class PatchedFile {
     /// earlier ones.
     void replace(ByteRange range, std::string text);
 
-    /// Like InputFile::read, but it may read fewer bytes at the end of a replaced range.
+    /// Like InputFile::read, but a call stops at the start and at the end of a replacement.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;
 
     /// The offset in the file of the byte at `offset`. For bytes of a replacement, the end of its
