@@ -1,5 +1,5 @@
-// Documents that no phone should write. The days before the first error are kept, whatever the
-// error is. The size of the blocks in which the file is read makes no difference.
+// Documents that no phone should write. The records before the first error count. The size of the
+// blocks in which the file is read makes no difference.
 
 #include "import/Reading.h"
 
@@ -15,8 +15,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// Expects an error in `part`, `more` bytes after its beginning. The days before `part` must be
-// read.
+// Expects an error in `part`, `more` bytes after its beginning. The record before `part` must
+// count.
 void expectStopIn(std::string_view part, std::uint64_t more, XMLErrorReason reason) {
     const std::string bytes = around(part);
     const XMLError stop{byteOf(bytes, part, more), reason};
@@ -143,7 +143,7 @@ TEST(BadInput, utf16TextAfterTheRootIsAnErrorAtItsFirstByte) {
             return bytes;
         };
         const std::string whole = encoded(u"<HealthData></HealthData>");
-        // The first or second byte of some letters is that of "<".
+        // In some of these letters, the first or second byte is that of "<".
         for (const char16_t* text : {u"]]", u"j]]", u"j=", u"&", u"\u3C4E", u"\u4E3C", u"\u3C4E=",
                                      u"\u4E3C=", u"\u4E3C]]", u"j\uFFFE"}) {
             for (const std::string rest : {"", "x"}) {  // "x" is half of a character

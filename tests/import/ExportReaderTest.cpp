@@ -66,7 +66,7 @@ TEST(ExportReader, agreesWithExpatOnMutants) {
     }
 }
 
-TEST(ExportReader, keepsWhatWasAddedBeforeWhereTheDelegateThrows) {
+TEST(ExportReader, keepsTheEarlierSumsIfTheDelegateThrows) {
     struct Throwing : XMLReaderDelegate {
         void didStartElement(std::string_view, const XMLAttributes&) override {
             throw std::runtime_error("on purpose");

@@ -87,7 +87,7 @@ TEST(HealthXMLParser, onlyTheStepCountTypeCounts) {
     }
 }
 
-TEST(HealthXMLParser, aRecordCountsAtEveryDepthAndInEveryParent) {
+TEST(HealthXMLParser, aRecordCountsAtAnyDepthAndInAnyParent) {
     EXPECT_EQ(parseContent(step(noon9, "1") + "<Correlation>" + step(noon9, "2") + "<Record>" +
                            step(noon9, "4") + "</Record></Correlation>"),
               (Days{{"2024-03-09", 7}}));

@@ -305,8 +305,9 @@ constexpr std::string_view edgePieces[] = {"]]",
 constexpr std::size_t blockSizes[] = {7,    50,   61,     64,     100,     512,     700,
                                       4096, 4099, 32'768, 65'536, 262'144, 524'288, 1'048'576};
 
-/// Inserts a piece between two tags, after padding that moves it to the boundary of a block. Blocks
-/// are counted from the start of the document or of the content.
+/// Inserts a piece of markup at the boundary of a block, or a few bytes before it. If there is a
+/// tag before that, the piece is inserted after the tag and moved to the boundary by padding.
+/// Blocks are counted from the start of the document or of the content.
 void putAtEdge(std::string& bytes, Dice& dice) {
     const std::size_t size = dice.oneOf(blockSizes);
     const std::size_t origin = dice.oneIn(2) ? 0 : contentBegin(bytes);

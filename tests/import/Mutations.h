@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// Damages `bytes` in a few random places: changes bytes; removes or doubles spans, or puts them
-/// into comments, CDATA sections or processing instructions; inserts pieces of markup.
+/// Damages `bytes` in a few random places: changes bytes, inserts pieces of markup, cuts off the
+/// end, or removes, doubles or moves spans or encloses them in markup.
 std::string mutated(std::string bytes, std::minstd_rand& chance);
 
 }  // namespace ambulet

@@ -42,8 +42,8 @@ std::string document(std::string_view content);
 /// The offset of the first `part` in `text`, plus `more`. `text` must contain `part`.
 std::uint64_t byteOf(std::string_view text, std::string_view part, std::uint64_t more = 0);
 
-/// The noons, in UTC, of two days. `ninth`: the first day with 5 steps. `both`: that, and the
-/// second day with 7 steps.
+/// Noon, in UTC, of 9 and 10 March 2024. `ninth`: the first of these days, with 5 steps. `both`:
+/// both days, the second with 7 steps.
 inline constexpr const char* noon9 = "2024-03-09 12:00:00 +0000";
 inline constexpr const char* noon10 = "2024-03-10 12:00:00 +0000";
 inline const Days ninth = {{"2024-03-09", 5}};
@@ -70,7 +70,7 @@ Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock = 1);
 
-/// As `read`, without the smallest blocks. For documents so large that those would take too long.
+/// Like `read`, but without the smallest blocks, which take too long for large documents.
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
 
 }  // namespace ambulet

@@ -5,7 +5,7 @@
 
 namespace ambulet {
 
-/// Small well-formed exports. Together they contain everything that a reader must handle.
+/// Small well-formed exports: some like those of phones, some with rare XML constructs.
 const std::vector<std::string>& sampleExports();
 
 }  // namespace ambulet

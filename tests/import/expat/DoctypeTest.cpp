@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// `text` without its document type declaration; unchanged if none is found.
+// `text` with a "|" in place of its document type declaration; unchanged if none is found.
 std::string without(const std::string& text) {
     const TemporaryFolder folder;
     std::error_code error;
@@ -34,7 +34,7 @@ TEST(Doctype, doesNotEndInsideQuotesCommentsOrInstructions) {
     EXPECT_EQ(without("<!DOCTYPE a [ <!-> ' <!-- ' ]>"), "|");
 }
 
-TEST(Doctype, ifItsEndIsNotFoundItEndsBeforeTheRootsStartTag) {
+TEST(Doctype, endsBeforeTheRootsStartTagIfItIsNotClosed) {
     EXPECT_EQ(without("<!DOCTYPE a><a></a>"), "|<a></a>");
     EXPECT_EQ(without("<!DOCTYPE a [ <!ELEMENT b> <a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE><a/>"), "|<a/>");
@@ -45,7 +45,7 @@ TEST(Doctype, anUnclosedQuoteDoesNotHideTheRoot) {
     EXPECT_EQ(without("<!DOCTYPE a [ don't ]><a b='c'>]></a>"), "|<a b='c'>]></a>");
 }
 
-TEST(Doctype, isNotFoundInADocumentWithoutOne) {
+TEST(Doctype, isNotFoundInAPrologWithoutOne) {
     for (const char* text : {"", " ", "<a/>", "text", "<!-- <!DOCTYPE a []>", "<?a <!DOCTYPE a []>",
                              "<a><!DOCTYPE a []></a>", "<!ELEMENT a><!DOCTYPE a []>", "<", "<!",
                              "<!DOCTYP", "junk <!DOCTYPE a []>"}) {

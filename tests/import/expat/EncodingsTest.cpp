@@ -1,4 +1,4 @@
-// Documents in encodings other than UTF-8, which phones write.
+// Phones write UTF-8 without a byte order mark. Other encodings and byte order marks are read, too.
 
 #include "import/Reading.h"
 
@@ -56,7 +56,7 @@ TEST(Encodings, utf16NeedsNoByteOrderMarkAndNoDeclaration) {
     }
 }
 
-// Each two bytes of a record in ASCII are a letter of another script in UTF-16.
+// Two bytes of a record in ASCII are one letter of another script in UTF-16.
 TEST(Encodings, utf16TextWithTheBytesOfARecordIsNotARecord) {
     std::string record = step(noon9, "5");
     record.append(record.size() % 2, '\n');
@@ -73,7 +73,7 @@ TEST(Encodings, utf16TextWithTheBytesOfARecordIsNotARecord) {
     }
 }
 
-TEST(Encodings, latin1IsRead) {
+TEST(Encodings, latin1AndAsciiAreRead) {
     expectTheDay(declared("ISO-8859-1", "J\xFCrgens Telefon"));
     expectTheDay(declared("US-ASCII", "Telefon"));
 }
@@ -128,7 +128,7 @@ TEST(Encodings, anUnknownEncodingIsAnError) {
     }
 }
 
-TEST(Encodings, anotherEncodingThanTheDeclaredOneIsAnError) {
+TEST(Encodings, aDeclarationOfUtf16InADocumentOfSingleBytesIsAnError) {
     const std::string bytes = declared("UTF-16", "Phone");
     EXPECT_EQ(read(bytes),
               (Reading{{}, XMLError{byteOf(bytes, "UTF-16"), XMLErrorReason::wrongEncoding}}));

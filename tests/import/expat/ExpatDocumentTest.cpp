@@ -66,7 +66,7 @@ TEST_F(ExpatDocumentTest, aDocumentWithoutAPlainPrologIsReadToTheEnd) {
     }
 }
 
-TEST_F(ExpatDocumentTest, anEmptyRootOrALongPrologIsReadByExpat) {
+TEST_F(ExpatDocumentTest, aDocumentWithAnEmptyRootOrALongPrologIsReadToTheEnd) {
     for (const std::string& bytes :
          {std::string("<a/>"), "<!--" + std::string(70'000, 'x') + "--><a></a>"}) {
         ExpatDocument& document = open(bytes);
@@ -76,7 +76,7 @@ TEST_F(ExpatDocumentTest, anEmptyRootOrALongPrologIsReadByExpat) {
     }
 }
 
-TEST_F(ExpatDocumentTest, anErrorInThePrologIsReportedOnce) {
+TEST_F(ExpatDocumentTest, anErrorInThePrologIsTheResultOfRead) {
     ExpatDocument& document = open("<!-- a --> junk <a/>");
     EXPECT_EQ(document.readPlainProlog(), std::nullopt);
     EXPECT_EQ(document.read(), (XMLError{11, XMLErrorReason::syntax}));

@@ -43,7 +43,8 @@ void expectDifferingBytes() {
     }
 }
 
-/// All bytes, against ranges that begin at `lowest`, with and without an end and a gap.
+/// Compares all bytes with ranges. A range has `span` + 1 bytes from `lowest` on, without the byte
+/// `gap` bytes after `lowest`.
 template <class Vectors>
 void expectBytesOutside() {
     for (const int lowest : {0, 0x28, 0x80, 0xFF}) {
@@ -52,7 +53,7 @@ void expectBytesOutside() {
                 constexpr int gap = 0x14;
                 const int above = (value - lowest + 256) % 256;
                 const std::size_t place = static_cast<std::size_t>(value) % width;
-                // All others are at the lowest.
+                // All other bytes are `lowest`.
                 std::string text(width, static_cast<char>(lowest));
                 text[place] = static_cast<char>(value);
                 const Mask expected = above > span || above == gap ? Mask{1} << place : 0;
@@ -66,7 +67,7 @@ void expectBytesOutside() {
     }
 }
 
-TEST(ByteScan, specialBytesAreAllButPrintableASCIIAndTheQuoteTheAmpersandAndTheLessThan) {
+TEST(ByteScan, quotesAmpersandsLessThansNonASCIIAndBytesBelow32AreSpecial) {
     expectSpecialBytes<Baseline>();
 }
 

@@ -78,7 +78,7 @@ TEST(FileScan, aChunkThatClosesAnElementThatIsNotOpenEndsTheScan) {
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
 }
 
-TEST(FileScan, aChunkMustCloseTheElementsThatOthersOpened) {
+TEST(FileScan, anEndTagMustMatchTheElementOpenedInAnEarlierChunk) {
     const Result result = readInChunks("<a>\n" + steps(100) + "</b>\n" + steps(100));
     // The last record is followed by the end tag, and not read.
     EXPECT_EQ(result.days, onNinth(99));
@@ -86,7 +86,7 @@ TEST(FileScan, aChunkMustCloseTheElementsThatOthersOpened) {
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
 }
 
-TEST(FileScan, recordsInACommentThatSpansChunksAreNotCounted) {
+TEST(FileScan, recordsInACommentOrCdataSectionThatSpansChunksAreNotCounted) {
     for (const auto& [begin, end] : {std::pair("<!--\n", "-->\n"), {"<![CDATA[\n", "]]>\n"}}) {
         const std::string content = steps(100) + begin + steps(100) + end + steps(100);
         const Result result = readInChunks(content);
@@ -95,7 +95,7 @@ TEST(FileScan, recordsInACommentThatSpansChunksAreNotCounted) {
     }
 }
 
-TEST(FileScan, ifChunksDoNotFitTogetherTheDocumentIsReadInOrder) {
+TEST(FileScan, chunksThatStartInCommentsDoNotChangeTheResult) {
     std::string content;
     for (int times = 0; times < 100; ++times) {
         content += steps(1) + "<!--\n" + steps(8) + "-->\n";

@@ -39,10 +39,10 @@ class PieceTest : public testing::Test {
     PieceCache cache;
 };
 
-/// `holds`: after `value` and the piece `" b="` were verified in double quotes, whether the
-/// prediction accepts `text` without verifying it.
 class PredictionTest : public PieceTest {
   protected:
+    /// Lets the prediction learn `value`, followed by the piece `" b="`. Returns whether it then
+    /// accepts `text` as another value followed by the same piece.
     bool holds(std::string_view value, std::string_view text) {
         Piece* const piece = add("\" b=\"", next++);
         prediction.learn(value, *piece);
@@ -80,7 +80,7 @@ TEST_F(PredictionTest, failsIfACharacterMustBeChecked) {
 
 TEST_F(PredictionTest, referencesAndNonASCIILettersMustBeTheSame) {
     EXPECT_TRUE(holds("a&lt;c", "b&lt;d\" b=\""));
-    EXPECT_FALSE(holds("a&lt;c", "a&gt;c\" b=\"")) << "it is to be looked at";
+    EXPECT_FALSE(holds("a&lt;c", "a&gt;c\" b=\"")) << "another reference";
     EXPECT_FALSE(holds("a&lt;c", "a&lt,c\" b=\""));
     EXPECT_FALSE(holds("a&lt;c", "axlt;c\" b=\""));
     EXPECT_TRUE(holds("a\u00EBc", "b\u00EBd\" b=\""));
@@ -89,7 +89,7 @@ TEST_F(PredictionTest, referencesAndNonASCIILettersMustBeTheSame) {
     EXPECT_FALSE(holds("a\nc", "abc\" b=\""));
 }
 
-TEST_F(PredictionTest, hasTheLengthsOfTheValueAndOfThePieceAfterIt) {
+TEST_F(PredictionTest, knowsTheLengthsOfTheValueAndOfThePieceAfterIt) {
     holds("abc", "");
     EXPECT_EQ(prediction.valueSize(), 3U);
     EXPECT_EQ(prediction.size(), 3U + 5U);
@@ -113,10 +113,10 @@ TEST_F(PieceTest, aPieceIsFoundByItsBytesAndItsElement) {
     EXPECT_EQ(find("\" b=\"", element + 1), nullptr);
 }
 
-TEST_F(PieceTest, aPieceWithTextOrACommentIsNotKept) {
+TEST_F(PieceTest, piecesWithTextOrCommentsAndTooLongPiecesAreNotKept) {
     EXPECT_EQ(add("\">text<a b=\""), nullptr);
     EXPECT_EQ(add("\"/><!-- --><a b=\""), nullptr);
-    EXPECT_EQ(add("\"/>\n"), nullptr) << "nothing says where it ends";
+    EXPECT_EQ(add("\"/>\n"), nullptr) << "no attribute follows";
     EXPECT_EQ(add('"' + std::string(Piece::mostBytes, ' ') + "b=\""), nullptr);
 }
 

@@ -78,7 +78,7 @@ TEST(StrictParser, contentIsTextReferencesTagsCommentsInstructionsAndCdataSectio
     }
 }
 
-TEST(StrictParser, attributesAreSeparatedAndQuoted) {
+TEST(StrictParser, attributesNeedBlanksBeforeThemAndQuotesAroundTheirValues) {
     for (const auto& [text, isAccepted] : {
              Case{" b=\"", accepted},
              {"\n\tb = '", accepted},
@@ -98,7 +98,7 @@ TEST(StrictParser, attributesAreSeparatedAndQuoted) {
     }
 }
 
-TEST(StrictParser, aValueHasNoTagsAndOnlyCharacterReferences) {
+TEST(StrictParser, aValueHasNoLessThanAndOnlyReferencesToCharactersAndPredefinedEntities) {
     for (const auto& [text, isAccepted] : {
              Case{"", accepted},
              {"a>b'c\n\t", accepted},

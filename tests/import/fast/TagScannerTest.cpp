@@ -71,7 +71,7 @@ std::string repeated(std::string_view text, int times) {
 
 using Names = TagScanner::ElementNames;
 
-TEST_F(TagScannerTest, aRecordWithoutATypeDoesNotHaveTheOneBefore) {
+TEST_F(TagScannerTest, aRecordWithoutATypeDoesNotGetTheTypeOfTheOneBefore) {
     const std::string untyped = std::string(" <Record startDate=\"") + noon9 + "\" value=\"5\"/>\n";
     scan(record("Phone", "1") + untyped + last);
     EXPECT_EQ(days(), (Days{{"2024-03-09", 1}}));
@@ -84,14 +84,14 @@ TEST_F(TagScannerTest, aTagWithTwoAttributesOfOneNameIsRefused) {
     }
 }
 
-TEST_F(TagScannerTest, stopsAtTheFirstBoundaryThoughKnownMarkupGoesOn) {
+TEST_F(TagScannerTest, stopsAtTheFirstBoundaryAfterTheStopInsideCachedMarkup) {
     const std::string tag = "<a b=\"\"/>\n";
     const std::string tags = tag + "<c/>\n";
     EXPECT_EQ(scan(repeated(tags, 20), 10 * tags.size() + tag.size() - 1),
               10 * tags.size() + tag.size());
 }
 
-TEST_F(TagScannerTest, addsTheRecordsUpToTheLastMarkup) {
+TEST_F(TagScannerTest, addsTheRecordsBeforeAnIncompleteTag) {
     const std::string records = record("Phone", "2") + record("Phone", "3");
     EXPECT_EQ(scan(records + "<Rec", records.size()), records.size());
     EXPECT_EQ(days(), ninth);
@@ -105,7 +105,7 @@ TEST_F(TagScannerTest, aRecordCountsOnlyAfterTheMarkupBehindItIsRead) {
     EXPECT_EQ(days(), ninth);
 }
 
-TEST_F(TagScannerTest, stopsAtTheFirstMarkupBoundaryAtOrAfterTheStop) {
+TEST_F(TagScannerTest, stopsAtTheFirstBoundaryAtOrAfterTheStop) {
     const std::string one = record("Phone", "5");
     const std::string text = repeated(one, 20);
     for (const std::size_t stop : {one.size() + 1, 7 * one.size() + 1}) {
@@ -151,7 +151,7 @@ TEST_F(TagScannerTest, aMismatchedEndTagIsRefusedInCachedBytesToo) {
     std::string other = record("Phone", "1", ">");
     other.replace(other.find("Record"), 6, "Recort");
     const std::size_t reached = scan(known + other + entry + record("Phone", "1"));
-    EXPECT_EQ(reached, (known + other).size() + 2) << "before the entry, after which it closes";
+    EXPECT_EQ(reached, (known + other).size() + 2) << "before the entry: a wrong end tag follows";
     EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
     EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
 }
@@ -193,7 +193,7 @@ TEST_F(TagScannerTest, theScanEndsBeforeTheRootsEndTag) {
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(TagScannerTest, startedInTheMiddleItReportsTheElementsClosedAndLeftOpen) {
+TEST_F(TagScannerTest, reportsTheElementsClosedAndLeftOpenIfStartedInTheMiddle) {
     scanner.startAnywhere(noLimit);
     const std::string text = "<a b=\"c\"/></x>\n</y><d><e f=\"g\">";
     EXPECT_EQ(scan(text + "<h/>", text.size()), text.size());

@@ -36,7 +36,7 @@ Days oneEach(std::initializer_list<const char*> startDates) {
     return asText(sums.days());
 }
 
-TEST(StepSums, sumsThatAreSetReplaceThoseBeforeAndAreAddedTo) {
+TEST(StepSums, setReplacesAllSumsAndLaterRecordsAreAddedToThem) {
     StepSums sums;
     sums.add(noon9, "1");
     const StepSums::ByDate before = sums.byDate();
@@ -82,7 +82,7 @@ TEST(StepSums, daysAreSortedNewestFirst) {
               (Days{{"2025-01-01", 1}, {"2024-03-09", 2}, {"2023-12-31", 1}}));
 }
 
-TEST(StepSums, aDayOfZeroStepsIsADay) {
+TEST(StepSums, aDayWithZeroStepsIsListed) {
     StepSums sums;
     sums.add("2024-03-09 12:00:00 +0000", "");
     sums.add("2024-03-10 12:00:00 +0000", "abc");
@@ -95,7 +95,7 @@ TEST(StepSums, aRecordWithoutAValidStartIsNotAdded) {
               Days());
 }
 
-TEST(StepSums, wrapAroundAtTheEndsOfTheRange) {
+TEST(StepSums, sumsWrapAroundAtTheEndsOfTheRange) {
     using Limits = std::numeric_limits<std::int64_t>;
     StepSums sums;
     sums.add("2024-03-09 12:00:00 +0000", "9223372036854775807");
@@ -106,7 +106,7 @@ TEST(StepSums, wrapAroundAtTheEndsOfTheRange) {
               (Days{{"2024-03-10", Limits::max()}, {"2024-03-09", Limits::min()}}));
 }
 
-TEST(StepSums, aDayOfTheSpringChangeHas23HoursAndOfTheAutumnChange25) {
+TEST(StepSums, theDayOfTheSpringChangeHas23HoursAndThatOfTheAutumnChange25) {
     const ScopedTimeZone berlin("Europe/Berlin");
     StepSums sums;
     for (const auto& [first, hoursAround] :
@@ -151,7 +151,7 @@ TEST(StepSums, aDayThatTheTimeZoneSkippedHasNoRecords) {
               (Days{{"2011-12-31", 1}, {"2011-12-29", 1}}));
 }
 
-TEST(StepSums, theLatestRulesOfATimeZoneAreUsed) {
+TEST(StepSums, theReturnOfSummerTimeToEgyptIn2023IsKnown) {
     // Egypt reintroduced summer time in 2023. In summer its day begins at 21:00 UTC, in winter at
     // 22:00 UTC.
     const ScopedTimeZone cairo("Africa/Cairo");
@@ -183,7 +183,7 @@ TEST(StepSums, recordsOfDistantDaysMayAlternate) {
     const ScopedTimeZone local("America/Los_Angeles");
     StepSums sums;
     for (int hour = 0; hour < 24; ++hour) {
-        // The days are 4096 days apart.
+        // They are 4096 days apart, so they share an entry of the cache.
         for (const char* date : {"1990-01-01", "2001-03-20"}) {
             char text[64];
             std::snprintf(text, sizeof text, "%s %02d:30:00 -0800", date, hour);

@@ -25,7 +25,7 @@ TEST(InputBuffer, readsABlockAndAppendsNullCharacters) {
     EXPECT_EQ(buffer.read(file.value(), 10, 6), 0U);
 }
 
-TEST(InputBuffer, hasReadableBytesBeforeABlockAtTheStartOfAPage) {
+TEST(InputBuffer, hasWritableBytesBeforeTheBlockWhichIsAlignedToAPage) {
     const InputBuffer buffer(5000, 6, 4);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(buffer.begin()) % 4096, 0U);
     for (std::size_t place = 1; place <= 5000; ++place) {

@@ -96,7 +96,7 @@ TEST(InputFile, aFileWithoutReadPermissionIsNotOpened) {
     const auto path = folder.write("file", "content");
     std::filesystem::permissions(path, std::filesystem::perms::none);
     std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    // In another process, which drops root's right to read every file.
+    // In another process, because root may read every file: the process gives up root's rights.
     const pid_t child = fork();
     if (child == 0) {
         constexpr uid_t nobody = 65534;
@@ -121,7 +121,7 @@ TEST(InputFile, canBeMoved) {
     EXPECT_EQ(readAt(*first, 0, 10), "two");
 }
 
-TEST(InputFile, aFileThatIsTruncatedDuringTheReadingEnds) {
+TEST(InputFile, aFileThatIsTruncatedWhileOpenEndsAtItsNewSize) {
     const TemporaryFolder folder;
     const auto path = folder.write("file", "0123456789");
     std::error_code error;

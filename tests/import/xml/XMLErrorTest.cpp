@@ -21,7 +21,7 @@ TEST(XMLError, everyReasonHasItsOwnText) {
     EXPECT_EQ(texts.size(), static_cast<std::size_t>(count));
 }
 
-TEST(XMLError, theTextsAreAsSpecified) {
+TEST(XMLError, theTextsAreShortDescriptionsInEnglish) {
     for (const auto& [reason, text] :
          {std::pair(XMLErrorReason::noElement, "no element found"),
           {XMLErrorReason::syntax, "syntax error"},
