@@ -41,7 +41,7 @@ TEST(BackgroundTask, theWorkRunsOnItsOwnThreadAndTheCompletionOnThatOfTheReceive
     EXPECT_NE(workThread, QThread::currentThreadId());
 }
 
-TEST(BackgroundTask, theCompletionComesFromTheEventLoopNotFromTheCall) {
+TEST(BackgroundTask, theCompletionRunsInTheEventLoopAndNotDuringTheCall) {
     QObject receiver;
     QEventLoop loop;
     bool returned = false;
@@ -81,13 +81,13 @@ TEST(BackgroundTask, tasksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
 }
 
 TEST(BackgroundTask, eachOfManyTasksRunsOnItsOwnThread) {
-    constexpr int works = 50;
+    constexpr int tasks = 50;
     QObject receiver;
     QEventLoop loop;
-    std::latch allStarted(works);
+    std::latch allStarted(tasks);
     int sum = 0;
-    int left = works;
-    for (int i = 0; i < works; ++i) {
+    int left = tasks;
+    for (int i = 0; i < tasks; ++i) {
         runInBackground(
             [&allStarted, i] {
                 allStarted.arrive_and_wait();

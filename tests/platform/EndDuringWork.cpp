@@ -1,5 +1,5 @@
-// A program that ends while a work is running. Its argument says how. It exits with 0 if the test
-// passes, and hangs or fails otherwise.
+// A program that ends while work is running in the background. Its argument is the name of a test.
+// It exits with 0 if the test passes, and hangs or fails otherwise.
 
 #include "platform/BackgroundTask.h"
 
@@ -21,7 +21,7 @@ struct Token {
     ~Token() { destroyed.set_value(); }
 };
 
-int theApplicationsEndWaitsForNoWork(int argc, char** argv) {
+int theApplicationEndsWithoutWaitingForWork(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QObject receiver;
     // Never destroyed, because the work is still running when main returns.
@@ -66,11 +66,11 @@ int aCompletionAfterTheApplicationsEndIsDropped(int argc, char** argv) {
 using namespace ambulet;
 
 int main(int argc, char** argv) {
-    const std::string_view way = argc > 1 ? argv[1] : "";
-    if (way == "theApplicationsEndWaitsForNoWork") {
-        return theApplicationsEndWaitsForNoWork(argc, argv);
+    const std::string_view name = argc > 1 ? argv[1] : "";
+    if (name == "theApplicationEndsWithoutWaitingForWork") {
+        return theApplicationEndsWithoutWaitingForWork(argc, argv);
     }
-    if (way == "aCompletionAfterTheApplicationsEndIsDropped") {
+    if (name == "aCompletionAfterTheApplicationsEndIsDropped") {
         return aCompletionAfterTheApplicationsEndIsDropped(argc, argv);
     }
     return 2;

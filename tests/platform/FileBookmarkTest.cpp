@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A temporary home folder with the usual folders.
+// A temporary home folder, and outside it a file and its bookmark.
 class FileBookmarkTest : public testing::Test {
   protected:
     static QByteArray bookmarkOf(const QString& path) {
@@ -42,7 +42,8 @@ class FileBookmarkTest : public testing::Test {
 
     TestFolder _folder;
     const ScopedVariable _home{"HOME", _folder.makeFolder(u"home"_s).toStdString()};
-    // Outside the home folder, so that only the search of the usual folders finds files in it.
+    // Outside the home folder, so that a file moved to the home folder is found only because the
+    // usual folders are searched.
     const QString _path = _folder.write(u"disk/exports/apple/export.xml"_s);
     QByteArray _bookmark = bookmarkOf(_path);
 };
@@ -144,7 +145,7 @@ TEST_F(FileBookmarkTest, aRelativePathIsMadeAbsolute) {
     expectResolved(_path, false);
 }
 
-TEST_F(FileBookmarkTest, aBookmarkOfALinkIsABookmarkOfItsTarget) {
+TEST_F(FileBookmarkTest, aBookmarkOfALinkResolvesToTheLinkAndIsStaleIfItsTargetChanges) {
     const QString link = _folder.path(u"link.xml"_s);
     ASSERT_TRUE(QFile::link(_path, link));
     _bookmark = bookmarkOf(link);
@@ -195,9 +196,8 @@ TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandOtherFiles) {
     expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
 }
 
-// Each case: what happens to the remembered file, and to what the bookmark resolves afterwards.
-// "The name" is the file's name before.
-TEST_F(FileBookmarkTest, resolvesAsTheTableSaysAfterMovesAndReplacements) {
+// Each case: what happens to the file, and to what its bookmark resolves afterwards.
+TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
     const QString moved = u"disk/exports/moved.xml"_s;
     const auto copyBack = [&] {  // another file with the same name, size and content
         ASSERT_TRUE(QFile::copy(_path, _folder.path(moved)));
@@ -245,7 +245,7 @@ TEST_F(FileBookmarkTest, resolvesAsTheTableSaysAfterMovesAndReplacements) {
         {"nothing", false, [] {}, _path, false},
         {"new content of another size", false,
          [&] { _folder.write(u"disk/exports/apple/export.xml"_s, "longer"); }, _path, true},
-        {"moved, the name kept", false, [&] { moveTo(u"disk/exports/export.xml"_s); },
+        {"moved, with the same name", false, [&] { moveTo(u"disk/exports/export.xml"_s); },
          _folder.path(u"disk/exports/export.xml"_s), true},
         {"renamed", false, [&] { moveTo(moved); }, std::nullopt, false},
         {"moved and grown", false,
@@ -306,7 +306,7 @@ TEST_F(FileBookmarkTest, truncatedOrTooLongDataResolvesToNothing) {
     EXPECT_FALSE(FileBookmark::resolve(_bookmark + '\0'));
 }
 
-TEST_F(FileBookmarkTest, dataOfAnotherVersionResolvesToNothing) {
+TEST_F(FileBookmarkTest, dataOfAnUnknownVersionResolvesToNothing) {
     constexpr qsizetype version = 4;  // offset in the record, after the signature
     ASSERT_EQ(_bookmark[version], '\2');
     for (const char other : {'\0', '\3', '\xff'}) {

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Limits that only the tests of the limits reach.
+// Limits that no test reaches.
 constexpr SearchBounds far{.entries = 1'000'000, .time = 1h};
 
 class FileSearch : public testing::Test {
@@ -56,7 +56,7 @@ TEST_F(FileSearch, findsAFileAtAnyDepth) {
     EXPECT_EQ(find(identity, {_folder.path()}), _folder.path(u"a/b/c/d/e/file"_s));
 }
 
-TEST_F(FileSearch, findsTheNearestFileFirstInAnyOrderOfTheFolders) {
+TEST_F(FileSearch, findsTheFileAtTheLeastDepthFirst) {
     const FileIdentity identity = identityOf(u"first/deep/down/file"_s, u"second/file"_s);
     const QStringList folders = {_folder.path(u"first"_s), _folder.path(u"second"_s)};
     EXPECT_EQ(find(identity, folders), _folder.path(u"second/file"_s));
@@ -120,7 +120,7 @@ TEST_F(FileSearch, skipsUnreadableFolders) {
     }));
 }
 
-TEST_F(FileSearch, skipsFIFOsAndNamesThatAreNotUTF8) {
+TEST_F(FileSearch, skipsFIFOsAndFindsFilesWhoseNamesAreNotUTF8) {
     _folder.makeFIFO(u"fifo"_s);
     const QByteArray name = QFile::encodeName(_folder.path()) + "/\xff\xfe";
     const int file = ::creat(name.constData(), 0600);

@@ -69,7 +69,7 @@ TEST(SettingsFaults, aFailedWriteKeepsTheFileAndIsTriedAgain) {
     }
 }
 
-TEST(SettingsFaults, theFileIsEitherOldOrNewEvenIfSyncingTheFolderFails) {
+TEST(SettingsFaults, theNewFileIsKeptEvenIfSyncingTheFolderFails) {
     const TestFolder folder;
     const QString file = folder.write(u"settings.ini"_s, stored);
     SettingsStore store(file);

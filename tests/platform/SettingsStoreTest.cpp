@@ -153,7 +153,7 @@ TEST(SettingsStore, keysOfAnotherProcessAreKeptAndRead) {
               "[General]\nours=2\nboth=\"changed by them\"\ntheirs=\"a longer text\"\n");
 }
 
-TEST(SettingsStore, theUndamagedLinesOfAFileAreReadAndTheNextWriteRepairsIt) {
+TEST(SettingsStore, theUndamagedLinesOfAFileAreReadAndTheNextWriteKeepsThem) {
     const TestFolder folder;
     const char damaged[] = "[General]\na=1\n]]]] \0\xff\xfe no sense\n[broken\nx\n[General]\nb=2\n";
     const QString file = folder.write(u"settings.ini"_s, QByteArray(damaged, sizeof damaged - 1));
@@ -249,7 +249,7 @@ TEST(SettingsStore, ifTheFolderIsNotWritableValuesStayInMemory) {
     }));
 }
 
-TEST(SettingsStore, aFullDiskKeepsTheFileAndValuesStayInMemory) {
+TEST(SettingsStore, ifTheDiskIsFullTheFileIsKeptAndValuesStayInMemory) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QByteArray content = "[General]\nelse=there\n";
@@ -299,7 +299,7 @@ TEST(SettingsStore, anUnreadableFileIsNotChangedAndValuesStayInMemory) {
     }));
 }
 
-TEST(SettingsStore, valuesInMemoryAreStoredAsSoonAsPossible) {
+TEST(SettingsStore, valuesInMemoryAreStoredByTheNextWriteThatSucceeds) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);

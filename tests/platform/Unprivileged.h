@@ -11,8 +11,8 @@
 namespace ambulet {
 
 /// Runs `body` in another process that obeys file permissions: if the tests run as root, it runs as
-/// the user nobody. It should create the files that it needs. Returns whether no expectation
-/// failed. Failures are printed.
+/// the user nobody. `body` must create the files that it needs. Returns whether all its
+/// expectations passed. Failures are printed.
 inline bool passesUnprivileged(const std::function<void()>& body) {
     constexpr unsigned nobody = 65534;
     std::fflush(nullptr);

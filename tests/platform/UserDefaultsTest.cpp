@@ -121,7 +121,7 @@ TEST_F(UserDefaultsTest, dataIsReadByteForByte) {
     }
 }
 
-TEST_F(UserDefaultsTest, aTextDoesNotReadAsDataAndDataNotAsText) {
+TEST_F(UserDefaultsTest, aTextIsNotReadAsDataAndDataIsNotReadAsText) {
     _defaults.setString(u"text"_s, u"1"_s);
     _defaults.setData(u"data"_s, QByteArray("1"));
     EXPECT_EQ(_defaults.data(u"text"_s), std::nullopt);
