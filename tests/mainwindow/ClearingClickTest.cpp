@@ -116,7 +116,7 @@ TEST_F(ClearingClickTest, aClickOnAScrollBarKeepsTheSelection) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, aClickAboveTheContentKeepsTheSelection) {
+TEST_F(ClearingClickTest, aClickOnTheMenuBarKeepsTheSelection) {
     auto& window = *qobject_cast<QMainWindow*>(controller->window());
     window.menuBar()->addMenu(QStringLiteral("Menu"));
     QCoreApplication::processEvents();
@@ -139,7 +139,7 @@ TEST_F(ClearingClickTest, aClickInAnotherWindowKeepsTheSelection) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, aClickWhileAMenuIsOpenOnlyClosesTheMenu) {
+TEST_F(ClearingClickTest, aClickWhileAMenuIsOpenKeepsTheSelection) {
     QMenu menu;
     menu.addAction(QStringLiteral("Item"));
     menu.popup(controller->window()->mapToGlobal(QPoint(300, 300)));
@@ -148,7 +148,7 @@ TEST_F(ClearingClickTest, aClickWhileAMenuIsOpenOnlyClosesTheMenu) {
     EXPECT_FALSE(cleared());
 }
 
-TEST_F(ClearingClickTest, theViewStillGetsTheClick) {
+TEST_F(ClearingClickTest, theClickedViewStillGetsTheClick) {
     press(controller->filePathField());
     EXPECT_TRUE(controller->filePathField()->hasFocus());
 }

@@ -26,7 +26,7 @@ namespace {
 
 class ExportFileDialogTest : public DialogTest {
   protected:
-    // Waits until the dialog has read its folder.
+    // Waits until the dialog lists `rows` files and folders, and returns the list.
     static QTreeView& listed(QFileDialog& dialog, int rows) {
         auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
         EXPECT_TRUE(
@@ -40,7 +40,7 @@ TEST_F(ExportFileDialogTest, hasTheMetaObjectThatLetsQtShowThePlatformsDialog) {
     EXPECT_EQ(dialog.metaObject(), &QFileDialog::staticMetaObject);
 }
 
-TEST_F(ExportFileDialogTest, changesNoFileAndWatchesNoFolder) {
+TEST_F(ExportFileDialogTest, isReadOnlyAndWatchesNoFolder) {
     makeController().showWindow();
     choose({}, [](QFileDialog& dialog) {
         EXPECT_TRUE(dialog.testOption(QFileDialog::ReadOnly));
@@ -51,7 +51,7 @@ TEST_F(ExportFileDialogTest, changesNoFileAndWatchesNoFolder) {
     });
 }
 
-TEST_F(ExportFileDialogTest, opensOnlyFilesThatTheProgramNeeds) {
+TEST_F(ExportFileDialogTest, opensNoneOfTheFilesThatItLists) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("exports")));
     constexpr int files = 100;
     for (int i = 0; i < files; ++i) {
@@ -88,7 +88,7 @@ TEST_F(ExportFileDialogTest, opensInTheFolderOfTheRememberedFileEachTime) {
            [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("others")); });
 }
 
-TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheOtherFoldersAreGone) {
+TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheRememberedFolderIsMissingOrHangs) {
     const ScopedVariable home("HOME", folder.path().toStdString());
     EXPECT_EQ(startFolder(std::nullopt), folder.path());
     EXPECT_EQ(startFolder(path("missing/export.xml")), folder.path());

@@ -1,5 +1,5 @@
 // What a user sees:
-// - With any font, language and window size, no text is cut or covers another.
+// - No text is cut or covers another, not even in a larger font or another language.
 // - Every text has enough contrast.
 // - The window follows a switch between light and dark.
 
@@ -59,7 +59,7 @@ class LooksTest : public ControllerTest {
         qputenv("LC_ALL", "en_US.UTF-8");
     }
 
-    // The largest numbers of steps that a person can reach, in the months with the longest names.
+    // Large numbers of steps, in months with long names.
     MainWindowController& loadLongTexts() {
         return load({{"2024-09-30", "98765"},
                      {"2024-09-29", "99999"},
@@ -125,7 +125,7 @@ class LooksTest : public ControllerTest {
     QFont _font;
 };
 
-TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInAnyLanguageOrALargerFont) {
+TEST_F(LooksTest, noTextIsCutAtTheMinimumSizeInEightLanguagesAndALargerFont) {
     const double size = QApplication::font().pointSizeF();
     for (const double factor : {1.0, 1.5}) {
         QFont font = QApplication::font();
@@ -292,7 +292,7 @@ TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
                               contrastRatio(with.pixelColor(x, y), beside) >= markContrast;
                 }
             }
-            // An outline has about this many pixels. That of the miles is around the text only.
+            // An outline has about twice as many pixels. That of the miles is around the text only.
             const int width =
                 control == controller->milesLabel() ? control->sizeHint().width() : with.width();
             EXPECT_GE(marked, width + with.height()) << control->metaObject()->className();
@@ -364,7 +364,7 @@ class PicturesTest : public LooksTest {
         click(6, Qt::ShiftModifier);
     }
 
-    // The month at the top pinned, the focus marked.
+    // Scrolls so that a month row is pinned, and shows the focus outline.
     void scrollAndMark() {
         settle();
         controller->tableView()->setFocus(Qt::TabFocusReason);
@@ -405,7 +405,7 @@ TEST_F(PicturesTest, writesPicturesOfEachScale) {
     }
 }
 
-TEST_F(PicturesTest, writesPicturesOfEachLanguageAndALargeFont) {
+TEST_F(PicturesTest, writesPicturesInSixLanguagesAndALargeFont) {
     QApplication::setPalette(light);
     for (const char* locale : {"de_DE", "ar_EG", "he_IL", "fa_IR", "ja_JP", "th_TH"}) {
         const ScopedLocale language(locale + std::string(".UTF-8"));

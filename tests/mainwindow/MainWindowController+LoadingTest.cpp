@@ -78,7 +78,7 @@ TEST_F(LoadingTest, aFileFromADocumentPortalIsShownWithItsPathOutsideTheSandbox)
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, aBrokenFileGivesTheDaysBeforeTheBreak) {
+TEST_F(LoadingTest, aTruncatedFileGivesTheDaysBeforeItsEnd) {
     load(writeFile("broken.xml", QByteArray::fromStdString(
                                      "<HealthData>" + stepRecord("2025-03-02 12:00:00 +0000", "7") +
                                      "<Record ty")));
@@ -360,7 +360,7 @@ TEST_F(LoadingTest, aMountThatHangsInAFolderShownByTheDialogDoesNotBlock) {
     EXPECT_TRUE(mount.otherThreadWaits());
 }
 
-TEST_F(LoadingTest, aBookmarkThatDoesNotResolveAndNoPathSelectNoFile) {
+TEST_F(LoadingTest, withABookmarkThatDoesNotResolveAndNoPathNoFileIsSelected) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     load(QString());

@@ -75,7 +75,7 @@ TEST_F(StatisticsTest, oneSelectedDayIsFirstAndLastAndBothLabelsAreBold) {
     EXPECT_EQ(bold(), QString());
 }
 
-TEST_F(StatisticsTest, averagesDivideByTheSelectedDaysAndNotByTheDaysBetweenThem) {
+TEST_F(StatisticsTest, averagesArePerSelectedDayAndNotPerDayBetweenThem) {
     // (1000 + 4000) ÷ 2 = 2500; 5000 × 2.5 ÷ 5280 ÷ 2 = 1.1837.
     load({{"2025-03-09", "1000"}, {"2025-03-05", "77"}, {"2025-03-02", "4000"}});
     click(1);
@@ -132,7 +132,7 @@ TEST_F(StatisticsTest, theShownStrideIsRoundedHalfToEven) {
     }
 }
 
-TEST_F(StatisticsTest, theStrideIsNeitherGroupedNorLocalised) {
+TEST_F(StatisticsTest, theStrideHasADecimalPointAndNoThousandsSeparatorEvenInGerman) {
     // Makes a locale with a decimal comma, because none may be installed.
     const QString source = QStringLiteral("de_DE");
     ASSERT_EQ(QProcess::execute(QStringLiteral("localedef"),
@@ -178,7 +178,7 @@ TEST_F(StatisticsTest, fromAndToAreTheLastAndTheFirstDayOfTheListInAnyOrder) {
     EXPECT_EQ(texts()[1], QStringLiteral("To: May 1, 2024"));
 }
 
-TEST_F(StatisticsTest, theNumberOfDaysIsNotGrouped) {
+TEST_F(StatisticsTest, theNumberOfDaysHasNoThousandsSeparator) {
     load({{"2025-03-02", "1"}});
     std::vector<DailySteps> days(1234);
     for (DailySteps& day : days) {

@@ -42,7 +42,7 @@ class StrideEditorTest : public ControllerTest {
     }
 };
 
-TEST_F(StrideEditorTest, isHiddenAtFirst) {
+TEST_F(StrideEditorTest, theEditorIsHiddenAtFirst) {
     EXPECT_FALSE(open());
 }
 
@@ -67,7 +67,7 @@ TEST_F(StrideEditorTest, aPressThatIsReleasedElsewhereDoesNotOpenTheEditor) {
     EXPECT_FALSE(open());
 }
 
-TEST_F(StrideEditorTest, coversTheStrideExactly) {
+TEST_F(StrideEditorTest, theEditorOpensOverTheStrideThreePointsHigher) {
     clickLabel();
     const QLabel& label = *controller->milesLabel();
     ASSERT_EQ(label.text(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
@@ -80,7 +80,7 @@ TEST_F(StrideEditorTest, coversTheStrideExactly) {
     EXPECT_EQ(editor().height(), label.height());
 }
 
-TEST_F(StrideEditorTest, followsTheLabelsOwnFont) {
+TEST_F(StrideEditorTest, theEditorFollowsTheLabelsOwnFont) {
     QFont font = controller->milesLabel()->font();
     font.setPointSizeF(font.pointSizeF() * 1.5);
     controller->milesLabel()->setFont(font);
@@ -90,7 +90,7 @@ TEST_F(StrideEditorTest, followsTheLabelsOwnFont) {
     EXPECT_EQ(editor().x(), controller->milesLabel()->x() + static_cast<int>(std::ceil(prefix)));
 }
 
-TEST_F(StrideEditorTest, followsTheLabelAndKeepsTheTypedText) {
+TEST_F(StrideEditorTest, theEditorFollowsTheLabelAndKeepsTheTypedText) {
     const auto expectOverTheStride = [this](const char* prefix, const char* what) {
         QCoreApplication::processEvents();
         const QLabel& label = *controller->milesLabel();
@@ -329,7 +329,7 @@ TEST_F(StrideEditorTest, escapeDoesNotStoreTheStride) {
     EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
 }
 
-TEST_F(StrideEditorTest, escapeDoesNotRefreshRowsOrStatistics) {
+TEST_F(StrideEditorTest, escapeDoesNotRefreshTheStatistics) {
     clickLabel();
     controller->daysLabel()->setText(QStringLiteral("as it was"));
     QTest::keyClick(&editor(), Qt::Key_Escape);
@@ -371,7 +371,7 @@ TEST_F(StrideEditorTest, aCommitAfterACommitOrACancelDoesNothing) {
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, oneCommitRefreshesOnce) {
+TEST_F(StrideEditorTest, aCommitReloadsTheRowsOnce) {
     int reloads = 0;
     const QObject whileHere;
     QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,

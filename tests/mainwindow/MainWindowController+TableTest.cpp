@@ -57,7 +57,7 @@ TEST_F(TableTest, theSameMonthInTwoYearsGivesTwoMonthRows) {
     EXPECT_EQ(month(rows[2]).title(), "January 2024");
 }
 
-TEST_F(TableTest, averagesDivideByTheDaysWithRecordsAndNotByTheDaysOfTheMonth) {
+TEST_F(TableTest, averagesArePerDayWithRecordsAndNotPerDayOfTheMonth) {
     // 1000 + 2000 + 6000 = 9000; / 3 = 3000. 2.5 × 9000 ÷ 5280 ÷ 3 = 1.420454…
     load({{"2025-03-03", "1000"}, {"2025-03-10", "2000"}, {"2025-03-28", "6000"}});
     const MonthSummary& march = month(controller->displayRows()[0]);
@@ -94,7 +94,8 @@ TEST_F(TableTest, aDayWithoutADateGetsAMonthRowWithoutATitle) {
     EXPECT_EQ(month(rows[0]).title(), std::nullopt);
 }
 
-TEST_F(TableTest, aFewRowsIncludeTheWidestTextOfAColumn) {
+TEST_F(TableTest,
+       theRowsWithTheWidestTextsHaveTheGreatestAndLeastNumbersOrAreMonthsAndTheirFirstDays) {
     load({{"2025-03-02", "7"},
           {"2025-03-01", "123456"},
           {"2025-02-02", "-99999"},

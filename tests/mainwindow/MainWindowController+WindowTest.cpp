@@ -44,7 +44,7 @@ TEST_F(WindowTest, withoutARememberedFileThePathFieldIsEmpty) {
     EXPECT_EQ(controller->filePathField()->text(), QString());
 }
 
-TEST_F(WindowTest, setupTableColumnsReplacesAllColumnsByTheFour) {
+TEST_F(WindowTest, setupTableColumnsReplacesAllColumnsByTheFourOfTheDayTable) {
     makeController().showWindow();
     controller->tableView()->setColumns(
         {{QStringLiteral("old"), QStringLiteral("Old"), 50, 50, {}}});
@@ -77,7 +77,7 @@ TEST_F(WindowTest, setupTableColumnsReplacesAllColumnsByTheFour) {
     EXPECT_TRUE(controller->tableView()->horizontalHeader()->isVisible());
 }
 
-TEST_F(WindowTest, onlyTheTableGrowsWithTheWindow) {
+TEST_F(WindowTest, onlyTheTableGetsHigherWithTheWindow) {
     load({{"2025-03-02", "4000"}});
     QWidget& window = *controller->window();
     controller->progressIndicator()->show();
@@ -198,7 +198,7 @@ TEST_F(WindowTest, aWindowOnAScreenThatNoLongerExistsIsMovedToAnother) {
     EXPECT_EQ(controller->window()->size(), QSize(650, 500));
 }
 
-TEST_F(WindowTest, aZoomedWindowIsZoomedAtTheNextStart) {
+TEST_F(WindowTest, aMaximisedWindowIsMaximisedAtTheNextStart) {
     makeController().showWindow();
     controller->window()->showMaximized();
     QCoreApplication::processEvents();
@@ -306,7 +306,7 @@ TEST_F(WindowTest, tabLeavesTheTableFromAnyRow) {
     }
 }
 
-TEST_F(WindowTest, absurdNumbersDoNotWidenTheWindow) {
+TEST_F(WindowTest, aHugeStrideKeepsTheMinimumWidthBelow1000) {
     defaults.setDouble(SettingsKeys::strideFootLength, 1e300);
     load({{"2025-03-02", "4000"}});
     QCoreApplication::processEvents();
