@@ -40,7 +40,7 @@ class AboutWindowControllerTest : public AuxiliaryWindowCase<AboutWindowControll
     Browser browser;
 };
 
-TEST_F(AboutWindowControllerTest, theTextsComeFromTheBundleAndTheMaker) {
+TEST_F(AboutWindowControllerTest, theTextsNameTheApplicationItsVersionAndItsMaker) {
     EXPECT_EQ(controller.window()->windowTitle(), u"About Daily Steps"_s);
     EXPECT_EQ(text("name"), u"Daily Steps"_s);
     EXPECT_EQ(text("version"), u"Version "_s + QStringLiteral(PROJECT_VERSION));
@@ -136,7 +136,7 @@ TEST_F(AboutWindowControllerTest, theLinkIsDrawnInTheLinkColor) {
     EXPECT_FALSE(has(labelColor(LabelColor::Label, QApplication::palette())));
 }
 
-TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedZoomedOrMinimised) {
+TEST_F(AboutWindowControllerTest, theWindowCannotBeResizedMaximisedOrMinimised) {
     show();
     controller.window()->resize(500, 500);
     EXPECT_EQ(controller.window()->size(), QSize(360, 260));

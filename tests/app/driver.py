@@ -131,7 +131,7 @@ def front_window():
 
 class Program:
     """One run of the program, with its settings in the folder `configuration`. `prefix` is a command
-    that runs the program in its own process."""
+    that runs the program, such as strace with its options."""
 
     def __init__(self, configuration, *arguments, prefix=(), **environment):
         self.scale = int(environment.get("QT_SCALE_FACTOR", 1))
@@ -195,7 +195,7 @@ class Program:
     def click_at(x, y, *, modifier=None, button=1):
         held = ["keydown", modifier] if modifier else []
         released = ["keyup", modifier] if modifier else []
-        # --sync would wait if the pointer is there already.
+        # Without --sync, which would not return if the pointer is already there.
         xdotool("mousemove", x, y, *held, "click", button, *released)
 
     def window(self, title):
@@ -216,7 +216,7 @@ class Program:
         self.wait_until_in_front(title)
 
     def wait_until_in_front(self, title=MAIN):
-        """Waits until the window is active and the program has been told so, and of its position."""
+        """Waits until the window is active, and the program knows this and the window's position."""
 
         def in_front():
             window = next(node for node in self.windows() if node.get_name() == title)

@@ -92,7 +92,7 @@ class Menus(ProgramTest):
         wait_for("its own in front", lambda: front_window() == own)
         self.assertTrue(is_minimized(minimized))
 
-    def test_show_all_spares_a_window_that_was_restored_and_minimised_again(self):
+    def test_show_all_does_not_restore_a_window_that_was_restored_and_minimised_again(self):
         _, restored = self.start_another()
         _, other = self.start_another()
         program, own = self.start_another()
@@ -105,7 +105,7 @@ class Menus(ProgramTest):
         self.restore(program, MAIN, own)
         program.choose("Daily Steps", "Show All")
         wait_for("the other back", lambda: not is_minimized(other))
-        # Windows are restored in the order in which they were minimised.
+        # Show All restores windows in the order in which they were minimised, so it has passed this one.
         self.assertTrue(is_minimized(restored))
 
     def test_hide_others_works_whichever_window_is_in_front(self):

@@ -1,5 +1,6 @@
-"""A whole session of the real program under strace and under Landlock. It must not use the network, write
-anything but the settings, or read anything but the program, the system and the chosen file."""
+"""A whole session of the real program under strace and under Landlock. The program must not use the
+network. It must write nothing but its settings. It must read nothing but itself, its settings, the chosen
+file, and files of the system and the desktop."""
 
 import os
 import pathlib
@@ -14,7 +15,7 @@ import landlock
 from driver import (ABOUT, GUIDE, PROGRAM, Atspi, ProgramTest, close, front_window, key,
                     wait_for, windows_named)
 
-# Paths of the system, which have nothing to do with the user's files.
+# Paths of the system.
 SYSTEM = ["/usr", "/lib", "/lib64", "/bin", "/etc", "/proc", "/sys", "/dev", "/var/cache/fontconfig",
           "/var/lib/dbus", "/run/dbus", "/run/systemd", "/run/nscd", "/var/run/nscd", "/run/udev"]
 # Files for all programs of a desktop, in the home folder and in XDG_CONFIG_HOME.

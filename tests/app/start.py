@@ -1,5 +1,5 @@
-"""The start of the main window as a user sees it: first the complete form without rows, then the rows, and
-nothing in between."""
+"""The start of the main window as a user sees it: first the complete window without rows, then the rows,
+and nothing in between."""
 
 import collections
 import unittest
@@ -68,10 +68,10 @@ class Start(ProgramTest):
         states = self.film(f"{theme}-slow", self.slow_export(), **environment)
         self.assertEqual(states, 2)
 
-    def test_the_complete_form_appears_before_the_rows_on_a_light_desktop(self):
+    def test_the_complete_window_appears_before_the_rows_on_a_light_desktop(self):
         self.film_all("light")
 
-    def test_the_complete_form_appears_before_the_rows_on_a_dark_desktop(self):
+    def test_the_complete_window_appears_before_the_rows_on_a_dark_desktop(self):
         (self.configuration / "kdeglobals").write_text(DARK_COLORS)
         self.film_all("dark", **DARK)
 

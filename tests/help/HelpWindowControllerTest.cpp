@@ -112,7 +112,7 @@ TEST_F(HelpWindowControllerTest, theFrameCannotBeMadeSmallerThan400By400) {
     EXPECT_EQ(controller.window()->frameGeometry().size(), QSize(400, 400));
 }
 
-TEST_F(HelpWindowControllerTest, theWindowCanBeClosedAndZoomedButNotMinimised) {
+TEST_F(HelpWindowControllerTest, theWindowCanBeClosedAndMaximisedButNotMinimised) {
     show();
     const Qt::WindowFlags flags = controller.window()->windowFlags();
     EXPECT_TRUE(flags & Qt::WindowCloseButtonHint);
@@ -208,20 +208,20 @@ struct Spot {
     QColor color;
 };
 
-// What tells the pages' pictures apart: points of what each one shows.
+// The picture of each page is recognised by the colours of some points.
 const QColor coral(0xD9, 0x4A, 0x2F);
 const QColor deep(0x17, 0x50, 0x5A);
 const QColor skin(0xF0, 0xC4, 0x9B);
 const QColor soft(0xB5, 0xD0, 0xCA);
 const QColor paper(0xF7, 0xF6, 0xF1);
 const std::vector<Spot> spotsOfPages[helpPageCount] = {
-    // The ring about the name, the face in it.
+    // The ring around the name, the face in it.
     {{486, 104, coral}, {486, 180, coral}, {438, 138, skin}},
-    // The ring about "Export All Health Data", its left and its right end.
+    // The ring around "Export All Health Data", its left and its right end.
     {{344, 398, coral}, {344, 474, coral}, {144, 436, coral}, {544, 436, coral}},
-    // The ring about "Export", the button in it.
+    // The ring around "Export", the button in it.
     {{344, 306, coral}, {344, 386, coral}, {200, 346, deep}},
-    // The ring about "Choose…", the cards of export.zip and export.xml.
+    // The ring around "Choose…", the cards of export.zip and export.xml.
     {{400, 286, coral}, {314, 316, coral}, {350, 60, soft}, {560, 60, soft}, {320, 100, paper}},
     // The title bar, the key caps.
     {{100, 40, soft}, {438, 328, coral}, {446, 316, paper}, {438, 427, coral}, {446, 416, paper}},

@@ -8,7 +8,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(DailySteps, aFreshRecordHasNoDateAndNoSteps) {
+TEST(DailySteps, aNewDayHasNoDateAndNoSteps) {
     const DailySteps day;
     EXPECT_EQ(day.date(), std::nullopt);
     EXPECT_EQ(day.steps(), 0);

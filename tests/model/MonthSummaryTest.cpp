@@ -8,7 +8,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(MonthSummary, aFreshRecordHasNoTitleAndZeroNumbers) {
+TEST(MonthSummary, aNewSummaryHasNoTitleAndZeroNumbers) {
     const MonthSummary month;
     EXPECT_EQ(month.title(), std::nullopt);
     EXPECT_EQ(month.totalSteps(), 0);
@@ -16,7 +16,7 @@ TEST(MonthSummary, aFreshRecordHasNoTitleAndZeroNumbers) {
     EXPECT_EQ(month.avgMiles(), 0.0);
 }
 
-TEST(MonthSummary, changingTheTextAfterwardsDoesNotChangeTheTitle) {
+TEST(MonthSummary, theTitleIsACopyOfTheText) {
     std::string text = "March 2025";
     MonthSummary month;
     month.setTitle(text);

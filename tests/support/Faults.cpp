@@ -65,8 +65,8 @@ struct Hanging {
 // Never destroyed, because a thread may still be waiting when the process ends.
 Hanging& hanging = *new Hanging;
 
-// True if the main thread accesses the hanging folder. Other threads wait here until it is
-// released.
+// True if the call must fail, because the main thread accesses the hanging folder. All other
+// threads, and with AMBULET_HANG the main thread too, wait here until the folder is released.
 bool hangs(const char* path) {
     std::unique_lock lock(hanging.mutex);
     if (hanging.folder.empty() || path == nullptr ||

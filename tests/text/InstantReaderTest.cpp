@@ -70,7 +70,7 @@ TEST(InstantReader, readsTheOtherSpellingsOfAnOffset) {
     EXPECT_EQ(read("2024-03-09 15:15:02 GMT"), at(1709997302));
 }
 
-TEST(InstantReader, readsOneDigitFieldsAndRepeatedBlanks) {
+TEST(InstantReader, readsOneDigitMonthsAndHoursRepeatedBlanksAndArabicDigits) {
     EXPECT_EQ(read("2024-3-09 7:15:02 -0800"), at(1709997302));
     EXPECT_EQ(read("  2024-03-09   07:15:02  -0800"), at(1709997302));
     EXPECT_EQ(read("٢٠٢٤-٠٣-٠٩ ٠٧:١٥:٠٢ -0800"), at(1709997302));
@@ -80,7 +80,8 @@ TEST(InstantReader, readsFieldsWithAdditionalDigits) {
     EXPECT_EQ(read("02024-003-009 007:015:002 -0800"), at(1709997302));
 }
 
-// ICU 72 refuses them, although it reads one-digit months and hours. ICU 76 reads all of them.
+// ICU 72 refuses one-digit days, minutes and seconds, although it reads one-digit months and hours.
+// ICU 76 reads all of them.
 TEST(InstantReader, leavesOneDigitDaysMinutesAndSecondsToIcu) {
     const IcuReader icu;
     for (const char* text :
@@ -167,9 +168,9 @@ TEST(InstantReader, readsTheExactFormWithoutIcu) {
     }
 }
 
-// Reads the same texts by hand and by ICU:
-// - If the hand reader reads a text, ICU reads the same instant.
-// - If ICU reads an exact form in a year from 1583 on, the hand reader reads it, too.
+// Reads the same texts with exactInstant ("by hand") and with ICU:
+// - If exactInstant reads a text, ICU reads the same instant.
+// - If ICU reads a text of the exact form in a year from 1583 on, exactInstant reads it, too.
 class ByHandAndByIcu : public testing::Test {
   protected:
     void compare(const std::string& text) {

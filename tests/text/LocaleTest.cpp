@@ -58,7 +58,7 @@ TEST(Locale, namesWithoutAKnownLanguageAreUsEnglish) {
     EXPECT_EQ(numberLocale(), "en_US");
 }
 
-TEST(Locale, aScriptAtTheEndOfTheNameIsKept) {
+TEST(Locale, aScriptOrVariantAtTheEndOfTheNameIsKept) {
     EXPECT_EQ(dateLocaleOf("sr_RS@latin"), "sr_Latn_RS");
     EXPECT_EQ(dateLocaleOf("sr_RS.UTF-8@latin"), "sr_Latn_RS");
     EXPECT_EQ(dateLocaleOf("uz_UZ.UTF-8@cyrillic"), "uz_Cyrl_UZ");

@@ -42,7 +42,7 @@ TEST(Numbers, whiteSpaceMayStandBeforeAnIntegerAndBeforeItsDigits) {
     EXPECT_EQ(integerValue(" - 7"), -7);
     EXPECT_EQ(integerValue("- \t7"), -7);
     EXPECT_EQ(integerValue("\u00A0\u2007\u202F\u30007"), 7);
-    EXPECT_EQ(integerValue("\u200B7"), 0);  // a zero-width space is no white space
+    EXPECT_EQ(integerValue("\u200B7"), 0);  // a zero-width space is not white space
 }
 
 TEST(Numbers, aTextThatStartsWithoutDigitsIsTheInteger0) {
@@ -107,13 +107,13 @@ TEST(Numbers, aDoubleOutOfRangeIsInfinityOr0) {
     EXPECT_EQ(doubleValue("0." + std::string(400, '0') + "1e401"), 1);
 }
 
-TEST(Numbers, areReadTheSameInALocaleWithADecimalComma) {
+TEST(Numbers, numbersAreReadTheSameInALocaleWithADecimalComma) {
     const TemporaryFolder folder;
     const std::string source = folder.write("source", "LC_NUMERIC\ndecimal_point \",\"\n"
                                                       "thousands_sep \".\"\ngrouping 3;3\n"
                                                       "END LC_NUMERIC\n");
     const std::string locale = folder.path() / "comma";
-    // localedef fails with a warning, because the other categories are missing.
+    // localedef reports that the other categories are missing, but writes the locale.
     static_cast<void>(
         std::system(("localedef --force --quiet -i " + source + " " + locale).c_str()));
     const ScopedVariable path("LOCPATH", folder.path());

@@ -9,7 +9,7 @@ namespace ambulet {
 
 namespace {
 
-TEST(Contrast, theRatioIsComputedByTheGuidelines) {
+TEST(Contrast, theRatioIsThatOfTheGuidelines) {
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::black, Qt::white), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::white, Qt::black), 21);
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::red, Qt::red), 1);

@@ -386,7 +386,7 @@ TEST_F(TableViewTest, pageKeysMoveByAboutAPageAndNeverSelectGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({1}));
 }
 
-TEST_F(TableViewTest, aDragSelectsTheDaysThatItPasses) {
+TEST_F(TableViewTest, aDragSelectsTheRowsThatItPassesButNoGroupRows) {
     const auto middle = [&](int row) {
         return table.visualRect(table.model()->index(row, 0)).center();
     };
@@ -610,7 +610,6 @@ TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
     EXPECT_EQ(ofTitle(), QStringLiteral("A rather long title"));
 }
 
-// The group row of the topmost rows is pinned at the top.
 // Records the region that an object was asked to paint.
 class PaintedRegion final : public QObject {
   public:
@@ -624,6 +623,7 @@ class PaintedRegion final : public QObject {
     QRegion region;
 };
 
+// The group row that heads the topmost visible row is pinned.
 class PinnedRowTest : public TableViewTest {
   protected:
     PinnedRowTest() {
@@ -695,7 +695,7 @@ TEST_F(PinnedRowTest, aClickOnThePinnedRowDoesNotChangeTheSelection) {
     EXPECT_EQ(table.indexAt({30, height() + 5}).row(), 6);
 }
 
-TEST_F(PinnedRowTest, aKeyNeverLeadsToARowCoveredByThePinnedRow) {
+TEST_F(PinnedRowTest, theUpKeyNeverLeadsToARowCoveredByThePinnedRow) {
     scrollTo(60 * height());
     QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, {30, 3 * height()});
     for (int press = 0; press < 40; ++press) {
@@ -705,7 +705,7 @@ TEST_F(PinnedRowTest, aKeyNeverLeadsToARowCoveredByThePinnedRow) {
     }
 }
 
-TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderThePinnedRow) {
+TEST_F(PinnedRowTest, aDragEndsAtTheRowBehindThePinnedRow) {
     scrollTo(5 * height());
     const auto send = [&](QEvent::Type type, QPoint place) {
         QMouseEvent event(type, place, table.viewport()->mapToGlobal(place),
@@ -720,7 +720,8 @@ TEST_F(PinnedRowTest, aDragEndsAtTheRowUnderThePinnedRow) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({5, 6, 7, 8}));
 }
 
-TEST_F(PinnedRowTest, aPinnedRowIsDrawnLikeAnUnpinnedOneWithAndWithoutFocusAndActivation) {
+TEST_F(PinnedRowTest,
+       aPinnedRowIsDrawnLikeAnyGroupRowInActiveAndInactiveWindowsWithAndWithoutFocus) {
     QPalette palette;
     palette.setColor(QPalette::Inactive, QPalette::Text, Qt::red);
     table.setPalette(palette);

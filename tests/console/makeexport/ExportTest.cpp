@@ -58,7 +58,7 @@ TEST(Reading, findsEveryKindOfViolation) {
     EXPECT_EQ(readExport(document).violations, expected);
 }
 
-TEST(Export, everySizeIsValidAgainstItsOwnDeclarations) {
+TEST(Export, exportsOfFourSizesAreValidAgainstTheirOwnDeclarations) {
     for (const char* size : {"64K", "100K", "3M"}) {
         EXPECT_EQ(readExport(exportOf("3", size)).violations, std::set<std::string>()) << size;
     }
@@ -71,7 +71,7 @@ TEST(Export, aSmallExportHasAStepRecordAndDeclaresNoElements) {
     EXPECT_NE(sumsOf(reading, "UTC"), "");
 }
 
-TEST(Export, theRecordsComeFirstInBlocksByType) {
+TEST(Export, theRecordsFollowTheProfileInBlocksByType) {
     const std::vector<std::string> expected = {"ExportDate",  "Me",      "Record",
                                                "Correlation", "Workout", "ActivitySummary"};
     EXPECT_EQ(tenMegabytes().children, expected);
@@ -98,7 +98,7 @@ TEST(Export, attributesHaveTheOrderThatPhonesWrite) {
     EXPECT_EQ(orders, expected);
 }
 
-TEST(Export, theAddressOfADeviceChangesAfterAtMostSomeDozensOfRecords) {
+TEST(Export, theAddressOfADeviceChangesAfterAtMost64Records) {
     std::string before;
     std::map<std::size_t, int> lengths;
     std::size_t length = 0;
@@ -121,7 +121,7 @@ TEST(Export, theAddressOfADeviceChangesAfterAtMostSomeDozensOfRecords) {
     EXPECT_LE(lengths.rbegin()->first, 64U);
 }
 
-TEST(Export, systemVersionsChangeOverTheYears) {
+TEST(Export, thereAreManySystemVersionsAndDevices) {
     EXPECT_GT(distinct("sourceVersion").size(), 100U);
     EXPECT_GT(distinct("device").size(), 2000U);
 }
@@ -137,7 +137,7 @@ TEST(Export, offsetsFollowTheSeasonsAndJourneys) {
               (std::set<std::string>{"+0200", "+0530", "+0545", "+0900", "-0400", "-1000"}));
 }
 
-TEST(Export, coversTenYearsAtEverySize) {
+TEST(Export, coversTenYearsWhetherSmallOrLarge) {
     for (const char* size : {"300K", "10M"}) {
         const std::string sums = sumsOf(readExport(exportOf("1", size)), "America/New_York");
         EXPECT_EQ(sums.substr(0, 5), "2025-") << size;
@@ -145,7 +145,7 @@ TEST(Export, coversTenYearsAtEverySize) {
     }
 }
 
-TEST(Export, aDenseExportHasLifelikeDays) {
+TEST(Export, aDenseExportHasAMedianOf7000To10000StepsADay) {
     std::istringstream sums(run("--size 60M --sums America/New_York=- /dev/null").out);
     std::vector<int> days;
     std::string day;

@@ -23,7 +23,7 @@ struct Reading {
     /// Errors of well-formedness, and violations of the document type declaration:
     /// - elements and attributes that are not declared,
     /// - missing required attributes,
-    /// - children of elements that may not have any.
+    /// - elements in a parent that may not contain them.
     ///
     /// Each kind is reported once. The order and number of children are not checked.
     std::set<std::string> violations;
