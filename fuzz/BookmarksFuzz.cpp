@@ -1,7 +1,7 @@
 // fuzz_bookmarks: damaged bookmarks from the settings must resolve to their file, to another file
-// at its path, or to nothing. The input is a record without its start: the length of a name, the
-// name, the rest. The path is that of the name in a temporary folder, so that no other folder is
-// searched.
+// at its path, or to nothing. The input is the length of a file name, the name, the version of a
+// bookmark, and the rest of the bookmark. The bookmark's path is that name in a temporary folder,
+// so that only temporary folders are searched.
 
 #include "Rule.h"
 #include "platform/FileBookmark.h"
@@ -46,13 +46,14 @@ class Files {
 };
 
 void checkUnpacked(const QByteArray& data) {
-    // It is not resolved, because its path may be anywhere.
-    require(FileBookmark::isBookmark(data) == FileBookmark::isBookmark(data), "reading is pure");
+    // A valid bookmark is not resolved, because its path may be anywhere.
+    require(FileBookmark::isBookmark(data) == FileBookmark::isBookmark(data),
+            "isBookmark gives the same result again");
     if (!FileBookmark::isBookmark(data)) {
-        require(!FileBookmark::resolve(data), "what is no bookmark leads nowhere");
+        require(!FileBookmark::resolve(data), "invalid data resolves to nothing");
     } else {
-        require(!FileBookmark::isBookmark(data.chopped(1)), "a cut bookmark is none");
-        require(!FileBookmark::isBookmark(data + '\0'), "a longer bookmark is none");
+        require(!FileBookmark::isBookmark(data.chopped(1)), "a truncated bookmark is invalid");
+        require(!FileBookmark::isBookmark(data + '\0'), "a bookmark with more data is invalid");
     }
 }
 
@@ -88,11 +89,12 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     }
     const fs::path found = resolved->file.path;
-    require(files.contains(found) && fs::is_regular_file(found), "what is found is a file there");
-    require(resolved->stale || found == path, "what is not stale is at its path");
+    require(files.contains(found) && fs::is_regular_file(found),
+            "the result is a file in the folder");
+    require(resolved->stale || found == path, "a result that is not stale is at its path");
     const auto fresh = FileBookmark::make(resolved->file);
-    require(fresh.has_value(), "a bookmark can be made of what is found");
+    require(fresh.has_value(), "a bookmark can be made of the result");
     const auto again = FileBookmark::resolve(*fresh);
-    require(again && !again->stale && again->file.path == found, "a fresh bookmark leads there");
+    require(again && !again->stale && again->file.path == found, "it resolves to that file");
     return 0;
 }

@@ -1,5 +1,5 @@
-// fuzz_infoplist: from a property list, all texts must be read or, if it is damaged, none. The
-// input is used twice: as a file, and, split at its zero bytes, as keys and texts of a valid file.
+// fuzz_infoplist: all texts of a property list must be read, or none if the list is damaged. The
+// input is used twice: as a file; and split at its zero bytes, as keys and texts of a valid file.
 
 #include "Rule.h"
 #include "platform/Bundle.h"
@@ -30,18 +30,18 @@ void checkFile(std::string_view bytes) {
     static const QString processName = bundleOf("").displayName();
     const Bundle bundle = bundleOf(bytes);
     const auto identifier = bundle.identifier();
-    require(bundle.identifier() == identifier, "it is read the same again");
+    require(bundle.identifier() == identifier, "it has the same identifier again");
     require(bundle.displayName() ==
                 bundle.information(u"CFBundleDisplayName"_s).value_or(processName),
-            "the process has the name where the bundle has none");
+            "without a display name, the name is that of the process");
     const std::size_t end = bytes.rfind("</plist");
     if (identifier && end != bytes.npos) {
-        require(!bundleOf(bytes.substr(0, end)).identifier(), "a cut file has no entries");
+        require(!bundleOf(bytes.substr(0, end)).identifier(), "a truncated file has no entries");
     }
 }
 
-// Whether XML can contain the text: it has no control characters, no lone surrogates, no U+FFFE and
-// no U+FFFF. It must not have carriage returns either, which would be read as line feeds.
+// The text without the characters that XML cannot contain: control characters, U+FFFE and U+FFFF.
+// Carriage returns are left out, too, because they would be read as line feeds.
 QString plain(QByteArrayView bytes) {
     QString text = QString::fromUtf8(bytes);
     text.removeIf([](QChar c) {
@@ -68,10 +68,10 @@ void checkTexts(const QByteArray& bytes) {
     writer.writeEndDocument();
     const Bundle bundle = bundleOf({list.constData(), std::size_t(list.size())});
     for (auto entry = texts.cbegin(); entry != texts.cend(); ++entry) {
-        require(bundle.information(entry.key()) == entry.value(), "a text that is there is read");
+        require(bundle.information(entry.key()) == entry.value(), "each text is read");
     }
     require(texts.contains(u"missing"_s) || !bundle.information(u"missing"_s),
-            "a text that is not there is not read");
+            "a missing text is not read");
 }
 
 }  // namespace

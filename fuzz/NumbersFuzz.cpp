@@ -64,8 +64,8 @@ std::int64_t expectedInteger(std::string_view text) {
                                    : static_cast<std::int64_t>(value);
 }
 
-// Uses std::from_chars, which ignores the locale. The text begins with a digit, so it is never
-// "inf" or "nan"; of a hexadecimal number only the 0 is read.
+// Uses std::from_chars, which ignores the locale. Its text begins with a digit or a point, so it is
+// never "inf" or "nan". Of a hexadecimal number only the 0 is read.
 double expectedDouble(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');

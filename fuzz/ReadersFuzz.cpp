@@ -27,7 +27,7 @@ size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsig
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const TemporaryFolder folder;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    // The input determines the ways, so that a failure can be repeated.
+    // The input determines the random sizes and threads, so that a failure can be repeated.
     std::minstd_rand chance(static_cast<unsigned>(std::hash<std::string_view>()(bytes)));
     const std::string differences = compareWays(folder.write("export.xml", bytes), chance);
     if (!differences.empty()) {

@@ -49,7 +49,7 @@ std::vector<std::string> seedsIn(const std::filesystem::path& folder) {
     return seeds;
 }
 
-// Changes, removes or inserts a byte, or inserts a piece of another seed.
+// Changes, removes or inserts bytes, inserts a piece of another seed, or ends with one.
 void mutate(std::string& text, const std::vector<std::string>& seeds, Chance& chance) {
     const std::size_t at = text.empty() ? 0 : chance() % text.size();
     const auto byte = static_cast<char>(chance() % 256);
