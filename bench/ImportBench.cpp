@@ -121,7 +121,7 @@ void value(benchmark::State& state) {
 }
 BENCHMARK(value);
 
-class NobodyListens : public XMLReaderDelegate {
+class IgnoringDelegate : public XMLReaderDelegate {
     void didStartElement(std::string_view /*name*/, const XMLAttributes& /*attributes*/) override {}
 };
 
@@ -160,7 +160,7 @@ void readDays(benchmark::State& state) {
     readThroughExpat<HealthXMLParser>(state);
 }
 void readTags(benchmark::State& state) {
-    readThroughExpat<NobodyListens>(state);
+    readThroughExpat<IgnoringDelegate>(state);
 }
 void readDaysFast(benchmark::State& state) {
     const InputFile file = exportFile();
@@ -199,7 +199,7 @@ int main(int argc, char** argv) {
         {{"a date: ICU / by hand", "dateByIcu", "dateByHand"},
          {"a record: date in another form / in the exact one", "recordInOtherForm",
           "recordInExactForm"},
-         {"an export: days by expat / by the fast road", "readDays", "readDaysFast"},
-         {"an export: days / all tags, unheard", "readDays", "readTags"},
-         {"an export: days / its bytes alone", "readDays", "readBytes"}});
+         {"an export: days by expat / by the fast reader", "readDays", "readDaysFast"},
+         {"an export: days by expat / start tags only", "readDays", "readTags"},
+         {"an export: days by expat / bytes only", "readDays", "readBytes"}});
 }

@@ -17,7 +17,7 @@ const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-/// libxml2 has five pointers for each attribute: name, prefix, namespace, begin and end of the
+/// libxml2 passes five pointers for each attribute: name, prefix, namespace, begin and end of the
 /// value.
 void startElement(void* toAdd, const xmlChar* name, const xmlChar* /*prefix*/,
                   const xmlChar* /*uri*/, int /*namespaceCount*/, const xmlChar** /*namespaces*/,

@@ -128,7 +128,7 @@ if baseline:
 for name, path in exports.items():
     compare(name, LIFELIKE.get(name, "The baseline's export").capitalize(), path, IN_EXPORTS, EXPAT)
 
-small = part_of(size, 4)  # the variants need no more: what they take per byte is all that counts
+small = part_of(size, 4)  # large enough for the variants: only the time per byte counts
 whole = variants.export(makeexport, os.path.join(folder, f"export-{small}.xml"), small)
 changed, damaged = variants.variants(folder, whole), damage(folder)
 titles = {name: title for name, (title, _) in {**changed, **damaged}.items()}

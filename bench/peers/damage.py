@@ -61,8 +61,8 @@ WRITERS = {
     "longest": ("Comments of 7 to 10 MB", written(
         ROOT, *(b"<!--" + b"a" * length + b"-->\n" for length in (7_000_000, 8_000_000, 9_000_000, LONGEST)), END)),
     "value": ("One attribute value", filled(ROOT + b'<Record type="', b"a", b'"/>' + END)),
-    "tag": ("One attribute value just not too long", filled(ROOT + b'<a b="', b"a", b'"/>' + END, LONGEST)),
-    "most": ("Many names, a tag and its values just not too long, then more", written(
+    "tag": ("One attribute value just below the limit", filled(ROOT + b'<a b="', b"a", b'"/>' + END, LONGEST)),
+    "most": ("Many names, a tag and its values just below the limits, then more", written(
         ROOT, each(5000, lambda n: b"<n%d/>" % n), b'<a b="' + b"a" * (2**21 - 1000) + b'"' + b" " * 7_800_000 + b"/>",
         b'<a b="1"/>' * 300_000, END)),
     "pools": ("72 tags of long values", written(
@@ -81,13 +81,13 @@ WRITERS = {
     "markup": ("Other white space in each tag", filled(ROOT, distinct_markup, END)),
     "doctype": ("A malformed doctype without end", filled(
         b"<!DOCTYPE HealthData [<!ELEMENT a EMPTY>< ", b"<!ELEMENT a EMPTY>\n")),
-    "default": ("Two default values just not too long", written(
+    "default": ("Two default values just below the limit", written(
         b"<!DOCTYPE a [", each(2, lambda n: b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000)), b"]>", ROOT,
         b'<a b="' + b"a" * 9_900_000 + b'"/>', END)),
     "defaults": ("1000 tags with 14,000 default attributes", written(
         b"<!DOCTYPE a [<!ATTLIST a ", each(14_000, lambda n: b'b%d CDATA "%d" ' % (n, n)), b">]>", ROOT,
         b"<a/>" * 1000, END)),
-    "entity": ("A replacing text in a value, both just not too long", written(
+    "entity": ("A value with an entity, both just below the limit", written(
         b'<!DOCTYPE a [<!ENTITY b "' + b"a" * 2_000_000 + b'">]>', ROOT, b'<a b="&b;' + b"a" * 2_000_000 + b'"/>', END)),
     "entities": ("Entities without end", filled(
         b"<!DOCTYPE a [", lambda n: b'<!ENTITY e%d "v">' % n, b"]>" + ROOT + END, 20_000_000)),

@@ -1,6 +1,6 @@
 """start.py BIN FOLDER RUNS SIZE: measures, on the screen, how long the application takes to show its window, and to
-show the days of a remembered export in FOLDER. It compares the first with a window of as many widgets without
-function, and the second with stepdays. The programs run alternately."""
+show the days of a remembered export in FOLDER. It compares the first time with that of bare_window, and the second
+with that of stepdays. The programs run alternately."""
 import os
 import statistics
 import subprocess

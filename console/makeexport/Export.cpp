@@ -219,8 +219,8 @@ class Export {
                               _random.between(range.low, range.high));
     }
 
-    /// Starts a new burst if the last one is over. Like with a sensor, a record starts at the end
-    /// of the previous one if that is near. All records start on `moment.day`.
+    /// Starts a new burst if the last one is over. As with a sensor, a record starts at the end of
+    /// the previous one if that is near. All records start on `moment.day`.
     Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
         if (burst.left == 0) {
             burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));

@@ -5,8 +5,8 @@
 // 2. waits until it has drawn something and the screen has not changed for 1.5 seconds,
 // 3. saves the picture and ends the program.
 //
-// The exit status is 1 if the program ends by itself, the screen keeps changing for a minute, or
-// FILE cannot be written.
+// The exit status is 1 if the program cannot be started or ends by itself, if the screen keeps
+// changing for a minute, or if FILE cannot be written.
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 // stepdays [--threads N] [--reader expat|fast] FILE: prints the days of a health export, newest
-// first. One line for each day: the date, a tab, the steps. An error in the file is printed to
-// standard error. By default it reads the file like the application.
+// first. One line for each day: the date, a tab, the steps. To standard error it prints the first
+// error in the file, or "well-formed". By default it reads the file like the application.
 
 #include "import/ExportReader.h"
 #include "import/HealthXMLParser.h"
