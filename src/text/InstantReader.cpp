@@ -31,23 +31,24 @@ constexpr sys_days tooLate = 32767y / January / 1;
 /// Reads numbers at fixed positions of a text.
 class Digits {
   public:
-    explicit Digits(std::string_view text) : _text(text) {}
+    explicit Digits(std::string_view text) : _text(text.data()) {}
 
-    int two(std::size_t at) { return one(at) * 10 + one(at + 1); }
-    int four(std::size_t at) { return two(at) * 100 + two(at + 2); }
+    [[gnu::always_inline]] int two(std::size_t at) {
+        return static_cast<int>(one(at) * 10 + one(at + 1));
+    }
 
     /// Whether all characters read so far were digits.
-    bool areDigits() const { return _areDigits; }
+    bool areDigits() const { return _overflow < 0x80; }
 
   private:
-    int one(std::size_t at) {
-        const int digit = _text[at] - '0';
-        _areDigits &= 0 <= digit && digit <= 9;
+    [[gnu::always_inline]] unsigned one(std::size_t at) {
+        const unsigned digit = static_cast<unsigned char>(_text[at] - '0');
+        _overflow |= digit + (0x80 - 10);  // 0x80 or more if this is not a digit
         return digit;
     }
 
-    std::string_view _text;
-    bool _areDigits = true;
+    const char* _text;
+    unsigned _overflow = 0;
 };
 
 // ICU's default would read "1e3" as 1000 in any field.
@@ -89,7 +90,7 @@ std::optional<sys_seconds> InstantReader::exactInstant(std::string_view text) {
         return std::nullopt;
     }
     Digits digits(text);
-    const year year(digits.four(0));
+    const year year(digits.two(0) * 100 + digits.two(2));
     const month month(static_cast<unsigned>(digits.two(5)));
     const day day(static_cast<unsigned>(digits.two(8)));
     const hours hour(digits.two(11));
