@@ -50,6 +50,14 @@ class Baseline {
         });
     }
 
+    /// The bytes that are quotes of either kind.
+    static Mask quotes(const char* at) {
+        return both([=](std::size_t half) {
+            const Vector bytes = load(at + half);
+            return (bytes == '"') | (bytes == '\'');
+        });
+    }
+
   private:
     using Vector [[gnu::vector_size(16)]] = signed char;
     using Unsigned [[gnu::vector_size(16)]] = unsigned char;
@@ -108,6 +116,12 @@ class Avx2 {
                                             _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(byte))),
                             _mm256_or_si256(_mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('<')),
                                             _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('&')))));
+    }
+
+    [[gnu::target("avx2")]] static Mask quotes(const char* at) {
+        const __m256i bytes = load(at);
+        return bits(_mm256_or_si256(_mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('"')),
+                                    _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8('\''))));
     }
 
   private:

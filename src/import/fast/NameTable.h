@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -41,30 +40,6 @@ class NameTable {
 
   private:
     std::vector<std::string> _names;  // searched from the start: names are few, lookups rare
-};
-
-/// A set of interned names.
-class NameSet {
-  public:
-    NameSet() = default;
-    explicit NameSet(NameTable::Id id) { (id < 64 ? _low : _high) = std::uint64_t{1} << id % 64U; }
-
-    void add(NameSet other) {
-        _low |= other._low;
-        _high |= other._high;
-    }
-
-    bool has(NameTable::Id id) const { return ((id < 64 ? _low : _high) >> id % 64U & 1U) != 0; }
-
-    unsigned size() const {
-        return static_cast<unsigned>(std::popcount(_low) + std::popcount(_high));
-    }
-
-  private:
-    static_assert(NameTable::capacity <= 128);
-
-    std::uint64_t _low = 0;
-    std::uint64_t _high = 0;
 };
 
 /// The names of a document.

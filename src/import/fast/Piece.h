@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <deque>
+#include <memory>
 #include <random>
 #include <span>
 #include <string_view>
@@ -89,20 +90,21 @@ class Prediction {
     void learn(std::string_view value, Piece& piece);
 
     /// Predicts nothing.
-    void clear() { _blocks.clear(); }
+    void clear() { _blockCount = 0; }
+    bool isEmpty() const { return _blockCount == 0; }
 
     /// Whether the bytes at `at` are the learnt ones, or differ from them only in plain characters
-    /// of the value. Then they are well-formed, too.
+    /// of the value. Then they are well-formed, too. It must not be empty.
     template <class Vectors>
     bool holds(const char* at) const {
-        for (const Block& block : _blocks) {
-            if ((Vectors::outside(at, block.lowest.data(), block.spans.data(), '<' - lowestPlain) &
-                 block.used) != 0) {
+        const Block* block = _blocks.get();
+        for (unsigned left = _blockCount; left != 0; --left, ++block, at += ByteScan::width) {
+            if (Vectors::outside(at, block->lowest.data(), block->spans.data(),
+                                 '<' - lowestPlain) != 0) {
                 return false;
             }
-            at += ByteScan::width;
         }
-        return !_blocks.empty();
+        return true;
     }
 
     /// In bytes: of the value, and of value and piece.
@@ -113,18 +115,18 @@ class Prediction {
 
   private:
     /// The bytes that are accepted in 32 positions of value and piece: from `lowest` to `lowest`
-    /// plus `spans`.
-    struct Block {
-        std::array<char, ByteScan::width> lowest{};
-        std::array<char, ByteScan::width> spans{};
-        ByteScan::Mask used = 0;  // the positions that are compared
+    /// plus `spans`. Beyond the end of the piece, all bytes are.
+    struct alignas(2 * ByteScan::width) Block {
+        std::array<char, ByteScan::width> lowest;
+        std::array<char, ByteScan::width> spans;
     };
 
     // The plain characters are those from "(" to "~", but "<". That leaves out the quotes and "&".
     static constexpr char lowestPlain = '(';
     static constexpr char highestPlain = '~';
 
-    std::vector<Block> _blocks;
+    std::unique_ptr<Block[]> _blocks;
+    unsigned _blockCount = 0;
     std::size_t _valueSize = 0;
     std::size_t _size = 0;
     Piece* _next = nullptr;
@@ -137,45 +139,32 @@ struct Piece {
     /// The limit of its bytes. The pieces of exports have up to 60.
     static constexpr std::size_t mostBytes = 8 * ByteScan::width;
 
-    // What followed it, the latest first. Three, because the records of a phone, a watch and an
-    // application may alternate.
+    // What followed it. Three, because the records of a phone, a watch and an application may
+    // alternate. The first was learnt last.
     std::array<Prediction, 3> predictions;
-    std::array<Piece*, 2> successors{};
+    Piece* successor = nullptr;  // what followed the last value that was not predicted
     unsigned misses = 0;         // of the predictions, in close succession; see TagScanner.cpp
     std::uint64_t lastMiss = 0;  // the number of the tag
 
     Markup markup;
-    NameSet attributeSet;  // of the attribute whose value follows
     bool keepsDepth = true;
     NameTable::Id inElement = 0;  // the element in whose tag it begins
     std::array<char, mostBytes> bytes{};
 
     void set(const Markup& effect) {
         markup = effect;
-        attributeSet = NameSet(effect.attribute);
         keepsDepth = effect.keepsDepth();
     }
 
     /// The prediction that holds at `at`, after the piece; null if none does.
     template <class Vectors>
-    const Prediction* predictionAt(const char* at) {
-        for (std::size_t rank = 0; rank < predictions.size(); ++rank) {
-            if (predictions[rank].template holds<Vectors>(at)) {
-                for (; rank > 0; --rank) {
-                    std::swap(predictions[rank], predictions[rank - 1]);
-                }
-                return predictions.data();
+    const Prediction* predictionAt(const char* at) const {
+        for (const Prediction& prediction : predictions) {
+            if (prediction.isEmpty()) {
+                break;
             }
-        }
-        return nullptr;
-    }
-
-    /// The successor whose bytes are at `at`; null if there is none.
-    template <class Vectors>
-    Piece* successorAt(const char* at) const {
-        for (Piece* const successor : successors) {
-            if (successor != nullptr && successor->isAt<Vectors>(at)) {
-                return successor;
+            if (prediction.template holds<Vectors>(at)) {
+                return &prediction;
             }
         }
         return nullptr;
@@ -205,10 +194,9 @@ class PieceCache {
     /// The piece at `at`, after a value; null if it is not in the cache.
     template <class Vectors>
     Piece* find(NameTable::Id element, const char* at) const {
-        const std::size_t size = sizeAt(at);
+        const std::size_t size = sizeAt<Vectors>(at);
         for (Piece* const piece : _groups[groupOf(element, at, size)]) {
-            if (piece != nullptr && piece->inElement == element && piece->markup.size == size &&
-                piece->isAt<Vectors>(at)) {
+            if (piece != nullptr && piece->inElement == element && piece->isAt<Vectors>(at)) {
                 return piece;
             }
         }
@@ -220,7 +208,7 @@ class PieceCache {
     Piece* add(NameTable::Id element, const Markup& markup, const char* at) {
         // `find` takes the first quote for the end, so there may be no quote in a text or comment.
         if (!markup.isTagsOnly || markup.end != Markup::End::value || isFull() ||
-            markup.size != sizeAt(at)) {
+            markup.size != sizeAt<ByteScan::Baseline>(at)) {
             return nullptr;
         }
         Group& group = _groups[groupOf(element, at, markup.size)];
@@ -258,29 +246,26 @@ class PieceCache {
 
     /// The size of the piece at `at`: up to and including the next quote after the first byte. 0 if
     /// it would be too long.
+    template <class Vectors>
     static std::size_t sizeAt(const char* at) {
-        for (std::size_t size = 1; size < Piece::mostBytes; ++size) {
-            if (at[size] == '"' || at[size] == '\'') {
-                return size + 1;
+        for (std::size_t size = 1; size < Piece::mostBytes; size += ByteScan::width) {
+            if (const ByteScan::Mask quotes = Vectors::quotes(at + size); quotes != 0) {
+                size += static_cast<std::size_t>(std::countr_zero(quotes)) + 1;
+                return size <= Piece::mostBytes ? size : 0;
             }
         }
         return 0;
     }
 
-    /// Hashes the size and both ends. Pieces that differ only in the middle share a group; there
-    /// are few of them.
+    /// Hashes the element, the size and the last eight bytes: they hold the name of the attribute,
+    /// or the end of it.
     std::size_t groupOf(NameTable::Id element, const char* at, std::size_t size) const {
-        std::array<std::uint64_t, 3> key{element | size << 8U};
-        const std::size_t edge = std::min<std::size_t>(size, 8);
-        std::memcpy(&key[1], at, edge);
-        std::memcpy(&key[2], at + size - edge, edge);
-        std::uint64_t number = _salt;
-        for (const std::uint64_t part : key) {
-            // 2 to the 64th divided by the golden ratio: it spreads the bits to the upper half.
-            number = (number ^ part) * 0x9E3779B97F4A7C15ULL;
-            number ^= number >> 32U;
-        }
-        return number % capacity;
+        const std::size_t count = std::min<std::size_t>(size, 8);
+        std::uint64_t key = 0;
+        std::memcpy(&key, at + size - count, count);
+        // 2 to the 64th divided by the golden ratio: it spreads the bits to the upper half.
+        key = (key ^ _salt ^ element ^ size << 8U) * 0x9E3779B97F4A7C15ULL;
+        return (key >> 32U) % capacity;
     }
 
     std::uint64_t _salt = std::random_device()();  // so that no document can make pieces collide

@@ -2,9 +2,11 @@
 
 #include "import/fast/ByteScan.h"
 
+#include <unicode/unistr.h>
+#include <unicode/utf8.h>
+
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -31,24 +33,14 @@ bool isCharacter(std::uint32_t code) {
            (0xE000 <= code && code < 0xFFFE) || (0x10000 <= code && code < 0x110000);
 }
 
-/// The number of bytes of the character, 0 where it is none that a document may have.
+/// The number of bytes of the character at `at`; 0 if it is malformed or not allowed in a document.
 std::size_t characterSize(const char* at) {
-    constexpr std::array<std::uint32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};  // by size
-    const auto first = static_cast<unsigned char>(*at);
-    const auto ones = static_cast<std::size_t>(std::countl_one(first));
-    if (ones == 1 || ones >= least.size()) {
-        return 0;
-    }
-    const std::size_t size = std::max<std::size_t>(ones, 1);
-    std::uint32_t code = first & (0x7FU >> ones);
-    for (std::size_t index = 1; index < size; ++index) {
-        const auto byte = static_cast<unsigned char>(at[index]);
-        if ((byte & 0xC0U) != 0x80U) {
-            return 0;
-        }
-        code = code << 6U | (byte & 0x3FU);
-    }
-    return code >= least[ones] && isCharacter(code) ? size : 0;
+    std::int32_t size = 0;
+    UChar32 code = 0;
+    U8_NEXT(reinterpret_cast<const std::uint8_t*>(at), size, -1, code);
+    return code >= 0 && isCharacter(static_cast<std::uint32_t>(code))
+               ? static_cast<std::size_t>(size)
+               : 0;
 }
 
 struct Reference {
@@ -81,26 +73,6 @@ Reference reference(const char* at) {
     const bool isWhole = read.ec == std::errc() && read.ptr == end;
     return isWhole && isCharacter(code) ? Reference{static_cast<std::size_t>(end - at) + 1, code}
                                         : Reference{};
-}
-
-void appendUtf8(std::string& text, std::uint32_t code) {
-    const auto append = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
-    const auto appendRest = [&](unsigned shift) { append(0x80U | ((code >> shift) & 0x3FU)); };
-    if (code < 0x80) {
-        append(code);
-    } else if (code < 0x800) {
-        append(0xC0U | (code >> 6U));
-        appendRest(0);
-    } else if (code < 0x10000) {
-        append(0xE0U | (code >> 12U));
-        appendRest(6);
-        appendRest(0);
-    } else {
-        append(0xF0U | (code >> 18U));
-        appendRest(12);
-        appendRest(6);
-        appendRest(0);
-    }
 }
 
 /// Reads on from a place. Each step returns whether what it found is accepted.
@@ -300,19 +272,18 @@ std::optional<Markup> StrictParser::inContent(Names& names, const char* at, cons
 }
 
 const char* StrictParser::valueEnd(const char* at, char quote) {
-    for (;;) {
-        at = ByteScan::findSpecial(at, quote);
-        // Letters beyond ASCII come in a row.
-        do {
-            const bool isEnd = *at == quote || *at == '<';
-            const std::size_t size =
-                isEnd ? 0 : (*at == '&' ? reference(at).size : characterSize(at));
-            if (size == 0) {
-                return at;
-            }
-            at += size;
-        } while (static_cast<unsigned char>(*at) >= 0x80);
+    while (*at != quote && *at != '<') {
+        const std::size_t size = *at == '&' ? reference(at).size : characterSize(at);
+        if (size == 0) {
+            break;
+        }
+        at += size;
+        // References and letters beyond ASCII often come in a row, or last.
+        if (*at != '&' && *at != quote && static_cast<unsigned char>(*at) < 0x80) {
+            at = ByteScan::findSpecial(at, quote);
+        }
     }
+    return at;
 }
 
 std::string StrictParser::decoded(std::string_view value) {
@@ -321,7 +292,7 @@ std::string StrictParser::decoded(std::string_view value) {
     for (const char* at = text.c_str(); *at != '\0';) {
         if (*at == '&') {
             const Reference character = reference(at);
-            appendUtf8(result, character.code);
+            icu::UnicodeString(static_cast<UChar32>(character.code)).toUTF8String(result);
             at += character.size;
         } else if (isBlank(*at)) {
             at += at[0] == '\r' && at[1] == '\n' ? 2 : 1;

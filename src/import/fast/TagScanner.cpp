@@ -23,14 +23,15 @@ namespace ambulet {
 
 namespace {
 
-/// A miss costs about as much time as eight hits save, and a piece occurs about once in a tag. So
-/// two misses of a piece with fewer tags between them are in close succession. After a dozen, which
-/// is four for each of its predictions, the sizes of its values are assumed to vary.
-constexpr std::uint64_t closeSuccession = 8;
+/// A miss costs about as much time as a dozen hits save. If attributes come in any order, a piece
+/// may occur only once in about nine tags. So two misses of a piece with fewer tags between them
+/// are in close succession. After a dozen, which is four for each of its predictions, the sizes of
+/// its values are assumed to vary.
+constexpr std::uint64_t closeSuccession = 64;
 constexpr unsigned mostMisses = 12;
 
 /// Pieces without predictions get them again after this number of blocks, which is 16 MiB or more.
-/// Twelve misses of a hundred pieces take less than a hundredth of the time for that many bytes.
+/// Twelve misses of a hundred pieces take a thirtieth of the time for that many bytes.
 constexpr unsigned blocksBetweenRetries = 64;
 
 const char* endOf(std::string_view value) {
@@ -39,15 +40,17 @@ const char* endOf(std::string_view value) {
 
 }  // namespace
 
-void Prediction::learn(std::string_view value, Piece& piece) {
+[[gnu::noinline]] void Prediction::learn(std::string_view value, Piece& piece) {
     _next = &piece;
     _valueSize = value.size();
     _size = value.size() + piece.markup.size;
-    _blocks.clear();
     if (_size > mostBytes) {
+        _blockCount = 0;
         return;
     }
-    _blocks.resize((_size + ByteScan::width - 1) / ByteScan::width);
+    _blockCount = static_cast<unsigned>((_size + ByteScan::width - 1) / ByteScan::width);
+    _blocks = std::make_unique<Block[]>(_blockCount);
+    _blocks[_blockCount - 1].spans.fill(static_cast<char>(0xFF));
     bool isInReference = false;
     for (std::size_t index = 0; index < _size; ++index) {
         const bool isValue = index < value.size();
@@ -61,7 +64,6 @@ void Prediction::learn(std::string_view value, Piece& piece) {
         Block& block = _blocks[index / ByteScan::width];
         block.lowest[place] = mayDiffer ? lowestPlain : byte;
         block.spans[place] = mayDiffer ? highestPlain - lowestPlain : 0;
-        block.used |= ByteScan::Mask{1} << place;
     }
 }
 
@@ -112,7 +114,7 @@ TagScanner::ElementNames TagScanner::namesOf(const std::vector<NameTable::Id>& i
 const char* TagScanner::scan(const char* begin, const char* stop) {
     if (_cache.isFull()) {
         _cache.clear();
-        _uncached.successors = {};
+        _uncached.successor = nullptr;
     }
     if (++_scanCount % blocksBetweenRetries == 0) {
         _cache.retryPredictions();
@@ -131,8 +133,7 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
         _boundary += markup->tagOffset;
         _uncached.set(*markup);
         _element = markup->element;
-        _attributes = _uncached.attributeSet;
-        _attributeCount = 1;
+        ++_tagCount;
         if (!(this->*_readTags)(&_uncached, end, stop)) {
             break;
         }
@@ -147,36 +148,42 @@ template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
     for (;;) {
-        std::string_view& value = _values[piece->markup.attribute];
+        Value& value = _values[piece->markup.attribute];
+        if (value.tag == _tagCount) {
+            return false;  // two attributes have the same name
+        }
+        value.tag = _tagCount;
+        const char* end = nullptr;  // of the value
         Piece* next = nullptr;
         if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) {
-            value = {at, prediction->valueSize()};
             next = &prediction->next();
+            end = at + prediction->valueSize();
+            value.text = {at, end};
             at += prediction->size();
         } else {
-            next = readValue<Vectors>(*piece, at, stop, value);
+            const char quote = piece->markup.quote;
+            end = valueEnd<Vectors>(at, quote);
+            value.text = {at, end};
+            next = *end == quote ? pieceAfterValue<Vectors>(*piece, value.text, stop) : nullptr;
             if (next == nullptr) {
                 return false;
             }
-            at = endOf(value) + next->markup.size;
+            at = end + next->markup.size;
         }
         if (next->markup.endsTag) {
             if (at > stop) {
-                next = parse(endOf(value), stop);  // only what is before `stop`
+                next = parse(end, stop);  // only what is before `stop`
                 if (next == nullptr) {
                     return false;
                 }
-                at = endOf(value) + next->markup.size;
+                at = end + next->markup.size;
             }
-            if (!endTag(*next, endOf(value))) {
+            if (!endTag<Vectors>(*next, end)) {
                 return false;
             }
             if (_boundary >= stop || next->markup.end == Markup::End::content) {
                 return true;
             }
-        } else {
-            _attributes.add(next->attributeSet);
-            ++_attributeCount;
         }
         piece = next;
     }
@@ -194,29 +201,26 @@ TagScanner::readTagsWithAvx2(Piece* piece, const char* at, const char* stop) {
 }
 #endif
 
-/// Reads the value at `at`, after `piece`, to its end. Returns the piece that follows; null if the
-/// value or the piece is refused.
+/// The end of the value at `at`: its closing quote, or a byte that is refused.
+template <class Vectors>
+[[gnu::always_inline]] inline const char* TagScanner::valueEnd(const char* at, char quote) {
+    ByteScan::Mask special = Vectors::special(at, quote);
+    while (special == 0) {
+        at += ByteScan::width;
+        special = Vectors::special(at, quote);
+    }
+    at += std::countr_zero(special);
+    return *at == quote ? at : StrictParser::valueEnd(at, quote);
+}
+
+/// The piece at the end of a value that no prediction of `piece`, which is before it, matched. Null
+/// if it is refused.
 template <class Vectors>
 [[gnu::always_inline]] inline Piece*
-TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::string_view& value) {
-    const char quote = piece.markup.quote;
-    const char* end = at;
-    ByteScan::Mask special = Vectors::special(end, quote);
-    while (special == 0) {
-        end += ByteScan::width;
-        special = Vectors::special(end, quote);
-    }
-    end += std::countr_zero(special);
-    if (*end != quote) {
-        end = StrictParser::valueEnd(end, quote);
-        if (*end != quote) {
-            return nullptr;
-        }
-    }
-    value = {at, static_cast<std::size_t>(end - at)};
-
-    Piece* next = piece.successorAt<Vectors>(end);
-    if (next == nullptr) {
+TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* stop) {
+    const char* const end = endOf(value);
+    Piece* next = piece.successor;
+    if (next == nullptr || !next->isAt<Vectors>(end)) {
         next = _cache.find<Vectors>(_element, end);
         if (next == nullptr) {
             next = parse(end, stop);
@@ -224,7 +228,7 @@ TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::strin
                 return next;
             }
         }
-        piece.successors = {next, piece.successors[0]};
+        piece.successor = next;
     }
     if (piece.misses < mostMisses) {
         const bool isClose = _tagCount - std::exchange(piece.lastMiss, _tagCount) < closeSuccession;
@@ -255,10 +259,8 @@ TagScanner::readValue(Piece& piece, const char* at, const char* stop, std::strin
 
 /// Applies `piece`, at `at`, which ends the tag at the boundary and may begin the next one. False,
 /// with no effect, if that is not well-formed here.
-inline bool TagScanner::endTag(const Piece& piece, const char* at) {
-    if (_attributes.size() != _attributeCount) {
-        return false;  // two attributes have the same name
-    }
+template <class Vectors>
+[[gnu::always_inline]] inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     const Markup& markup = piece.markup;
     const auto tagSize = static_cast<std::uint64_t>(at - _boundary);
     const std::uint64_t longTagBytes = _longTagBytes + (tagSize > longTag ? tagSize : 0);
@@ -266,15 +268,13 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
         return false;
     }
     _longTagBytes = longTagBytes;
-    ++_tagCount;
-    if (_element == _recordElement) {
+    if (_element == _recordElement && mayBeStepRecord<Vectors>()) {
         addIfStepRecord();
     }
+    ++_tagCount;
     if (markup.beginsTag) {
         _boundary = at + markup.tagOffset;
         _element = markup.element;
-        _attributes = piece.attributeSet;
-        _attributeCount = 1;
     } else {
         _boundary = at + markup.size;
     }
@@ -311,13 +311,31 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     return true;
 }
 
+/// Whether the record's type is that of step records, as far as the first 32 bytes tell, or has a
+/// reference.
+template <class Vectors>
+[[gnu::always_inline]] inline bool TagScanner::mayBeStepRecord() const {
+    constexpr std::string_view type = StepRecord::type;
+    static_assert(type.size() > ByteScan::width);
+    const Value& value = _values[_typeAttribute];
+    if (value.tag != _tagCount) {
+        return false;
+    }
+    const ByteScan::Mask differing = Vectors::differing(value.text.data(), type.data());
+    return differing == 0 || value.text.data()[std::countr_zero(differing)] == '&';
+}
+
 [[gnu::noinline]] void TagScanner::addIfStepRecord() {
-    if (!_attributes.has(_typeAttribute) || !isStepType(_values[_typeAttribute]) ||
-        !_attributes.has(_startDateAttribute) || !_attributes.has(_valueAttribute)) {
+    const auto has = [this](NameTable::Id attribute) {
+        return _values[attribute].tag == _tagCount;
+    };
+    const std::string_view type = _values[_typeAttribute].text;
+    if ((type != StepRecord::type && StrictParser::decoded(type) != StepRecord::type) ||
+        !has(_startDateAttribute) || !has(_valueAttribute)) {
         return;
     }
-    const std::string_view startDate = _values[_startDateAttribute];
-    const std::string_view value = _values[_valueAttribute];
+    const std::string_view startDate = _values[_startDateAttribute].text;
+    const std::string_view value = _values[_valueAttribute].text;
     // Whether the text is printable ASCII without references.
     const auto isPlain = [](std::string_view text) {
         return ByteScan::findSpecial(text.data(), '&') >= endOf(text);
@@ -327,16 +345,6 @@ inline bool TagScanner::endTag(const Piece& piece, const char* at) {
     } else {
         _sums.add(StrictParser::decoded(startDate), StrictParser::decoded(value));
     }
-}
-
-bool TagScanner::isStepType(std::string_view value) {
-    constexpr std::string_view type = StepRecord::type;
-    static_assert(type.size() > ByteScan::width);
-    const ByteScan::Mask differing = ByteScan::Baseline::differing(value.data(), type.data());
-    const auto same = static_cast<std::size_t>(std::countr_zero(differing));
-    // If the value is the type written with references, the first difference is a reference.
-    return (same == ByteScan::width || value.data()[same] == '&') &&
-           (value == type || StrictParser::decoded(value) == type);
 }
 
 }  // namespace ambulet

@@ -68,12 +68,16 @@ class TagScanner {
     bool readTagsWithAvx2(Piece* piece, const char* at, const char* stop);
 
     template <class Vectors>
-    Piece* readValue(Piece& piece, const char* at, const char* stop, std::string_view& value);
+    static const char* valueEnd(const char* at, char quote);
+    template <class Vectors>
+    Piece* pieceAfterValue(Piece& piece, std::string_view value, const char* stop);
     Piece* parse(const char* at, const char* stop);
+    template <class Vectors>
     bool endTag(const Piece& piece, const char* at);
     bool changeDepth(const Markup& markup);
+    template <class Vectors>
+    bool mayBeStepRecord() const;
     void addIfStepRecord();
-    static bool isStepType(std::string_view value);
     ElementNames namesOf(const std::vector<NameTable::Id>& ids) const;
 
     StepSums _sums;
@@ -99,9 +103,11 @@ class TagScanner {
 
     // The tag that begins at the boundary.
     NameTable::Id _element = 0;
-    unsigned _attributeCount = 0;
-    NameSet _attributes;                        // their names
-    std::array<std::string_view, 256> _values;  // by name; valid only for those in the set
+    struct Value {
+        std::string_view text;
+        std::uint64_t tag = 0;  // the number of the tag to which it belongs
+    };
+    std::array<Value, 256> _values;  // by name
 };
 
 }  // namespace ambulet

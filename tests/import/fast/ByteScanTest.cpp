@@ -31,6 +31,19 @@ void expectSpecialBytes() {
 }
 
 template <class Vectors>
+void expectQuotes() {
+    for (int value = 0; value < 256; ++value) {
+        const char byte = static_cast<char>(value);
+        for (std::size_t place = 0; place < width; ++place) {
+            std::string text(width, 'a');
+            text[place] = byte;
+            const bool isQuote = byte == '"' || byte == '\'';
+            EXPECT_EQ(Vectors::quotes(text.data()), isQuote ? Mask{1} << place : 0);
+        }
+    }
+}
+
+template <class Vectors>
 void expectDifferingBytes() {
     const std::string one(width, 'a');
     EXPECT_EQ(Vectors::differing(one.data(), std::string(one).data()), 0U);
@@ -71,6 +84,10 @@ TEST(ByteScan, quotesAmpersandsLessThansNonASCIIAndBytesBelow32AreSpecial) {
     expectSpecialBytes<Baseline>();
 }
 
+TEST(ByteScan, masksMarkQuotesOfBothKinds) {
+    expectQuotes<Baseline>();
+}
+
 TEST(ByteScan, masksMarkBytesOutsideARangeWithAGap) {
     expectBytesOutside<Baseline>();
 }
@@ -83,6 +100,7 @@ TEST(ByteScan, masksMarkDifferingBytes) {
 TEST(ByteScan, avx2ComputesTheSameMasks) {
     if (__builtin_cpu_supports("avx2")) {
         expectSpecialBytes<Avx2>();
+        expectQuotes<Avx2>();
         expectBytesOutside<Avx2>();
         expectDifferingBytes<Avx2>();
     }

@@ -34,21 +34,6 @@ TEST(NameTable, refusesNamesThatAreTooLong) {
     EXPECT_EQ(table.id(std::string(NameTable::longestName, 'a')), 0);
 }
 
-TEST(NameSet, countsEachNameOnce) {
-    for (const int number : {0, 1, 63, 64, 65, 127}) {
-        const auto id = static_cast<NameTable::Id>(number);
-        NameSet names;
-        EXPECT_EQ(names.size(), 0U);
-        EXPECT_FALSE(names.has(id));
-        for (const NameTable::Id each : {id, NameTable::Id{2}, id, NameTable::Id{2}}) {
-            names.add(NameSet(each));
-            EXPECT_TRUE(names.has(each));
-        }
-        EXPECT_EQ(names.size(), 2U);
-        EXPECT_FALSE(names.has(static_cast<NameTable::Id>((number + 64) % 128)));
-    }
-}
-
 }  // namespace
 
 }  // namespace ambulet
