@@ -1,7 +1,7 @@
 // fuzz_bookmarks: damaged bookmarks from the settings must resolve to their file, to another file
-// at its path, or to nothing. The input is the length of a file name, the name, the version of a
-// bookmark, and the rest of the bookmark. The bookmark's path is that name in a temporary folder,
-// so that only temporary folders are searched.
+// at its path, or to nothing. The input is the length of a file name, the
+// name, a byte for the version of a bookmark and two options, and the rest of the bookmark. The
+// bookmark's path is that name in a temporary folder, so that only temporary folders are searched.
 
 #include "Rule.h"
 #include "platform/FileBookmark.h"
@@ -23,6 +23,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
+// The size of the identity in a record of this version.
+qsizetype identitySize(quint8 version) {
+    return version == 1 ? 29 : 37;
+}
+
 class Files {
   public:
     Files() {
@@ -35,6 +40,11 @@ class Files {
 
     /// Its parent folder is searched, so it is a temporary folder, too.
     fs::path inner() const { return _folder.path() / "inner"; }
+
+    QByteArray identityOfMoved() const {
+        const auto bookmark = FileBookmark::make(FileURL(inner() / "a" / "b" / "moved.xml"));
+        return bookmark->last(identitySize(2));
+    }
 
     bool contains(const fs::path& path) const {
         return path.lexically_normal().string().starts_with(_folder.path().string() + '/');
@@ -57,11 +67,42 @@ void checkUnpacked(const QByteArray& data) {
     }
 }
 
-QByteArray record(const fs::path& path, quint8 version, QByteArrayView rest) {
+// Without this option, the identity gets the size that the version demands. Otherwise hardly any
+// input would be a bookmark.
+constexpr int anySize = 4;
+
+// With this option, the bytes are the difference from the identity of the file "moved.xml", which
+// no input can contain, because it is another one in each run.
+constexpr int nearMoved = 8;
+
+QByteArray identityFrom(const Files& files, QByteArray bytes, quint8 version, int options) {
+    if ((options & anySize) == 0) {
+        bytes = bytes.leftJustified(identitySize(version), '\0', true);
+    }
+    if ((options & nearMoved) != 0) {
+        const QByteArray moved = files.identityOfMoved();
+        for (qsizetype i = 0; i < std::min(bytes.size(), moved.size()); ++i) {
+            bytes[i] = static_cast<char>(bytes[i] ^ moved[i]);
+        }
+    }
+    return bytes;
+}
+
+// A search ends after two seconds, so it may fail when the machine is busy.
+bool isFoundLater(const QByteArray& bookmark) {
+    for (int tries = 0; tries < 10; ++tries) {
+        if (FileBookmark::resolve(bookmark)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QByteArray record(const fs::path& path, quint8 version, const QByteArray& identity) {
     QByteArray data;
     QDataStream stream(&data, QIODevice::WriteOnly);
     stream << quint32{0x416d6246} << version << QByteArray::fromStdString(path.string());
-    return data + rest.toByteArray();
+    return data + identity;
 }
 
 }  // namespace
@@ -79,13 +120,18 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (!files.contains(path) || !files.contains(path.parent_path())) {
         return 0;
     }
-    const QByteArray bookmark = record(path, version, bytes.sliced(length + 2));
+    const QByteArray rest = bytes.sliced(length + 2);
+    const QByteArray identity = identityFrom(files, rest, version, bytes[length + 1]);
+    const QByteArray bookmark = record(path, version, identity);
     checkUnpacked(bookmark);
     const auto resolved = FileBookmark::resolve(bookmark);
     if (!resolved) {
         std::error_code error;
         require(!FileBookmark::isBookmark(bookmark) || !fs::is_regular_file(path, error),
                 "a file at the path is found");
+        require(bookmark != record(path, 2, files.identityOfMoved()) ||
+                    path.filename() != "moved.xml" || isFoundLater(bookmark),
+                "a file that was moved is found");
         return 0;
     }
     const fs::path found = resolved->file.path;

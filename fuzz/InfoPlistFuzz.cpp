@@ -25,17 +25,16 @@ Bundle bundleOf(std::string_view bytes) {
     return {QString::fromStdString(file), QString::fromStdString(folder.path())};
 }
 
-// Reads any file.
+// Reads any file. Each question reads it again, so there are few.
 void checkFile(std::string_view bytes) {
     static const QString processName = bundleOf("").displayName();
     const Bundle bundle = bundleOf(bytes);
-    const auto identifier = bundle.identifier();
-    require(bundle.identifier() == identifier, "it has the same identifier again");
+    const bool readable = bundle.identifier().has_value();
     require(bundle.displayName() ==
                 bundle.information(u"CFBundleDisplayName"_s).value_or(processName),
             "without a display name, the name is that of the process");
     const std::size_t end = bytes.rfind("</plist");
-    if (identifier && end != bytes.npos) {
+    if (readable && end != bytes.npos) {
         require(!bundleOf(bytes.substr(0, end)).identifier(), "a truncated file has no entries");
     }
 }
@@ -67,7 +66,9 @@ void checkTexts(const QByteArray& bytes) {
     }
     writer.writeEndDocument();
     const Bundle bundle = bundleOf({list.constData(), std::size_t(list.size())});
-    for (auto entry = texts.cbegin(); entry != texts.cend(); ++entry) {
+    constexpr int mostRead = 3;
+    int read = 0;
+    for (auto entry = texts.cbegin(); entry != texts.cend() && read < mostRead; ++entry, ++read) {
         require(bundle.information(entry.key()) == entry.value(), "each text is read");
     }
     require(texts.contains(u"missing"_s) || !bundle.information(u"missing"_s),
