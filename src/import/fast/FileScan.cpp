@@ -193,13 +193,13 @@ class WholeScan {
         for (std::thread& thread : others) {
             thread.join();
         }
-        if (_thrown) {
-            std::rethrow_exception(_thrown);
+        if (_thrown && _isMerging) {
+            std::rethrow_exception(_thrown);  // a chunk may be merged in part
         }
-        return _misfits < mostMisfits;
+        return !_thrown && _misfits < mostMisfits;
     }
 
-    /// What each thread does.
+    /// What each thread does. If it runs out of memory, all end, and the rest is scanned in order.
     void work() noexcept {
         try {
             ChunkScan chunks(_file, _options);

@@ -33,7 +33,8 @@ struct FileScan {
 
     /// Scans `file`, starting at `start`, and returns the boundary at which it stopped. Adds
     /// exactly the step records before that boundary to `sums`. A read error counts as the end of
-    /// the file. Throws the exceptions of the threads.
+    /// the file. If a thread runs out of memory, the calling one reads the rest. Throws
+    /// std::bad_alloc if it runs out of memory, too.
     ScanPlace scan(const InputFile& file, ScanPlace start, StepSums& sums) const;
 };
 

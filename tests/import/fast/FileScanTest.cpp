@@ -2,10 +2,12 @@
 
 #include "import/Reading.h"
 #include "import/xml/InputFile.h"
+#include "support/LittleMemory.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -55,6 +57,39 @@ TEST(FileScan, theRecordsOfAllChunksAreAdded) {
     EXPECT_EQ(result.days, onNinth(200));
     EXPECT_EQ(result.read, steps(200).size());
     EXPECT_EQ(result.open, nothingElse);
+}
+
+TEST(FileScan, ifAThreadHasNoMemoryTheCallingOneReadsTheRest) {
+    const LittleMemory none(0);
+    const Result result = readInChunks(steps(200));
+    EXPECT_EQ(result.days, onNinth(200));
+    EXPECT_EQ(result.read, steps(200).size());
+    EXPECT_TRUE(none.hasFailed());
+}
+
+TEST(FileScan, ifAThreadRunsOutOfMemoryTheResultIsRightOrAnError) {
+    std::string content;  // a record on each of 240 days, so that merging allocates memory, too
+    for (int month = 10; month <= 12; ++month) {
+        for (int day = 0; day < 80; ++day) {
+            const int year = 2000 + day / 20;
+            content += step(std::to_string(year) + '-' + std::to_string(month) + '-' +
+                                std::to_string(10 + day % 20) + " 12:00:00 +0000",
+                            "1");
+        }
+    }
+    const Days expected = readInChunks(content).days;
+    ASSERT_EQ(expected.size(), 240U);
+    int right = 0;
+    for (int allocations = 0; allocations < 400; ++allocations) {
+        const LittleMemory little(allocations);
+        try {
+            EXPECT_EQ(readInChunks(content).days, expected);
+            ++right;
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(little.hasFailed());
+        }
+    }
+    EXPECT_GT(right, 0);
 }
 
 TEST(FileScan, theScanEndsBeforeTheRootsEndTag) {
