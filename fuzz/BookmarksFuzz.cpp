@@ -126,17 +126,19 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     checkUnpacked(bookmark);
     const auto resolved = FileBookmark::resolve(bookmark);
     if (!resolved) {
-        std::error_code error;
-        require(!FileBookmark::isBookmark(bookmark) || !fs::is_regular_file(path, error),
-                "a file at the path is found");
-        require(bookmark != record(path, 2, files.identityOfMoved()) ||
-                    path.filename() != "moved.xml" || isFoundLater(bookmark),
-                "a file that was moved is found");
+        if (FileBookmark::isBookmark(bookmark)) {
+            std::error_code error;
+            require(!fs::is_regular_file(path, error), "a file at the path is found");
+            require(path.filename() != "moved.xml" || identity != files.identityOfMoved() ||
+                        isFoundLater(bookmark),
+                    "a file that was moved is found");
+        }
         return 0;
     }
     const fs::path found = resolved->file.path;
     require(files.contains(found) && fs::is_regular_file(found),
             "the result is a file in the folder");
+    require(found.native().find('\0') == std::string::npos, "no path contains a NUL");
     require(resolved->stale || found == path, "a result that is not stale is at its path");
     const auto fresh = FileBookmark::make(resolved->file);
     require(fresh.has_value(), "a bookmark can be made of the result");

@@ -58,7 +58,8 @@ std::optional<Record> read(const QByteArray& data) {
     if (version > 1) {
         stream >> size;
     }
-    if (stream.status() != QDataStream::Ok || !stream.atEnd() || !path.startsWith('/')) {
+    if (stream.status() != QDataStream::Ok || !stream.atEnd() || !path.startsWith('/') ||
+        path.contains('\0')) {  // the system would take the part before it as the path
         return std::nullopt;
     }
     Record record{path.toStdString(), {device, inode}};

@@ -333,6 +333,18 @@ TEST_F(FileBookmarkTest, dataThatIsNotABookmarkResolvesToNothing) {
     }
 }
 
+TEST_F(FileBookmarkTest, aPathWithANULMakesNoBookmark) {
+    const QByteArray path = QFile::encodeName(_path);
+    for (const qsizetype at : {path.size(), path.lastIndexOf('/') + 1}) {
+        const QByteArray withNUL = QByteArray(path).insert(at, '\0');
+        QByteArray damaged = _bookmark;
+        damaged.replace(path, withNUL);
+        damaged[damaged.indexOf(withNUL) - 1] = static_cast<char>(withNUL.size());
+        EXPECT_FALSE(FileBookmark::isBookmark(damaged));
+        EXPECT_FALSE(FileBookmark::resolve(damaged));
+    }
+}
+
 TEST_F(FileBookmarkTest, aDamagedBookmarkResolvesToTheFileOrToNothing) {
     std::mt19937 random(1);  // the same damage in every run
     for (qsizetype at = 0; at < _bookmark.size(); ++at) {
