@@ -123,7 +123,7 @@ std::optional<std::uint64_t> skipToRootName(Units& units) {
 }
 
 std::u16string rootName(Units& units) {
-    constexpr std::size_t longest = 1000;
+    constexpr std::size_t longest = 1000;  // a longer one is not recognised in the root's tag
     constexpr std::u16string_view notInNames = u"[]<>'\"";
     std::u16string name;
     for (int unit = units.peek();

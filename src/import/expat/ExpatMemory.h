@@ -19,7 +19,8 @@ class ExpatMemory {
 
     static const XML_Memory_Handling_Suite* functions();
 
-    /// The approximate overhead of the system for a block, in bytes.
+    /// The most that a block takes besides its own bytes: 16 for the header before it, 8 for that
+    /// of malloc, and 16 for rounding.
     static constexpr std::size_t blockOverhead = 40;
 
     /// While this object exists, blocks that the thread allocates are not counted.

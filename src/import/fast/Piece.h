@@ -90,16 +90,16 @@ class Prediction {
     void learn(std::string_view value, Piece& piece);
 
     /// Predicts nothing.
-    void clear() { _blockCount = 0; }
-    bool isEmpty() const { return _blockCount == 0; }
+    void clear() { _rangeCount = 0; }
+    bool isEmpty() const { return _rangeCount == 0; }
 
     /// Whether the bytes at `at` are the learnt ones, or differ from them only in plain characters
     /// of the value. Then they are well-formed, too. It must not be empty.
     template <class Vectors>
     bool holds(const char* at) const {
-        const Block* block = _blocks.get();
-        for (unsigned left = _blockCount; left != 0; --left, ++block, at += ByteScan::width) {
-            if (Vectors::outside(at, block->lowest.data(), block->spans.data(),
+        const Ranges* ranges = _ranges.get();
+        for (unsigned left = _rangeCount; left != 0; --left, ++ranges, at += ByteScan::width) {
+            if (Vectors::outside(at, ranges->lowest.data(), ranges->spans.data(),
                                  '<' - lowestPlain) != 0) {
                 return false;
             }
@@ -115,8 +115,8 @@ class Prediction {
 
   private:
     /// The bytes that are accepted in 32 positions of value and piece: from `lowest` to `lowest`
-    /// plus `spans`. Beyond the end of the piece, all bytes are.
-    struct alignas(2 * ByteScan::width) Block {
+    /// plus `spans`. Beyond the end of the piece, all are that XML allows.
+    struct alignas(2 * ByteScan::width) Ranges {
         std::array<char, ByteScan::width> lowest;
         std::array<char, ByteScan::width> spans;
     };
@@ -125,8 +125,8 @@ class Prediction {
     static constexpr char lowestPlain = '(';
     static constexpr char highestPlain = '~';
 
-    std::unique_ptr<Block[]> _blocks;
-    unsigned _blockCount = 0;
+    std::unique_ptr<Ranges[]> _ranges;
+    unsigned _rangeCount = 0;
     std::size_t _valueSize = 0;
     std::size_t _size = 0;
     Piece* _next = nullptr;

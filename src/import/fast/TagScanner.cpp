@@ -45,12 +45,12 @@ const char* endOf(std::string_view value) {
     _valueSize = value.size();
     _size = value.size() + piece.markup.size;
     if (_size > mostBytes) {
-        _blockCount = 0;
+        _rangeCount = 0;
         return;
     }
-    _blockCount = static_cast<unsigned>((_size + ByteScan::width - 1) / ByteScan::width);
-    _blocks = std::make_unique<Block[]>(_blockCount);
-    _blocks[_blockCount - 1].spans.fill(static_cast<char>(0xFF));
+    _rangeCount = static_cast<unsigned>((_size + ByteScan::width - 1) / ByteScan::width);
+    _ranges = std::make_unique<Ranges[]>(_rangeCount);
+    _ranges[_rangeCount - 1].spans.fill(static_cast<char>(0xFF));
     bool isInReference = false;
     for (std::size_t index = 0; index < _size; ++index) {
         const bool isValue = index < value.size();
@@ -61,9 +61,9 @@ const char* endOf(std::string_view value) {
         isInReference = isInReference && byte != ';';
 
         const std::size_t place = index % ByteScan::width;
-        Block& block = _blocks[index / ByteScan::width];
-        block.lowest[place] = mayDiffer ? lowestPlain : byte;
-        block.spans[place] = mayDiffer ? highestPlain - lowestPlain : 0;
+        Ranges& ranges = _ranges[index / ByteScan::width];
+        ranges.lowest[place] = mayDiffer ? lowestPlain : byte;
+        ranges.spans[place] = mayDiffer ? highestPlain - lowestPlain : 0;
     }
 }
 
