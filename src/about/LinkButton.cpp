@@ -1,10 +1,10 @@
 #include "about/LinkButton.h"
 
+#include "widgets/FocusOutline.h"
 #include "widgets/Label.h"
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
 
 namespace ambulet {
 
@@ -33,11 +33,8 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/) {
     QRect around;
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text(), &around);
     if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.rect = around.adjusted(-focusMargin, 0, focusMargin, 0) & rect();
-        option.backgroundColor = palette().color(QPalette::Window);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+        drawFocusOutline(painter, around.adjusted(-focusMargin, 0, focusMargin, 0) & rect(),
+                         palette(), {palette().color(QPalette::Window)});
     }
 }
 

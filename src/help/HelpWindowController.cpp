@@ -4,11 +4,11 @@
 #include "platform/Bundle.h"
 #include "widgets/AutoresizingLayout.h"
 #include "widgets/AuxiliaryWindow.h"
+#include "widgets/Button.h"
 #include "widgets/ImageView.h"
 #include "widgets/Label.h"
 
 #include <QCoreApplication>
-#include <QPushButton>
 #include <QThread>
 
 namespace ambulet {
@@ -20,8 +20,8 @@ namespace {
 constexpr QSize contentSize(720, 740);
 constexpr QSize minimumFrameSize(400, 400);
 
-std::unique_ptr<QPushButton> makeButton(const QString& title) {
-    auto button = std::make_unique<QPushButton>(title);
+std::unique_ptr<Button> makeButton(const QString& title) {
+    auto button = std::make_unique<Button>(title);
     button->setFont(systemFont(13));
     button->setAutoDefault(true);  // Return presses it, too
     return button;
@@ -79,8 +79,8 @@ void HelpWindowController::buildUI() {
     _pageIndicator->setAlignment(Qt::AlignCenter);
     _captionField->setWordWrap(true);
     _captionField->setAlignment(Qt::AlignLeading | Qt::AlignTop);
-    connect(_prevButton, &QPushButton::clicked, this, &HelpWindowController::prevPage);
-    connect(_nextButton, &QPushButton::clicked, this, &HelpWindowController::nextPage);
+    connect(_prevButton, &Button::clicked, this, &HelpWindowController::prevPage);
+    connect(_nextButton, &Button::clicked, this, &HelpWindowController::nextPage);
     _nextButton->setFocus();
 }
 

@@ -4,12 +4,11 @@
 
 #include <optional>
 
-class QPushButton;
-
 namespace ambulet {
 
 class AuxiliaryWindow;
 class Bundle;
+class Button;
 class ImageView;
 class Label;
 
@@ -60,8 +59,8 @@ class HelpWindowController final : public WindowController {
     ImageView* _imageView = nullptr;
     Label* _captionField = nullptr;
     Label* _pageIndicator = nullptr;
-    QPushButton* _prevButton = nullptr;
-    QPushButton* _nextButton = nullptr;
+    Button* _prevButton = nullptr;
+    Button* _nextButton = nullptr;
 };
 
 }  // namespace ambulet

@@ -110,7 +110,7 @@ void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
     if (hasFocus()) {
         QRect marked = rect();
         marked.setWidth(qMin(marked.width(), sizeHint().width()));  // only around the text
-        drawFocusOutline(painter, marked, palette(), palette().color(QPalette::Window));
+        drawFocusOutline(painter, marked, palette(), {palette().color(QPalette::Window)});
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "widgets/InPlaceField.h"
 
+#include "widgets/FocusOutline.h"
 #include "widgets/ReadableSelection.h"
 
 #include <QKeyEvent>
@@ -45,6 +46,11 @@ void InPlaceField::focusOutEvent(QFocusEvent* event) {
     if (!isHidden() && !comesBack) {
         Q_EMIT didEndEditing();
     }
+}
+
+void InPlaceField::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    drawFocusOutlineOfField(*this);
 }
 
 }  // namespace ambulet

@@ -44,10 +44,7 @@ void PathField::paintEvent(QPaintEvent* event) {
     } else {
         QLineEdit::paintEvent(event);
     }
-    if (hasFocus()) {
-        QPainter painter(this);
-        drawFocusOutline(painter, rect(), palette(), palette().color(QPalette::Base));
-    }
+    drawFocusOutlineOfField(*this);
 }
 
 void PathField::paintLine(const QStyleOptionFrame& option, const QRect& space, const QString& line,

@@ -41,16 +41,16 @@ void TableView::paintFocus(QPainter& painter) const {
     if (!_focusVisible || !hasFocus()) {
         return;
     }
-    QRect marked = viewport()->rect();
-    QColor ground = palette().color(QPalette::Base);
-    if (currentIndex().isValid()) {
-        marked.setTop(rowViewportPosition(currentIndex().row()));
-        marked.setHeight(rowHeight(currentIndex().row()));
-        if (isRowSelected(currentIndex().row())) {
-            ground = palette().color(QPalette::Highlight);
-        }
+    const QModelIndex current = currentIndex();
+    if (!current.isValid()) {
+        drawFocusOutline(painter, viewport()->rect(), palette(),
+                         {palette().color(QPalette::Base), groupRowColor(palette())});
+        return;
     }
-    drawFocusOutline(painter, marked, palette(), ground);
+    const QRect row(0, rowViewportPosition(current.row()), viewport()->width(),
+                    rowHeight(current.row()));
+    const auto ground = isRowSelected(current.row()) ? QPalette::Highlight : QPalette::Base;
+    drawFocusOutline(painter, row, palette(), {palette().color(ground)});
 }
 
 // The group row of the topmost row, if it is scrolled out of view; otherwise -1.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QPushButton>
+
+namespace ambulet {
+
+/// A push button whose keyboard focus is marked by an outline with enough contrast. Fusion marks it
+/// by a fill and a frame that differ too little from those of a button without the focus.
+class Button : public QPushButton {
+    Q_OBJECT
+
+  public:
+    using QPushButton::QPushButton;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace ambulet
