@@ -58,7 +58,8 @@ void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
     }
 }
 
-// The last column takes the rest of the width. At its minimum, the table scrolls horizontally.
+// The last column takes the rest of the width. If that is less than its texts need, the table
+// scrolls horizontally.
 void TableView::fitLastColumn() {
     const int last = _model->columnCount() - 1;
     if (last < 0) {
@@ -68,7 +69,8 @@ void TableView::fitLastColumn() {
     for (int column = 0; column < last; ++column) {
         others += columnWidth(column);
     }
-    const int minimum = _model->columns()[static_cast<std::size_t>(last)].minimumWidth;
+    const int minimum =
+        std::max(_model->columns()[static_cast<std::size_t>(last)].minimumWidth, _lastTextsWidth);
     const int left = viewport()->width() - others;
     // Not left to Qt: when the vertical scroll bar appears, the columns are too wide for a moment.
     setHorizontalScrollBarPolicy(left < minimum ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
@@ -85,6 +87,10 @@ void TableView::fitColumnsToTexts() {
             own = std::max(asked, widthOfTexts(column));
             setColumnWidth(column, own);
         }
+    }
+    if (!_ownWidths.empty()) {
+        _lastTextsWidth = widthOfTexts(static_cast<int>(_ownWidths.size()) - 1);
+        fitLastColumn();
     }
 }
 

@@ -65,6 +65,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     auto* const header = new TableHeader(RowDelegate::padding, this);
     header->setHighlightSections(false);
+    header->setMinimumSectionSize(0);  // Qt's depends on the font; each column has its own
     header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     setHorizontalHeader(header);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TableView::columnDidResize);
@@ -274,7 +275,7 @@ void TableView::mousePressEvent(QMouseEvent* event) {
 }
 
 void TableView::mouseMoveEvent(QMouseEvent* event) {
-    if (!_pressedGroupRow || event->buttons() == Qt::NoButton) {
+    if (!_pressedGroupRow) {
         QTableView::mouseMoveEvent(event);
     }
 }

@@ -102,6 +102,7 @@ class TableView : public QTableView {
     // The widths that the table itself gave to the columns. If a column has another width, the user
     // set it.
     std::vector<int> _ownWidths;
+    int _lastTextsWidth = 0;  // what the texts of the last column need
     bool _focusVisible = false;
     bool _pressedGroupRow = false;
 };
