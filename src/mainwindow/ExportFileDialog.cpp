@@ -85,9 +85,8 @@ QList<QUrl> usualFolders() {
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
                              QStandardPaths::DesktopLocation, QStandardPaths::HomeLocation}) {
         const QString folder = QStandardPaths::writableLocation(place);
-        const QUrl url = QUrl::fromLocalFile(folder);
-        if (!urls.contains(url) && isFolderThatAnswers(folder)) {
-            urls.append(url);
+        if (isFolderThatAnswers(folder)) {
+            urls.append(QUrl::fromLocalFile(folder));  // the dialog leaves out duplicates
         }
     }
     return urls;

@@ -7,15 +7,31 @@
 #include "text/TwoDecimals.h"
 
 #include <QApplication>
+#include <QStyleOptionFrame>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ambulet {
 
 namespace {
 
-constexpr int editorWidth = 60;
+constexpr int leastEditorWidth = 60;
 constexpr int editorRise = 3;  // how far its top is above the label's
+
+// Wide enough for a stride with four decimals.
+int widthOfEditor(const QLineEdit& editor) {
+    constexpr int textMargin = 2;  // of QLineEdit, at each side of its text
+    constexpr int cursor = 1;
+    const QFontMetrics metrics(editor.font());
+    const int text = metrics.horizontalAdvance(QStringLiteral("0.0000")) + cursor;
+    QStyleOptionFrame option;
+    option.initFrom(&editor);
+    option.lineWidth = editor.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &editor);
+    const QSize size = editor.style()->sizeFromContents(
+        QStyle::CT_LineEdit, &option, QSize(text + 2 * textMargin, metrics.height()), &editor);
+    return std::max(leastEditorWidth, size.width());
+}
 
 }  // namespace
 
@@ -73,7 +89,7 @@ void MainWindowController::placeStrideEditor() {
         _milesLabel->setDrawnLength(_milesPrefix.size());
     }
     frame.moveTop(frame.top() - editorRise);
-    frame.setWidth(editorWidth);
+    frame.setWidth(widthOfEditor(*_strideEditor));
     _strideEditor->setGeometry(frame);
 }
 

@@ -97,12 +97,25 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
         }
     } else if (watched == window() && type == QEvent::Close) {
         commitStrideEdit();
-    } else if ((type == QEvent::Move || type == QEvent::Resize || type == QEvent::FontChange ||
-                type == QEvent::StyleChange) &&
-               watched == _milesLabel) {  // last: QPointer may only cast a label that is whole
+    } else if (changesPlaceOfEditor(type, watched)) {
         placeStrideEditor();
     }
     return WindowController::eventFilter(watched, event);
+}
+
+// The type is compared first: QPointer may only cast a view that is whole.
+bool MainWindowController::changesPlaceOfEditor(QEvent::Type type, const QObject* watched) const {
+    switch (type) {
+    case QEvent::Move:
+    case QEvent::Resize:
+        return watched == _milesLabel;
+    case QEvent::FontChange:
+        return watched == _milesLabel || watched == _strideEditor;
+    case QEvent::StyleChange:
+        return watched == _strideEditor;
+    default:
+        return false;
+    }
 }
 
 // `position`: in the window's coordinates.

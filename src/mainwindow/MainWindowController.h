@@ -12,6 +12,7 @@
 #include "widgets/WindowController.h"
 
 #include <QAbstractScrollArea>
+#include <QEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -183,6 +184,7 @@ class MainWindowController final : public WindowController, public TableViewData
     void makeStrideEditor();
     void setMiles(const QString& prefix, const QString& rest);
     void placeStrideEditor();
+    bool changesPlaceOfEditor(QEvent::Type type, const QObject* watched) const;
     void closeStrideEditor();
     void mouseDown(QPoint position);
     double strideFeet() const;

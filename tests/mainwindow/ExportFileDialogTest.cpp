@@ -162,6 +162,20 @@ TEST_F(ExportFileDialogTest, doesNotListUsualFoldersThatAreMissing) {
     });
 }
 
+TEST_F(ExportFileDialogTest, listsAFolderOnceIfItServesTwoPurposes) {
+    const ScopedVariable home("HOME", folder.path().toStdString());
+    const ScopedVariable configuration("XDG_CONFIG_HOME", folder.path().toStdString());
+    writeFile("user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/Files\"\n"
+                                "XDG_DOCUMENTS_DIR=\"$HOME/Files\"\n"
+                                "XDG_DESKTOP_DIR=\"$HOME/\"\n");
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Files")));
+    makeController().showWindow();
+    choose({}, [this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.sidebarUrls(), QList<QUrl>({QUrl::fromLocalFile(path("Files")),
+                                                     QUrl::fromLocalFile(folder.path())}));
+    });
+}
+
 // Qt does not list such a file, so the test types its name, as other programs show it.
 TEST_F(ExportFileDialogTest, canChooseAFileWhoseNameIsNotUtf8) {
     const QString plain = writeExport("plain.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyleFactory>
 #include <QTimer>
 
 #include <cmath>
@@ -97,7 +98,7 @@ TEST_F(StrideEditorTest, theEditorFollowsTheLabelAndKeepsTheTypedText) {
         const double width =
             QFontMetricsF(label.font()).horizontalAdvance(QString::fromUtf8(prefix));
         EXPECT_EQ(editor().geometry(), QRect(label.x() + static_cast<int>(std::ceil(width)),
-                                             label.y() - 3, 60, label.height()))
+                                             label.y() - 3, editor().width(), label.height()))
             << what;
         EXPECT_EQ(editor().text(), QStringLiteral("9")) << what;
     };
@@ -117,7 +118,49 @@ TEST_F(StrideEditorTest, theEditorFollowsTheLabelAndKeepsTheTypedText) {
     font.setBold(true);
     controller->milesLabel()->setFont(font);
     expectOverTheStride("Miles: 100.00 @ ", "a font of the label alone");
+    QLabel& label = *controller->milesLabel();
+    label.resize(label.width(), label.height() + 5);
+    expectOverTheStride("Miles: 100.00 @ ", "a higher label");
     EXPECT_TRUE(open());
+}
+
+TEST_F(StrideEditorTest, growsWithItsFontSoThatFourDecimalsFit) {
+    const auto expectWholeTextVisible = [this](int pixels) {
+        QFont font = controller->window()->font();
+        font.setPixelSize(pixels);
+        controller->window()->setFont(font);
+        openAndType("0.7512");
+        QTest::keyClick(&editor(), Qt::Key_End);
+        // If the field has scrolled, the position of its first character is not the first one.
+        EXPECT_EQ(editor().cursorPositionAt(QPoint(0, editor().height() / 2)), 0) << pixels;
+        const QImage atEnd = editor().grab().toImage();
+        QTest::keyClick(&editor(), Qt::Key_Home);
+        const int half = atEnd.width() / 2;
+        EXPECT_EQ(atEnd.copy(6, 0, half - 6, atEnd.height()),
+                  editor().grab(QRect(6, 0, half - 6, atEnd.height())).toImage())
+            << pixels;
+        QTest::keyClick(&editor(), Qt::Key_Escape);
+    };
+    for (const int pixels : {9, 12, 13, 16, 27, 40}) {
+        expectWholeTextVisible(pixels);
+    }
+}
+
+TEST_F(StrideEditorTest, growsWhileItIsOpenIfTheFontOrTheStyleNeedsMore) {
+    openAndType("9");
+    ASSERT_EQ(editor().width(), 60);
+    QFont font = editor().font();
+    font.setPixelSize(27);
+    editor().setFont(font);
+    const int width = editor().width();
+    EXPECT_GT(width, 60);
+    const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
+    editor().setStyle(windows.get());
+    const int margins = windows->pixelMetric(QStyle::PM_DefaultFrameWidth) -
+                        QApplication::style()->pixelMetric(QStyle::PM_DefaultFrameWidth);
+    ASSERT_NE(margins, 0);
+    EXPECT_NE(editor().width(), width);
+    editor().setStyle(nullptr);
 }
 
 TEST_F(StrideEditorTest, noPartOfTheStrideIsVisibleBesideTheEditor) {
