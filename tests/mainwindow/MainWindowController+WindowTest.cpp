@@ -269,7 +269,7 @@ TEST_F(WindowTest, theLabelsOfALineHaveTheSameBaselineInEachFontAndAtEachScale) 
     load({{"2025-03-02", "4000"}});
     QLabel& to = *controller->toLabel();
     QLabel& miles = *controller->milesLabel();
-    for (const char* family : {"DejaVu Sans", "Cantarell"}) {
+    for (const char* family : {"DejaVu Sans", "Noto Sans", "Cantarell"}) {
         QFont font(QLatin1String{family});
         ASSERT_EQ(QFontInfo(font).family().toStdString(), family) << "tools/setup installs it";
         for (const double size : {8.0, 9.0, 9.5, 10.0, 11.0, 13.0, 14.5, 18.0}) {

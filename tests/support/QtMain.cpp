@@ -1,7 +1,9 @@
 // The main function of test programs that need an application object. Windows are drawn in memory.
-// Settings are in a temporary folder, so that no test reads or writes the user's.
+// Settings are in a temporary folder, so that no test reads or writes the user's. The font does not
+// depend on those that are installed.
 
 #include <QApplication>
+#include <QFont>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -13,5 +15,6 @@ int main(int argc, char** argv) {
     qputenv("XDG_CONFIG_DIRS", settings.path().toUtf8());
     qputenv("XDG_RUNTIME_DIR", settings.path().toUtf8());
     const QApplication application(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     return RUN_ALL_TESTS();
 }
