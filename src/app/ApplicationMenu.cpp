@@ -39,9 +39,8 @@ void ApplicationMenu::addHidingItems(const QString& applicationName, OtherApplic
         addMenuItem(*this, u"Hide Others"_s, Qt::CTRL | Qt::ALT | Qt::Key_H);
     connect(hideOthers, &QAction::triggered, this, [&others] { others.hide(); });
     hideOthers->setEnabled(false);  // updated when a window gets the focus
-    const auto update = [hideOthers] { hideOthers->setEnabled(OtherApplications::canHide()); };
-    connect(this, &QMenu::aboutToShow, hideOthers, update);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, hideOthers, update);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, hideOthers,
+            [hideOthers] { hideOthers->setEnabled(OtherApplications::canHide()); });
 
     connect(addMenuItem(*this, u"Show All"_s), &QAction::triggered, this, [&others] {
         others.show();

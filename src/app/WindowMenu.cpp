@@ -21,7 +21,6 @@ WindowMenu::WindowMenu(const QString& title, QWidget* parent)
     connect(_zoom, &QAction::triggered, this, &WindowMenu::zoomFront);
     connect(bringAllToFront, &QAction::triggered, this, &ProgramWindows::bringAllToFront);
     connect(this, &QMenu::aboutToShow, this, &WindowMenu::listWindows);
-    connect(this, &QMenu::aboutToShow, this, &WindowMenu::updateItems);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &WindowMenu::updateItems);
     updateItems();
 }

@@ -2,7 +2,6 @@
 
 #include <QWidget>
 
-#include <algorithm>
 #include <cmath>
 
 namespace ambulet {
@@ -91,12 +90,12 @@ QRect AutoresizingLayout::frameWithin(const Place& place, const QRect& content) 
     QRect frame(QPoint(scaled(place.frame.x()), scaled(place.frame.y())),
                 scaled(place.frame.size()));
     if (place.horizontally == Horizontally::Width) {
-        frame.setWidth(std::max(0, frame.width() + growth.width()));
+        frame.setWidth(frame.width() + growth.width());
     } else if (place.horizontally == Horizontally::LeftMargin) {
         frame.translate(growth.width(), 0);
     }
     if (place.vertically == Vertically::Height) {
-        frame.setHeight(std::max(0, frame.height() + growth.height()));
+        frame.setHeight(frame.height() + growth.height());
     } else if (place.vertically == Vertically::BottomMargin) {
         frame.translate(0, growth.height());
     }

@@ -130,6 +130,14 @@ TEST_F(MainMenuTest, f10OpensTheFirstMenuOfEitherKindOfWindow) {
     }
 }
 
+TEST_F(MainMenuTest, aHeldF10OpensTheMenuOnce) {
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::simulateEvent(&window, true, Qt::Key_F10, {}, {}, true);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
 TEST_F(MainMenuTest, aboutAndGettingStartedEmitTheirSignals) {
     const QSignalSpy about(&main, &MainMenu::aboutChosen);
     const QSignalSpy gettingStarted(&main, &MainMenu::gettingStartedChosen);

@@ -75,13 +75,75 @@ TEST(AuxiliaryWindow, aFixedWindowTooLargeForTheScreenHasItsTitleBarOnTheScreen)
     EXPECT_EQ(window.frameGeometry().top(), available().top());
 }
 
-TEST(AuxiliaryWindow, centringLeavesAMaximisedWindowAlone) {
-    AuxiliaryWindow window(QSize(300, 200), Sizing::Resizable);
-    window.showMaximized();
-    const QRect zoomed = window.geometry();
+TEST(AuxiliaryWindow, aFixedWindowTooWideForTheScreenHasItsLeftEdgeOnTheScreen) {
+    AuxiliaryWindow window(QSize(available().width() + 50, 300), Sizing::Fixed);
+    window.show();
+    EXPECT_EQ(window.width(), available().width() + 50);
+    EXPECT_EQ(window.frameGeometry().left(), available().left());
+}
+
+TEST(AuxiliaryWindow, centringLeavesAMaximisedOrFullScreenWindowAlone) {
+    for (const auto state : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+        AuxiliaryWindow window(QSize(300, 200), Sizing::Resizable);
+        window.setWindowState(state);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        const QRect before = window.geometry();
+        window.center();
+        EXPECT_EQ(window.geometry(), before);
+        EXPECT_EQ(window.windowState(), state);
+    }
+}
+
+// The offscreen platform applies the flag at a change of the state.
+void setFrame(QWindow& handle, bool frame) {
+    handle.setFlag(Qt::FramelessWindowHint, !frame);
+    handle.setWindowState(Qt::WindowFullScreen);
+    handle.setWindowState(Qt::WindowNoState);
+    ASSERT_EQ(handle.frameMargins().isNull(), !frame);
+}
+
+void expose(QWindow& handle) {
+    QExposeEvent exposed(QRect({}, handle.size()));
+    QCoreApplication::sendEvent(&handle, &exposed);
+}
+
+TEST(AuxiliaryWindow, aWindowWhoseFrameComesLateIsCentredAgain) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    setFrame(*window.windowHandle(), false);
     window.center();
-    EXPECT_EQ(window.geometry(), zoomed);
-    EXPECT_TRUE(window.isMaximized());
+    const QRect without = window.geometry();
+    // Sets the flag without a change of the state, and so without an event.
+    window.windowHandle()->setFlag(Qt::FramelessWindowHint, false);
+    window.windowHandle()->setWindowState(Qt::WindowNoState);
+    window.setGeometry(without);
+    ASSERT_FALSE(window.windowHandle()->frameMargins().isNull());
+    expose(*window.windowHandle());
+    expectCentered(window);
+    EXPECT_NE(window.geometry(), without);
+}
+
+TEST(AuxiliaryWindow, aWindowThatTheUserHasMovedStaysThereIfItsFrameChanges) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    setFrame(*window.windowHandle(), false);
+    window.move(3, 5);
+    expose(*window.windowHandle());
+    EXPECT_EQ(window.pos(), QPoint(3, 5));
+}
+
+TEST(AuxiliaryWindow, aWindowThatTheWindowManagerShowsAgainIsNotCentred) {
+    AuxiliaryWindow window(QSize(360, 260), Sizing::Resizable);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.move(3, 5);
+    QShowEvent shown;
+    QSpontaneKeyEvent::setSpontaneous(&shown);
+    qApp->notify(&window, &shown);
+    EXPECT_EQ(window.pos(), QPoint(3, 5));
 }
 
 TEST(AuxiliaryWindow, theMinimumSizeIncludesTheFrame) {

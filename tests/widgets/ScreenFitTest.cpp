@@ -60,6 +60,18 @@ TEST_F(ScreenFitTest, aWindowIsNotMovedIfTheUserCanReachItsTitleBar) {
     }
 }
 
+TEST_F(ScreenFitTest, aNarrowWindowIsNotMovedIfItsWholeTitleBarCanBeReached) {
+    window.setMinimumSize(1, 1);
+    show({100, 120, 20, 200});
+    ASSERT_LT(window.frameGeometry().width(), 50);
+    fitOnScreen(window);
+    EXPECT_EQ(window.geometry(), QRect(100, 120, 20, 200));
+    const QPoint outside(screen.right() - 10, 120);
+    moveFrame(window, outside);
+    fitOnScreen(window);
+    EXPECT_TRUE(screen.contains(window.frameGeometry()));
+}
+
 TEST_F(ScreenFitTest, aWindowThatIsTooLargeIsMadeToFitIncludingItsFrame) {
     show({100, 120, screen.width() + 1, screen.height() + 1});
     fitOnScreen(window);

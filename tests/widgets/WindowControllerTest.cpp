@@ -1,5 +1,6 @@
 #include "widgets/WindowController.h"
 
+#include <QEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -19,6 +20,22 @@ struct TestController : WindowController {
         ++didLoads;
         EXPECT_TRUE(isWindowLoaded());
     }
+};
+
+class EventCounter final : public QObject {
+  public:
+    explicit EventCounter(QEvent::Type type) : _type(type) {}
+
+    int count() const { return _count; }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        _count += event->type() == _type ? 1 : 0;
+        return false;
+    }
+
+  private:
+    const QEvent::Type _type;
+    int _count = 0;
 };
 
 TEST(WindowController, theWindowIsLoadedOnceWhenItIsFirstShown) {
@@ -58,6 +75,16 @@ TEST(WindowController, showingRestoresAMinimisedWindow) {
     controller.window()->showMinimized();
     controller.showWindow();
     EXPECT_FALSE(controller.window()->isMinimized());
+}
+
+// Not every window manager raises a window that is activated.
+TEST(WindowController, showingAnOpenWindowRaisesIt) {
+    TestController controller;
+    controller.showWindow();
+    EventCounter raised(QEvent::ZOrderChange);
+    controller.window()->installEventFilter(&raised);
+    controller.showWindow();
+    EXPECT_EQ(raised.count(), 1);
 }
 
 TEST(WindowController, showingAMinimisedWindowKeepsItMaximised) {
