@@ -51,7 +51,7 @@ TEST_F(AboutWindowControllerTest, theTextsNameTheApplicationItsVersionAndItsMake
 }
 
 TEST_F(AboutWindowControllerTest,
-       withoutBundleInformationTheNameIsTheProcessNameAndTheVersionIsEmpty) {
+       theNameIsTheProcessNameAndTheVersionIsEmptyWithoutBundleInformation) {
     const Bundle nameless(folder.filePath(u"none.plist"_s), folder.path());
     AboutWindowController other(nameless);
     EXPECT_EQ(other.window()->windowTitle(), u"About test_about"_s);

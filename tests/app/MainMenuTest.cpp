@@ -155,7 +155,7 @@ TEST_F(MainMenuTest, aWindowGetsItsMenuBarOnce) {
     EXPECT_EQ(window.findChildren<QMenuBar*>().size(), 1);
 }
 
-TEST_F(MainMenuTest, menuBarsAreDestroyedWithTheirWindowOrTheMenu) {
+TEST_F(MainMenuTest, menuBarsAreDestroyedWithTheirWindowOrTheMainMenu) {
     auto other = std::make_unique<MainMenu>(u"Other"_s);
     AuxiliaryWindow kept(QSize(360, 260), AuxiliaryWindow::Sizing::Fixed);
     other->installOn(kept);

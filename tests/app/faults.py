@@ -31,7 +31,7 @@ class Faults(ProgramTest):
         key("ctrl+q")
         self.assertEqual(program.end(), 0)
 
-    def test_if_a_mount_hangs_the_window_stays_usable_and_quits_at_once(self):
+    def test_the_window_stays_usable_and_quits_at_once_if_a_mount_hangs(self):
         # The mount is in the folder that the open dialog lists.
         mount = self.folder / "mount"
         mount.mkdir()
@@ -49,7 +49,7 @@ class Faults(ProgramTest):
         program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")
         self.quit(program)
 
-    def test_without_free_descriptors_the_window_stays_usable(self):
+    def test_the_window_stays_usable_without_free_descriptors(self):
         self.remember(self.write_export(31))
         program = self.start()
         program.label(r"Loaded 31 days of data\.")

@@ -172,7 +172,7 @@ TEST_F(HelpWindowControllerTest, previousOnTheLastPageTurnsDoneIntoNext) {
     EXPECT_EQ(next().text(), u"Next →"_s);
 }
 
-TEST_F(HelpWindowControllerTest, afterDoneTheGuideReopensAtTheFirstPageCentred) {
+TEST_F(HelpWindowControllerTest, theGuideReopensCentredAtTheFirstPageAfterDone) {
     show();
     const QWidget* const window = controller.window();
     controller.updateForPage(4);

@@ -157,7 +157,7 @@ TEST_F(LooksTest, theWindowFollowsAFontThatChangesWhileTheProgramRuns) {
     expectNoTextIsCut("larger font");
 }
 
-TEST_F(LooksTest, theMinimumSizeIsWithinReasonableBounds) {
+TEST_F(LooksTest, theMinimumSizeIsBetween560By300And700By420) {
     load({{"2025-03-02", "4000"}});
     settle();
     const QSize minimum = controller->window()->minimumSizeHint();

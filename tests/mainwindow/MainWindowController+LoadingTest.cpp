@@ -21,7 +21,7 @@ class LoadingTest : public DialogTest {
     }
 };
 
-TEST_F(LoadingTest, atTheFirstStartNoFileIsSelectedAndTheTableIsEmpty) {
+TEST_F(LoadingTest, noFileIsSelectedAndTheTableIsEmptyAtTheFirstStart) {
     makeController().showWindow();
     EXPECT_EQ(status(), QStringLiteral("No file selected."));
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
@@ -205,7 +205,7 @@ TEST_F(LoadingTest, aChosenFileWithoutABookmarkKeepsThePreviousBookmark) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 
-TEST_F(LoadingTest, withNoFileToLoadOnlyTheStatusChanges) {
+TEST_F(LoadingTest, onlyTheStatusChangesIfThereIsNoFileToLoad) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     load(QString());
@@ -257,7 +257,7 @@ TEST_F(LoadingTest, aMovedFileIsFoundByItsBookmarkWhichIsThenReplaced) {
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), old);
 }
 
-TEST_F(LoadingTest, ofOverlappingLoadsTheOneThatEndsLastDecides) {
+TEST_F(LoadingTest, theOverlappingLoadThatEndsLastDecides) {
     load({{"2025-03-02", "1"}});
     QList<std::size_t> loaded;
     const QObject whileHere;
@@ -284,7 +284,7 @@ TEST_F(LoadingTest, aLoadDoesNotTouchAControllerThatWasDestroyed) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, withUnwritableSettingsTheChoiceLastsUntilTheProgramEnds) {
+TEST_F(LoadingTest, aChoiceLastsUntilTheProgramEndsIfTheSettingsCannotBeWritten) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("settings.ini")));
     makeController().showWindow();
@@ -360,7 +360,7 @@ TEST_F(LoadingTest, aMountThatHangsInAFolderShownByTheDialogDoesNotBlock) {
     EXPECT_TRUE(mount.otherThreadWaits());
 }
 
-TEST_F(LoadingTest, withABookmarkThatDoesNotResolveAndNoPathNoFileIsSelected) {
+TEST_F(LoadingTest, noFileIsSelectedIfTheBookmarkDoesNotResolveAndThereIsNoPath) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(file));
     load(QString());
@@ -371,7 +371,7 @@ TEST_F(LoadingTest, withABookmarkThatDoesNotResolveAndNoPathNoFileIsSelected) {
     EXPECT_FALSE(controller->progressIndicator()->isVisible());
 }
 
-TEST_F(LoadingTest, ifNoThreadCanBeStartedTheStatusSaysSoAndTheDaysStay) {
+TEST_F(LoadingTest, theDaysStayAndTheStatusReportsAnErrorIfNoThreadCanBeStarted) {
     load({{"2025-03-02", "1"}});
     {
         const NoThreads refused;

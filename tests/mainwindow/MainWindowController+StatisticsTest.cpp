@@ -55,7 +55,7 @@ TEST_F(StatisticsTest, aSelectionIsSummedUp) {
     EXPECT_EQ(bold(), QStringLiteral("ft"));
 }
 
-TEST_F(StatisticsTest, withoutASelectionAllDaysCountAndNoLabelIsBold) {
+TEST_F(StatisticsTest, allDaysCountAndNoLabelIsBoldIfNothingIsSelected) {
     load({{"2025-03-02", "4000"}, {"2025-02-27", "7000"}});
     EXPECT_EQ(texts().mid(0, 4),
               QStringList({QStringLiteral("From: Feb 27, 2025"), QStringLiteral("To: Mar 2, 2025"),
@@ -106,7 +106,7 @@ TEST_F(StatisticsTest, aMonthRowAmongSelectedDaysAddsNothing) {
     EXPECT_EQ(texts()[3], QStringLiteral("Steps: 11,000"));
 }
 
-TEST_F(StatisticsTest, withoutDataTheLabelsShowDashesAndAreNotBold) {
+TEST_F(StatisticsTest, theLabelsShowDashesAndAreNotBoldIfThereAreNoDays) {
     load(std::initializer_list<TestRecord>{});
     EXPECT_EQ(texts(), none);
     EXPECT_EQ(bold(), QString());

@@ -265,7 +265,7 @@ TEST_F(HeldKeyTest, heldArrowKeysContinueToMove) {
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
 }
 
-TEST_F(StrideEditorTest, withoutAStrideInTheLabelTheEditorOpensAtItsLeftEdge) {
+TEST_F(StrideEditorTest, theEditorOpensAtTheLabelsLeftEdgeIfTheLabelShowsNoStride) {
     controller->updateStatsForSteps({});
     ASSERT_EQ(miles(), QStringLiteral("Miles: —"));
     clickLabel();
@@ -275,7 +275,7 @@ TEST_F(StrideEditorTest, withoutAStrideInTheLabelTheEditorOpensAtItsLeftEdge) {
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, withoutTheLabelTheEditorOpensInTheCornerOfThePanel) {
+TEST_F(StrideEditorTest, theEditorOpensInTheCornerOfThePanelIfThereIsNoLabel) {
     delete controller->milesLabel();
     controller->strideDidClick();
     // Its lower left corner is 3 points above the panel's.

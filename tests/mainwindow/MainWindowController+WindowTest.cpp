@@ -25,7 +25,7 @@ TEST_F(WindowTest, theTitleIsTheDisplayNameAndTheProductsName) {
     EXPECT_EQ(makeController().window()->windowTitle(), QStringLiteral("Daily Steps — Ambulet"));
 }
 
-TEST_F(WindowTest, withoutADisplayNameTheTitleHasTheProcessName) {
+TEST_F(WindowTest, theTitleHasTheProcessNameIfThereIsNoDisplayName) {
     const Bundle nameless(path("none.plist"), folder.path());
     MainWindowController other(defaults, nameless);
     EXPECT_EQ(other.window()->windowTitle(), QStringLiteral("test_mainwindow — Ambulet"));
@@ -39,7 +39,7 @@ TEST_F(WindowTest, theRememberedPathIsShownBeforeAnyDataHasLoaded) {
     EXPECT_TRUE(controller->allSteps().empty());
 }
 
-TEST_F(WindowTest, withoutARememberedFileThePathFieldIsEmpty) {
+TEST_F(WindowTest, thePathFieldIsEmptyIfNoFileIsRemembered) {
     makeController().showWindow();
     EXPECT_EQ(controller->filePathField()->text(), QString());
 }
@@ -77,7 +77,7 @@ TEST_F(WindowTest, setupTableColumnsReplacesAllColumnsByTheFourOfTheDayTable) {
     EXPECT_TRUE(controller->tableView()->horizontalHeader()->isVisible());
 }
 
-TEST_F(WindowTest, onlyTheTableGetsHigherWithTheWindow) {
+TEST_F(WindowTest, onlyTheTableGetsTallerWithTheWindow) {
     load({{"2025-03-02", "4000"}});
     QWidget& window = *controller->window();
     controller->progressIndicator()->show();
@@ -135,7 +135,7 @@ TEST_F(WindowTest, theInitialSizeIs880By720) {
     EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
-TEST_F(WindowTest, onASmallScreenTheWholeFrameIsOnTheScreenAtTheStart) {
+TEST_F(WindowTest, theWholeFrameIsOnASmallScreenAtTheStart) {
     makeController().window()->setGeometry(100, 100, 5000, 4000);
     controller->showWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
@@ -247,7 +247,7 @@ TEST_F(WindowTest, controlWClosesTheWindow) {
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
-TEST_F(WindowTest, beforeAFileIsChosenThePathFieldAndTheTableSayWhatToDo) {
+TEST_F(WindowTest, thePathFieldAndTheTableSayWhatToDoUntilAFileIsChosen) {
     makeController();
     EXPECT_TRUE(controller->textOfEmptyTable().contains(QStringLiteral("export.zip")));
     controller->showWindow();

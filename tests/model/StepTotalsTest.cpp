@@ -29,7 +29,7 @@ TEST(StepTotals, anAverageIsTheSumDividedByTheNumberOfDays) {
     EXPECT_NEAR(totals.averageMiles(), 1.420455, 1e-6);
 }
 
-TEST(StepTotals, withoutDaysTheAveragesAreZero) {
+TEST(StepTotals, theTotalsAndAveragesOfNoDaysAreZero) {
     const StepTotals totals({}, 2.5);
     EXPECT_EQ(totals.days(), 0);
     EXPECT_EQ(totals.steps(), 0);

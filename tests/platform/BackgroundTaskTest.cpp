@@ -147,7 +147,7 @@ TEST(BackgroundTask, theWorkIsDestroyedBeforeTheCompletionIsPosted) {
     EXPECT_EQ(destroyed, (std::vector<std::string>{"work", "completion"}));
 }
 
-TEST(BackgroundTask, ifTheWorkThrowsTheCompletionGetsADefaultResult) {
+TEST(BackgroundTask, theCompletionGetsADefaultResultIfTheWorkThrows) {
     QObject receiver;
     QEventLoop loop;
     std::vector<int> lengths;
@@ -209,7 +209,7 @@ bool passesWithoutThreads(const std::function<void()>& body) {
     });
 }
 
-TEST(BackgroundTask, ifNoThreadCanBeStartedTheCompletionGetsADefaultResult) {
+TEST(BackgroundTask, theCompletionGetsADefaultResultIfNoThreadCanBeStarted) {
     EXPECT_TRUE(passesWithoutThreads([] {
         QObject receiver;
         std::string text = "untouched";

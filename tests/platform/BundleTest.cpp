@@ -59,7 +59,7 @@ TEST_F(BundleTest, anEntryThatIsNotATextIsNotReturned) {
     EXPECT_EQ(bundle.information(u"E"_s), u"e"_s);
 }
 
-TEST_F(BundleTest, withoutADisplayNameTheNameIsTheProcessName) {
+TEST_F(BundleTest, theNameIsTheProcessNameIfThereIsNoDisplayName) {
     const Bundle bundle = bundleOf(propertyList("<key>CFBundleName</key><string>No</string>"));
     EXPECT_EQ(bundle.displayName(), u"test_platform"_s);
 }

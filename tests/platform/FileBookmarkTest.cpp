@@ -274,7 +274,7 @@ TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
 }
 
 // A restart can change the device numbers.
-TEST_F(FileBookmarkTest, ifTheDeviceNumberHasChangedTheFileAtItsPathIsFound) {
+TEST_F(FileBookmarkTest, theFileAtItsPathIsFoundEvenIfTheDeviceNumberHasChanged) {
     for (const bool keepsBirthTimes : {true, false}) {
         std::optional<NoBirthTimes> noBirthTimes;
         if (!keepsBirthTimes) {

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(FileIdentity, withABirthTimeInodeAndBirthTimeIdentifyAFile) {
+TEST(FileIdentity, inodeAndBirthTimeIdentifyAFile) {
     const FileIdentity file{8, 42, FileIdentity::Time{1000, 5}};
     const struct {
         FileIdentity other;
@@ -29,7 +29,7 @@ TEST(FileIdentity, withABirthTimeInodeAndBirthTimeIdentifyAFile) {
     }
 }
 
-TEST(FileIdentity, withoutABirthTimeInodeDeviceNameAndSizeIdentifyAFile) {
+TEST(FileIdentity, inodeDeviceNameAndSizeIdentifyAFileWithoutABirthTime) {
     const FileIdentity file{8, 42, std::nullopt, "export.xml", 1000};
     EXPECT_TRUE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 43, std::nullopt, "export.xml", 1000}));
@@ -42,7 +42,7 @@ TEST(FileIdentity, withoutABirthTimeInodeDeviceNameAndSizeIdentifyAFile) {
     EXPECT_FALSE(old.isSameFileAs(old));
 }
 
-TEST(FileIdentity, withABirthTimeNameAndSizeMakeNoDifference) {
+TEST(FileIdentity, nameAndSizeMakeNoDifferenceToAFileWithABirthTime) {
     const FileIdentity file{8, 42, FileIdentity::Time{1000, 5}, "export.xml", 1000};
     EXPECT_TRUE(file.isSameFileAs({8, 42, FileIdentity::Time{1000, 5}, "other.xml", 1}));
 }

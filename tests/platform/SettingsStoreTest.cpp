@@ -222,7 +222,7 @@ TEST(SettingsStore, aDeviceAtTheFilesPathIsNeitherReadNorReplaced) {
     }
 }
 
-TEST(SettingsStore, ifTheFolderCannotBeCreatedValuesStayInMemory) {
+TEST(SettingsStore, valuesStayInMemoryIfTheFolderCannotBeCreated) {
     const TestFolder folder;
     const QString file = folder.write(u"file"_s);
     expectKeptForTheRun(file + u"/folder/settings.ini"_s);
@@ -237,7 +237,7 @@ TEST(SettingsStore, aFolderAtTheLockFilesPathDoesNotBlock) {
     EXPECT_EQ(store.value(u"key"_s), u"value"_s);
 }
 
-TEST(SettingsStore, ifTheFolderIsNotWritableValuesStayInMemory) {
+TEST(SettingsStore, valuesStayInMemoryIfTheFolderIsNotWritable) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString config = folder.makeFolder(u"config"_s);
@@ -249,7 +249,7 @@ TEST(SettingsStore, ifTheFolderIsNotWritableValuesStayInMemory) {
     }));
 }
 
-TEST(SettingsStore, ifTheDiskIsFullTheFileIsKeptAndValuesStayInMemory) {
+TEST(SettingsStore, theFileIsKeptAndValuesStayInMemoryIfTheDiskIsFull) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QByteArray content = "[General]\nelse=there\n";
@@ -335,7 +335,7 @@ TEST(SettingsStorePlace, aRelativeConfigurationFolderIsIgnored) {
               u"/home/someone/.config/org.ambulet.DailySteps.ini"_s);
 }
 
-TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsUsed) {
+TEST(SettingsStorePlace, theAccountsHomeIsUsedIfThereIsNoHomeVariable) {
     const QString account = QString::fromLocal8Bit(::getpwuid(::getuid())->pw_dir);
     const ScopedVariable config("XDG_CONFIG_HOME", std::nullopt);
     for (const auto& value : {std::optional<std::string>(), std::optional<std::string>("rel")}) {
@@ -345,7 +345,7 @@ TEST(SettingsStorePlace, withoutAHomeVariableTheAccountsHomeIsUsed) {
     }
 }
 
-TEST(SettingsStorePlace, withoutAnIdentifierValuesStayInMemory) {
+TEST(SettingsStorePlace, valuesStayInMemoryIfTheBundleHasNoIdentifier) {
     const TestFolder folder;
     const ScopedVariable config("XDG_CONFIG_HOME", folder.path(u"config"_s).toStdString());
     expectKeptForTheRun(SettingsStore::placeFor(Bundle(folder.path(u"none.plist"_s), {})));

@@ -89,7 +89,7 @@ TEST(LocalTime, aDayThatTheTimeZoneSkippedHasNoStart) {
     EXPECT_EQ(startOfDay(2011y / December / 31), at(1325239200));
 }
 
-TEST(LocalTime, ifMidnightOccursTwiceTheDayStartsAtTheFirst) {
+TEST(LocalTime, aDayWithTwoMidnightsStartsAtTheFirst) {
     {
         const ScopedTimeZone cuba("America/Havana");  // at 1:00 back to 0:00
         EXPECT_EQ(startOfDay(2024y / November / 3), at(1730606400));
@@ -104,7 +104,7 @@ TEST(LocalTime, anInvalidDateHasNoStart) {
     EXPECT_EQ(startOfDay(2024y / month(13) / 1), std::nullopt);
 }
 
-TEST(LocalTime, withoutAClockChangeTheLocalDayIsTheWholeDay) {
+TEST(LocalTime, theLocalDayIsTheWholeDayIfTheClockDoesNotChange) {
     const ScopedTimeZone berlin("Europe/Berlin");
     const LocalDay day = localDay(at(1710025200 + 12345));
     EXPECT_EQ(day.date, 2024y / March / 10);
@@ -170,7 +170,7 @@ TEST(LocalTime, theStartOfADayIsTheFirstInstantAtWhichTheClockShowsMidnight) {
     }
 }
 
-TEST(LocalTime, datesFarFromTodayWork) {
+TEST(LocalTime, theStartsOfDaysFarFromTodayAreFound) {
     for (const char* zone : {"UTC", "Asia/Tokyo", "America/New_York"}) {
         const ScopedTimeZone local(zone);
         for (const year_month_day date : {year(-32766) / 1 / 1, 1y / 1 / 1, 1583y / 10 / 15,

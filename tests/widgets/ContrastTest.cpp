@@ -35,7 +35,7 @@ TEST(Contrast, aColourWithTooLittleContrastIsChangedAsLittleAsNecessary) {
     EXPECT_EQ(darker.hslHue() / 5, pale.hslHue() / 5);
 }
 
-TEST(Contrast, ifNoMixtureHasEnoughContrastTheOtherColourIsUsed) {
+TEST(Contrast, theOtherColourIsUsedIfNoMixtureHasEnoughContrast) {
     EXPECT_EQ(withContrast(Qt::gray, QColor(130, 130, 130), QColor(120, 120, 120), 4.5),
               QColor(130, 130, 130));
 }

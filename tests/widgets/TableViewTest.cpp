@@ -131,7 +131,7 @@ TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstSelectableRow) {
     }
 }
 
-TEST_F(TableViewTest, afterAReloadArrowKeysAndRangesContinueFromTheSameRow) {
+TEST_F(TableViewTest, arrowKeysAndRangesContinueFromTheSameRowAfterAReload) {
     click(2);
     table.reloadData();
     QTest::keyClick(&table, Qt::Key_Down);
@@ -159,7 +159,7 @@ TEST_F(TableViewTest, selectAllSelectsAllRowsButTheGroupRows) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({1, 2, 3, 4, 6, 7}));
 }
 
-TEST_F(TableViewTest, afterSelectAllAnArrowKeySelectsOneRow) {
+TEST_F(TableViewTest, aKeySelectsOneRowAfterSelectAll) {
     for (const auto& [key, row] : {std::pair(Qt::Key_Up, 1),
                                    {Qt::Key_Down, 2},
                                    {Qt::Key_Home, 1},
@@ -407,7 +407,7 @@ TEST_F(TableViewTest, escapeClearsTheSelection) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows());
 }
 
-TEST_F(TableViewTest, afterEscapeAKeyThatLeadsToTheSameRowSelectsItAgain) {
+TEST_F(TableViewTest, aKeyThatLeadsToTheSameRowSelectsItAgainAfterEscape) {
     for (const int key : {Qt::Key_Home, Qt::Key_Up, Qt::Key_PageUp}) {
         click(1);
         QTest::keyClick(&table, Qt::Key_Escape);

@@ -48,7 +48,7 @@ TEST(StepSums, setReplacesAllSumsAndLaterRecordsAreAddedToThem) {
     EXPECT_EQ(asText(sums.days()), (Days{{"2024-03-09", 5}}));
 }
 
-TEST(StepSums, withoutRecordsThereAreNoDays) {
+TEST(StepSums, thereAreNoDaysWithoutRecords) {
     EXPECT_TRUE(StepSums().days().empty());
 }
 
