@@ -16,8 +16,8 @@ namespace ambulet {
 
 namespace {
 
-// Two copies of the program restore the same frame. If another application has a window whose
-// content is at the same place, moves this one, so that both can be seen.
+// Two copies of the program restore the same frame. So if another application already has a window
+// whose content is at the same place, this one is moved.
 void stepAside(QWidget& window) {
     constexpr int step = 30;
     // If no frame is remembered, the window manager places the window.

@@ -16,13 +16,12 @@
 // The fast reader does not accept the end of the root element, so expat always reads last. It is
 // given the prolog, a start tag for each open element, and the rest of the file.
 //
-// Expat stops if it would use more memory than the limit. To stop at the same byte as without the
-// fast reader, it would have to count the memory that it would have used for the part that was read
-// fast. That is at most `mostKept`, so the limit for the rest is lowered by this much. If expat
-// then runs out of memory, it is uncertain whether it would have without the fast reader. So it
-// reads the whole file again.
+// Expat stops if it would use more memory than the limit. Without the fast reader, it would also
+// keep memory for the part that was read fast, at most `mostKept` bytes. So the limit for the rest
+// is lowered by this much. If expat then runs out of memory, the part may have needed less, so
+// expat reads the whole file again.
 //
-// For the part that was read fast, expat would have used at most, in bytes:
+// For the part that was read fast, expat would keep at most, in bytes:
 //
 //   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners (those of
 //              four threads, and the one that merges), each with 200 bytes, and about 150 more.

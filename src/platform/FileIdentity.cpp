@@ -9,7 +9,7 @@ namespace ambulet {
 
 namespace {
 
-// Neither makes a network file system contact its server, nor triggers the automounter.
+// Does not make a network file system contact its server, and does not trigger the automounter.
 std::optional<struct statx> statusOf(const std::string& path, unsigned mask) {
     struct statx status = {};
     const int failed =

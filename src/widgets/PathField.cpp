@@ -20,7 +20,7 @@ PathField::PathField(QWidget* parent) : QLineEdit(parent) {
     keepSelectionReadable(this);
     setReadOnly(true);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& path) {
-        // Qt renders a tooltip that looks like HTML.
+        // Qt would render a path that looks like HTML as HTML.
         setToolTip(Qt::mightBeRichText(path) ? Qt::convertFromPlainText(path, Qt::WhiteSpacePre)
                                              : path);
     });

@@ -39,7 +39,7 @@ void moveFrame(QWidget& window, QPoint place) {
     if (margins.isNull()) {
         window.move(place);  // applies to the frame that is added later
     } else {
-        // Not move(): Qt's widget may not have been told about the frame yet.
+        // Not move(), because QWidget may not know the margins of the frame yet.
         window.setGeometry(QRect(place + QPoint(margins.left(), margins.top()), window.size()));
     }
 }

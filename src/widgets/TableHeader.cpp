@@ -19,8 +19,8 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     initStyleOption(&option);
     option.rect = rect;
     initStyleOptionForIndex(&option, logicalIndex);
-    // Not the style's background: Fusion's has a gradient, with parts of which no line has enough
-    // contrast.
+    // Not the style's background: no line has enough contrast with all parts of the gradient that
+    // Fusion draws.
     painter->fillRect(rect, palette().color(QPalette::Window));
     painter->setPen(separatorColor(palette()));
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());

@@ -72,7 +72,8 @@ void TableView::fitLastColumn() {
     const int minimum =
         std::max(_model->columns()[static_cast<std::size_t>(last)].minimumWidth, _lastTextsWidth);
     const int left = viewport()->width() - others;
-    // Not left to Qt: when the vertical scroll bar appears, the columns are too wide for a moment.
+    // Qt would briefly show the horizontal scroll bar when the vertical one appears, because the
+    // columns are then too wide for a moment.
     setHorizontalScrollBarPolicy(left < minimum ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setColumnWidth(last, std::max(minimum, left));
 }

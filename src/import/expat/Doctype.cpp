@@ -100,8 +100,8 @@ class Units {
     bool _bigEndian = false;
 };
 
-/// The offset of the declaration, after which the text is at the name of the root. Nothing if the
-/// prolog has no declaration.
+/// Skips to the name of the root in the declaration, and returns the offset of the declaration.
+/// Nothing if the prolog has no declaration.
 std::optional<std::uint64_t> skipToRootName(Units& units) {
     for (;;) {
         units.skipWhiteSpace();
@@ -140,8 +140,8 @@ bool isNameStart(int unit) {
            unit == ':' || unit >= 0x80;
 }
 
-/// Whether a start tag of the element `name` continues here after its "<". Any element, if `name`
-/// is empty.
+/// Whether the text after a "<" continues as a start tag of the element `name`, or of any element
+/// if `name` is empty.
 bool skipRootTag(Units& units, std::u16string_view name) {
     if (name.empty()) {
         return isNameStart(units.peek());

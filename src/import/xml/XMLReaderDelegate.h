@@ -8,9 +8,8 @@
 
 namespace ambulet {
 
-/// The interface of the XML readers. A reader reports every start tag to a delegate, in document
-/// order, as soon as the tag is complete. Its result is the first error, if the document is not
-/// well-formed.
+/// The interface of the XML readers. A reader reports start tags to a delegate, in document order,
+/// each as soon as it is complete. The result of reading is the first error, if there is one.
 
 /// The attributes of one start tag, including those that the document type declaration adds.
 /// References are resolved and white space is normalised. A view: it and its texts are valid only
