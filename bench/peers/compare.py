@@ -1,5 +1,5 @@
 """compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER. For each
-file it prints a table with, for each program:
+file it prints a table. A row has, for one program:
 - the median CPU time and the median wall time,
 - the shortest and the longest wall time,
 - the peak memory in MB, minus that for an empty document,
