@@ -103,7 +103,7 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     return WindowController::eventFilter(watched, event);
 }
 
-// The type is compared first: QPointer may only cast a view that is whole.
+// Compares the type first: QPointer casts the label, which is undefined while it is destroyed.
 bool MainWindowController::changesPlaceOfEditor(QEvent::Type type, const QObject* watched) const {
     switch (type) {
     case QEvent::Move:
