@@ -7,7 +7,7 @@ import subprocess
 import time
 import unittest
 
-from driver import (FAULTS, MAIN, Atspi, ProgramTest, close, key, wait_for,
+from driver import (FAULTS, MAIN, PATIENCE, Atspi, ProgramTest, close, key, wait_for,
                     windows_named)
 
 RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
@@ -30,6 +30,10 @@ class Faults(ProgramTest):
         program.wait_until_in_front()
         key("ctrl+q")
         self.assertEqual(program.end(), 0)
+
+    def set_stride(self, program):
+        program.set_stride("3.25")
+        wait_for("the stride", lambda: "strideFootLength=3.25" in self.settings_file.read_text())
 
     def test_the_window_stays_usable_and_quits_at_once_if_a_mount_hangs(self):
         # The mount is in the folder that the open dialog lists.
@@ -61,6 +65,35 @@ class Faults(ProgramTest):
         subprocess.run(["prlimit", limits, "--nofile=1024:"], check=True)
         self.quit(program)
         self.assertIn("strideFootLength=3.25", self.settings_file.read_text())
+
+    def test_the_status_says_so_and_the_window_stays_usable_without_a_thread_for_the_load(self):
+        self.remember(self.write_export(31))
+        program = self.start(AMBULET_THREADS="0", **FAULTS)
+        program.label(r"The file could not be read\.")
+        self.set_stride(program)
+        self.quit(program)
+
+    def test_the_load_gives_the_right_figures_without_a_second_thread(self):
+        self.remember(self.write_export(310_000))
+        program = self.start(AMBULET_THREADS="1", **FAULTS)
+        program.label(r"Loaded 31 days of data\.")
+        program.label("Steps: 310,000")
+        self.quit(program)
+
+    def test_the_window_stays_usable_and_quits_at_once_while_a_file_is_read_slowly(self):
+        self.remember(self.write_export(310_000))
+        program = self.start(AMBULET_SLOW_READ=str(1000 * PATIENCE), **FAULTS)
+        program.label("Parsing XML…")
+        self.set_stride(program)
+        program.label("Parsing XML…")
+        began = time.monotonic()
+        self.quit(program)
+        self.assertLess(time.monotonic() - began, PATIENCE)
+
+        program = self.start(AMBULET_SLOW_READ="20", **FAULTS)
+        program.label(r"Loaded 31 days of data\.")
+        program.label("Steps: 310,000")
+        self.quit(program)
 
     def test_a_file_that_changes_during_a_load_gives_the_days_read_so_far(self):
         def append(file):

@@ -1,6 +1,7 @@
 #include "platform/DocumentPortal.h"
 
 #include "platform/TestFolder.h"
+#include "support/Environment.h"
 
 #include <sys/xattr.h>
 
@@ -10,35 +11,51 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-void setHostPath(const std::string& path, const std::string& value) {
-    ASSERT_EQ(
-        ::setxattr(path.c_str(), "user.document-portal.host-path", value.data(), value.size(), 0),
-        0);
+constexpr const char* attribute = "user.document-portal.host-path";
+
+// A folder on a file system that has such attributes. In some versions of Linux a tmpfs has none,
+// and the usual folder for temporary files may be one.
+std::string folderWithAttributes() {
+    for (const std::string place : {testing::TempDir().c_str(), AMBULET_BUILD, "/var/tmp"}) {
+        const ScopedVariable folders("TMPDIR", place);
+        const TestFolder folder;
+        if (::setxattr(bytes(folder.write(u"file"_s)).c_str(), attribute, "/", 1, 0) == 0) {
+            return place;
+        }
+    }
+    ADD_FAILURE() << "neither the folder for temporary files, nor " << AMBULET_BUILD
+                  << ", nor /var/tmp has extended attributes";
+    return testing::TempDir();
 }
 
-TEST(DocumentPortal, theHostPathIsReadFromThePortalsAttribute) {
-    const TestFolder folder;
-    const std::string path = bytes(folder.write(u"export.xml"_s));
-    setHostPath(path, "/home/walker/Downloads/export.xml");
-    EXPECT_EQ(hostPathOfFile(path), "/home/walker/Downloads/export.xml");
+class DocumentPortal : public testing::Test {
+  protected:
+    static void setHostPath(const std::string& path, const std::string& value) {
+        ASSERT_EQ(::setxattr(path.c_str(), attribute, value.data(), value.size(), 0), 0);
+    }
+
+    const ScopedVariable _place{"TMPDIR", folderWithAttributes()};
+    const TestFolder _folder;
+    const std::string _path = bytes(_folder.write(u"export.xml"_s));
+};
+
+TEST_F(DocumentPortal, theHostPathIsReadFromThePortalsAttribute) {
+    setHostPath(_path, "/home/walker/Downloads/export.xml");
+    EXPECT_EQ(hostPathOfFile(_path), "/home/walker/Downloads/export.xml");
 }
 
-TEST(DocumentPortal, aHostPathKeepsInvalidUTF8AndLosesATrailingNUL) {
-    const TestFolder folder;
-    const std::string path = bytes(folder.write(u"export.xml"_s));
-    setHostPath(path, std::string("/home/w\xe4lker/export.xml\0", 24));
-    EXPECT_EQ(hostPathOfFile(path), "/home/w\xe4lker/export.xml");
+TEST_F(DocumentPortal, aHostPathKeepsInvalidUTF8AndLosesATrailingNUL) {
+    setHostPath(_path, std::string("/home/w\xe4lker/export.xml\0", 24));
+    EXPECT_EQ(hostPathOfFile(_path), "/home/w\xe4lker/export.xml");
 }
 
-TEST(DocumentPortal, anotherFileHasNoHostPath) {
-    const TestFolder folder;
-    const std::string path = bytes(folder.write(u"export.xml"_s));
-    EXPECT_EQ(hostPathOfFile(path), std::nullopt);
-    EXPECT_EQ(hostPathOfFile(bytes(folder.path(u"gone.xml"_s))), std::nullopt);
-    setHostPath(path, "not absolute");
-    EXPECT_EQ(hostPathOfFile(path), std::nullopt);
-    setHostPath(path, "");
-    EXPECT_EQ(hostPathOfFile(path), std::nullopt);
+TEST_F(DocumentPortal, anotherFileHasNoHostPath) {
+    EXPECT_EQ(hostPathOfFile(_path), std::nullopt);
+    EXPECT_EQ(hostPathOfFile(bytes(_folder.path(u"gone.xml"_s))), std::nullopt);
+    setHostPath(_path, "not absolute");
+    EXPECT_EQ(hostPathOfFile(_path), std::nullopt);
+    setHostPath(_path, "");
+    EXPECT_EQ(hostPathOfFile(_path), std::nullopt);
 }
 
 }  // namespace

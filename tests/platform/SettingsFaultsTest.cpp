@@ -80,6 +80,20 @@ TEST(SettingsFaults, theNewFileIsKeptEvenIfSyncingTheFolderFails) {
     EXPECT_TRUE(store.flush());
 }
 
+TEST(SettingsFaults, aCallThatASignalInterruptsIsMadeAgain) {
+    for (const auto call : {Fault::Call::Read, Fault::Call::Write, Fault::Call::Flock}) {
+        const TestFolder folder;
+        const QString file = folder.write(u"settings.ini"_s, stored);
+        folder.write(u".settings.ini.new-a1B2c3"_s);  // is removed only with the lock held
+        SettingsStore store(file);
+        const Fault fault(call, 1, EINTR);
+        store.setValue(u"key"_s, u"new"_s);
+        EXPECT_EQ(fault.failures(), 1);
+        EXPECT_EQ(contentOf(file), "[General]\nkey=new\nelse=there\n");
+        EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
+    }
+}
+
 TEST(SettingsFaults, aValueThatCouldNotBeStoredIsStoredByTheNextWrite) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);

@@ -1,9 +1,12 @@
 #include "platform/WholeFile.h"
 
 #include "TestFolder.h"
+#include "support/Faults.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 namespace ambulet {
 
@@ -51,6 +54,18 @@ TEST_F(WholeFileTest, aFileThatWasCreatedSinceItWasReadIsNotReplaced) {
     write("another");
     EXPECT_EQ(whole.replace("new"), WholeFile::Outcome::Changed);
     EXPECT_EQ(contentOf(_path), "another");
+}
+
+TEST_F(WholeFileTest, aFileThatBecomesAFIFOBeforeItIsOpenedDoesNotBlock) {
+    write("old");
+    const BeforeOpening replaced(_path.toStdString(), [this] {
+        QFile::remove(_path);
+        _folder.makeFIFO(u"file"_s);
+    });
+    ::alarm(60);  // ends the process if opening blocks
+    EXPECT_EQ(file().read(limit), std::nullopt);
+    ::alarm(0);
+    EXPECT_FALSE(QFileInfo(_path).isFile());
 }
 
 TEST_F(WholeFileTest, aFileThatWasDeletedSinceItWasReadIsNotCreatedAgain) {

@@ -4,7 +4,9 @@
 #include "support/Faults.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <cstdarg>
 #include <cstdio>
@@ -17,7 +19,9 @@
 #include <pthread.h>
 #include <string>
 #include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -36,7 +40,8 @@ struct {
 } fault;
 
 bool fails(Fault::Call call) {
-    if (!fault.active || fault.call != call || ++fault.calls < fault.at) {
+    const bool isOver = fault.error == EINTR && fault.failures > 0;
+    if (!fault.active || isOver || fault.call != call || ++fault.calls < fault.at) {
         return false;
     }
     ++fault.failures;
@@ -47,6 +52,18 @@ bool fails(Fault::Call call) {
 bool noBirthTimes = false;
 bool otherDevices = false;
 bool noThreads = false;
+
+struct {
+    std::string path;
+    std::function<void()> action;
+} beforeOpening;
+
+void actBeforeOpening(const char* path) {
+    if (path != nullptr && !beforeOpening.path.empty() && path == beforeOpening.path) {
+        beforeOpening.path.clear();
+        beforeOpening.action();
+    }
+}
 
 struct {
     std::mutex mutex;
@@ -91,6 +108,27 @@ void logOpen(const char* path) {
     }
 }
 
+// The number of std::threads that can still be started. Libraries start theirs in other ways.
+std::atomic<int> threadsLeft = std::getenv("AMBULET_THREADS") == nullptr
+                                   ? std::numeric_limits<int>::max()
+                                   : std::atoi(std::getenv("AMBULET_THREADS"));
+
+bool isRefused(void* (*body)(void*)) {
+    Dl_info info{};
+    return dladdr(reinterpret_cast<void*>(body), &info) != 0 && info.dli_fname != nullptr &&
+           std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos &&
+           threadsLeft.fetch_sub(1) <= 0;
+}
+
+// The environment variable AMBULET_SLOW_READ is a time in milliseconds: for the whole run, reading
+// a piece of the export takes that much longer.
+void delayRead() {
+    static const char* const text = std::getenv("AMBULET_SLOW_READ");
+    if (text != nullptr) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(text)));
+    }
+}
+
 // The environment variable AMBULET_READ_ERROR is an offset: for the whole run, reading any file at
 // or after it fails.
 const off_t readError = std::getenv("AMBULET_READ_ERROR") == nullptr
@@ -99,6 +137,7 @@ const off_t readError = std::getenv("AMBULET_READ_ERROR") == nullptr
 
 // The number of bytes that can be read; -1, with errno set, if reading fails.
 ssize_t readable(off_t offset, size_t size) {
+    delayRead();
     if (offset >= readError) {
         errno = EIO;
         return -1;
@@ -122,6 +161,7 @@ int openIn(int folder, const char* path, int flags, va_list arguments) {
     // The mode is passed only if the flags may create a file.
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
     logOpen(path);
+    actBeforeOpening(path);
     return hangs(path) ? -1 : next(folder, path, flags, mode);
 }
 
@@ -185,6 +225,14 @@ bool HangingFolder::mainThreadHasAccessed() const {
     return hanging.mainThreadHasAccessed;
 }
 
+BeforeOpening::BeforeOpening(const std::string& path, const std::function<void()>& action) {
+    beforeOpening = {path, action};
+}
+
+BeforeOpening::~BeforeOpening() {
+    beforeOpening.path.clear();
+}
+
 OpenLog::OpenLog() {
     const std::lock_guard lock(openLog.mutex);
     openLog.paths.clear();
@@ -229,6 +277,16 @@ ssize_t pread64(int file, void* data, size_t size, off64_t offset) {
     return count < 0 ? count : next(file, data, static_cast<size_t>(count), offset);
 }
 
+ssize_t read(int file, void* data, size_t size) {
+    static auto* const next = ambulet::real<ssize_t(int, void*, size_t)>("read");
+    return fails(Fault::Call::Read) ? -1 : next(file, data, size);
+}
+
+int flock(int file, int operation) noexcept {
+    static auto* const next = ambulet::real<int(int, int)>("flock");
+    return fails(Fault::Call::Flock) ? -1 : next(file, operation);
+}
+
 int fsync(int file) {
     static auto* const next = ambulet::real<int(int)>("fsync");
     return fails(Fault::Call::Fsync) ? -1 : next(file);
@@ -248,7 +306,9 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
                    void* argument) noexcept {
     using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
     static auto* const next = ambulet::real<Create>("pthread_create");
-    return ambulet::noThreads ? EAGAIN : next(thread, attributes, body, argument);
+    return ambulet::noThreads || ambulet::isRefused(body)
+               ? EAGAIN
+               : next(thread, attributes, body, argument);
 }
 
 int statx(int folder, const char* path, int flags, unsigned mask, struct statx* status) noexcept {

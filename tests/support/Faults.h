@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,11 +24,11 @@ class NotCopyable {
 /// Makes calls to the operating system fail.
 class Fault : NotCopyable {
   public:
-    enum class Call { Open, Write, Fsync, Rename };
+    enum class Call { Open, Read, Write, Fsync, Rename, Flock };
 
     /// The first `at` - 1 calls of the kind `call` succeed; all later ones fail with `error`. If
     /// `isShort` is set, the first of those, if it is a write, succeeds instead, but writes only
-    /// half of its data.
+    /// half of its data. If `error` is EINTR, only one call fails.
     Fault(Call call, int at, int error, bool isShort = false);
     ~Fault();
 
@@ -50,6 +51,9 @@ class OtherDevices : NotCopyable {
 };
 
 /// Makes starting a thread fail.
+///
+/// The environment variable AMBULET_THREADS is a number: for the whole run of a program, only so
+/// many threads of the program itself can be started. Those of libraries do not count.
 class NoThreads : NotCopyable {
   public:
     NoThreads();
@@ -68,6 +72,13 @@ class HangingFolder : NotCopyable {
 
     bool otherThreadWaits() const;
     bool mainThreadHasAccessed() const;
+};
+
+/// Calls a function right before the process opens `path` for the first time.
+class BeforeOpening : NotCopyable {
+  public:
+    BeforeOpening(const std::string& path, const std::function<void()>& action);
+    ~BeforeOpening();
 };
 
 /// Records the paths of all files and folders that the process opens.
