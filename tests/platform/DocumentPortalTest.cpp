@@ -16,7 +16,8 @@ constexpr const char* attribute = "user.document-portal.host-path";
 // A folder on a file system that has such attributes. In some versions of Linux a tmpfs has none,
 // and the usual folder for temporary files may be one.
 std::string folderWithAttributes() {
-    for (const std::string place : {testing::TempDir().c_str(), AMBULET_BUILD, "/var/tmp"}) {
+    for (const std::string& place :
+         {testing::TempDir(), std::string(AMBULET_BUILD), std::string("/var/tmp")}) {
         const ScopedVariable folders("TMPDIR", place);
         const TestFolder folder;
         if (::setxattr(bytes(folder.write(u"file"_s)).c_str(), attribute, "/", 1, 0) == 0) {
@@ -35,7 +36,7 @@ class DocumentPortal : public testing::Test {
     }
 
     const ScopedVariable _place{"TMPDIR", folderWithAttributes()};
-    const TestFolder _folder;
+    TestFolder _folder;
     const std::string _path = bytes(_folder.write(u"export.xml"_s));
 };
 
