@@ -59,7 +59,7 @@ TEST(FileScan, theRecordsOfAllChunksAreAdded) {
     EXPECT_EQ(result.open, nothingElse);
 }
 
-TEST(FileScan, ifAThreadHasNoMemoryTheCallingOneReadsTheRest) {
+TEST(FileScan, theCallingThreadReadsTheRestIfAnotherHasNoMemory) {
     const LittleMemory none(0);
     const Result result = readInChunks(steps(200));
     EXPECT_EQ(result.days, onNinth(200));
@@ -67,7 +67,7 @@ TEST(FileScan, ifAThreadHasNoMemoryTheCallingOneReadsTheRest) {
     EXPECT_TRUE(none.hasFailed());
 }
 
-TEST(FileScan, ifAThreadRunsOutOfMemoryTheResultIsRightOrAnError) {
+TEST(FileScan, theResultIsRightOrAnErrorIfAThreadRunsOutOfMemory) {
     std::string content;  // a record on each of 240 days, so that merging allocates memory, too
     for (int month = 10; month <= 12; ++month) {
         for (int day = 0; day < 80; ++day) {
