@@ -81,7 +81,6 @@ void HelpWindowController::buildUI() {
     _captionField->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     connect(_prevButton, &Button::clicked, this, &HelpWindowController::prevPage);
     connect(_nextButton, &Button::clicked, this, &HelpWindowController::nextPage);
-    _nextButton->setFocus();
 }
 
 void HelpWindowController::updateForPage(qsizetype page) {

@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QPushButton>
-#include <QStyleHints>
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -358,17 +357,6 @@ TEST_F(HelpWindowControllerTest, theGuideCanBePagedByKeyboard) {
     QTest::keyClick(&previous(), Qt::Key_Space);
     expectFirstPage();
     EXPECT_TRUE(next().hasFocus());
-}
-
-// Where Tab does not reach buttons, as on macOS by default, showing a window does not give the
-// focus to one either.
-TEST_F(HelpWindowControllerTest, theNextButtonHasTheFocusAtFirstEvenIfTabDoesNotReachIt) {
-    QStyleHints& hints = *QGuiApplication::styleHints();
-    const Qt::TabFocusBehavior before = hints.tabFocusBehavior();
-    hints.setTabFocusBehavior(Qt::TabFocusTextControls);
-    show();
-    EXPECT_TRUE(next().hasFocus());
-    hints.setTabFocusBehavior(before);
 }
 
 TEST(HelpWindowController, concurrentFirstCallsReturnTheSameSharedController) {

@@ -582,13 +582,18 @@ TEST_F(TableViewTest, anEmptyTableShowsItsTextInTheMiddleUntilItHasRows) {
 }
 
 TEST_F(TableViewTest, aLongTextOfAnEmptyTableIsWrappedAndNotCut) {
-    const auto edge = [&] { return table.viewport()->grab({0, 0, 5, table.height()}).toImage(); };
     rows.kinds.clear();
     table.reloadData();
-    const QImage blank = edge();
+    const QImage blank = table.viewport()->grab().toImage();
     rows.emptyText = QStringLiteral("not a word of it is cut ").repeated(10);
     ASSERT_GT(table.fontMetrics().horizontalAdvance(rows.emptyText), table.width());
-    EXPECT_EQ(edge(), blank);
+    const QImage told = table.viewport()->grab().toImage();
+    int inked = 0;
+    for (int y = 0; y < told.height(); ++y) {
+        const QRect line(0, y, told.width(), 1);
+        inked += told.copy(line) != blank.copy(line) ? 1 : 0;
+    }
+    EXPECT_GT(inked, table.fontMetrics().height()) << "there is only one line";
 }
 
 TEST_F(TableViewTest, aTextOfSeveralWordsThatDoesNotFitEndsInAnEllipsis) {
