@@ -1,7 +1,7 @@
 // fuzz_bookmarks: damaged bookmarks from the settings must resolve to their file, to another file
-// at its path, or to nothing. The input is the length of a file name, the
-// name, a byte for the version of a bookmark and two options, and the rest of the bookmark. The
-// bookmark's path is that name in a temporary folder, so that only temporary folders are searched.
+// at its path, or to nothing. The input consists of the length of a file name, the name, a byte
+// with the version of a bookmark and two options, and the bytes of its identity. The bookmark's
+// path is that name in a temporary folder, so that only temporary folders are searched.
 
 #include "Rule.h"
 #include "platform/FileBookmark.h"
@@ -67,12 +67,12 @@ void checkUnpacked(const QByteArray& data) {
     }
 }
 
-// Without this option, the identity gets the size that the version demands. Otherwise hardly any
-// input would be a bookmark.
+// With this option, the identity has the size of the input's bytes. Without it, they are cut or
+// padded to the size that the version demands; otherwise hardly any input would be a bookmark.
 constexpr int anySize = 4;
 
-// With this option, the bytes are the difference from the identity of the file "moved.xml", which
-// no input can contain, because it is another one in each run.
+// With this option, the input's bytes are combined by XOR with the identity of the file
+// "moved.xml". No input can contain that identity, because it differs in each run.
 constexpr int nearMoved = 8;
 
 QByteArray identityFrom(const Files& files, QByteArray bytes, quint8 version, int options) {

@@ -25,7 +25,7 @@ Bundle bundleOf(std::string_view bytes) {
     return {QString::fromStdString(file), QString::fromStdString(folder.path())};
 }
 
-// Reads any file. Each question reads it again, so there are few.
+// Checks any file. Each call reads it again, so there are few.
 void checkFile(std::string_view bytes) {
     static const QString processName = bundleOf("").displayName();
     const Bundle bundle = bundleOf(bytes);

@@ -11,15 +11,15 @@ class QPalette;
 
 namespace ambulet {
 
-/// Draws the outline that marks the keyboard focus, just inside `rect`. Its colour is the palette's
-/// highlight colour, changed if its contrast with any of `grounds` is below `markContrast`: the
-/// colours that the outline covers or is beside. It is never filled: Fusion fills its focus frame,
-/// which lowers the contrast of the text in it.
+/// Draws the outline that marks the keyboard focus, just inside `rect`. `grounds` are the colours
+/// that the outline covers or is beside. It has the palette's highlight colour, changed if its
+/// contrast with any of them is below `markContrast`. It is not filled: Fusion fills its focus
+/// frame, which lowers the contrast of the text in it.
 void drawFocusOutline(QPainter& painter, const QRect& rect, const QPalette& palette,
                       std::initializer_list<QColor> grounds);
 
-/// Draws the outline of a text field if it has the focus: inside the field's frame, whose colour
-/// may be close to the outline's. To be called after the field has painted itself.
+/// If a text field has the focus, draws the outline inside the field's frame, because the frame's
+/// colour may be close to the outline's. To be called after the field has painted itself.
 void drawFocusOutlineOfField(QLineEdit& field);
 
 }  // namespace ambulet

@@ -130,7 +130,7 @@ TEST_F(MainMenuTest, f10OpensTheFirstMenuOfEitherKindOfWindow) {
     }
 }
 
-TEST_F(MainMenuTest, aHeldF10OpensTheMenuOnce) {
+TEST_F(MainMenuTest, theRepeatsOfAHeldF10OpenNoMenu) {
     window.show();
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -66,7 +66,7 @@ class Faults(ProgramTest):
         self.quit(program)
         self.assertIn("strideFootLength=3.25", self.settings_file.read_text())
 
-    def test_the_status_says_so_and_the_window_stays_usable_without_a_thread_for_the_load(self):
+    def test_the_status_reports_an_error_and_the_window_stays_usable_if_the_load_gets_no_thread(self):
         self.remember(self.write_export(31))
         program = self.start(AMBULET_THREADS="0", **FAULTS)
         program.label(r"The file could not be read\.")

@@ -297,7 +297,7 @@ TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
                               contrastRatio(color, beside) >= markContrast;
                 }
             }
-            // An outline has a few pixels less. That of the miles is around the text only.
+            // An outline is a little smaller than its view. That of the miles surrounds their text.
             const int width =
                 control == controller->milesLabel() ? control->sizeHint().width() : with.width();
             EXPECT_GE(marked, 2 * (width + with.height()) - 60)

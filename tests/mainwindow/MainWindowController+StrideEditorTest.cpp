@@ -120,7 +120,7 @@ TEST_F(StrideEditorTest, theEditorFollowsTheLabelAndKeepsTheTypedText) {
     expectOverTheStride("Miles: 100.00 @ ", "a font of the label alone");
     QLabel& label = *controller->milesLabel();
     label.resize(label.width(), label.height() + 5);
-    expectOverTheStride("Miles: 100.00 @ ", "a higher label");
+    expectOverTheStride("Miles: 100.00 @ ", "a taller label");
     EXPECT_TRUE(open());
 }
 
@@ -131,7 +131,7 @@ TEST_F(StrideEditorTest, growsWithItsFontSoThatFourDecimalsFit) {
         controller->window()->setFont(font);
         openAndType("0.7512");
         QTest::keyClick(&editor(), Qt::Key_End);
-        // If the field has scrolled, the position of its first character is not the first one.
+        // If the text has scrolled, its first character is not at the field's left edge.
         EXPECT_EQ(editor().cursorPositionAt(QPoint(0, editor().height() / 2)), 0) << pixels;
         const QImage atEnd = editor().grab().toImage();
         QTest::keyClick(&editor(), Qt::Key_Home);

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 constexpr const char* attribute = "user.document-portal.host-path";
 
-// A folder on a file system that has such attributes. In some versions of Linux a tmpfs has none,
-// and the usual folder for temporary files may be one.
+// A folder on a file system with extended attributes of users. In some versions of Linux a tmpfs
+// has none, and the usual folder for temporary files may be on one.
 std::string folderWithAttributes() {
     for (const std::string& place :
          {testing::TempDir(), std::string(AMBULET_BUILD), std::string("/var/tmp")}) {

@@ -120,8 +120,8 @@ bool isRefused(void* (*body)(void*)) {
            threadsLeft.fetch_sub(1) <= 0;
 }
 
-// The environment variable AMBULET_SLOW_READ is a time in milliseconds: for the whole run, reading
-// a piece of the export takes that much longer.
+// The environment variable AMBULET_SLOW_READ is a time in milliseconds: for the whole run, each
+// pread takes that much longer. Only exports are read by pread.
 void delayRead() {
     static const char* const text = std::getenv("AMBULET_SLOW_READ");
     if (text != nullptr) {

@@ -26,9 +26,11 @@ class Fault : NotCopyable {
   public:
     enum class Call { Open, Read, Write, Fsync, Rename, Flock };
 
-    /// The first `at` - 1 calls of the kind `call` succeed; all later ones fail with `error`. If
-    /// `isShort` is set, the first of those, if it is a write, succeeds instead, but writes only
-    /// half of its data. If `error` is EINTR, only one call fails.
+    /// The first `at` - 1 calls of the kind `call` succeed. The later ones fail with `error`, with
+    /// two exceptions:
+    /// - If `error` is EINTR, only the first of them fails.
+    /// - If `isShort` is set and the first of them is a write, it succeeds, but writes only half of
+    ///   its data.
     Fault(Call call, int at, int error, bool isShort = false);
     ~Fault();
 
@@ -50,10 +52,10 @@ class OtherDevices : NotCopyable {
     ~OtherDevices();
 };
 
-/// Makes starting a thread fail.
+/// Makes every start of a thread fail.
 ///
-/// The environment variable AMBULET_THREADS is a number: for the whole run of a program, only so
-/// many threads of the program itself can be started. Those of libraries do not count.
+/// The environment variable AMBULET_THREADS is the number of std::threads that can be started in
+/// the whole run of a program. Libraries start their threads in other ways.
 class NoThreads : NotCopyable {
   public:
     NoThreads();

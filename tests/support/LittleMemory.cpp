@@ -1,5 +1,5 @@
-// These definitions replace the C++ library's operator new, and aligned_alloc. The sanitizers see
-// the memory all the same, because it comes from malloc.
+// Replaces operator new and aligned_alloc. The sanitizers still check the memory, because it comes
+// from malloc and posix_memalign.
 
 #include "support/LittleMemory.h"
 

@@ -2,9 +2,9 @@
 
 namespace ambulet {
 
-/// If a test program links LittleMemory.cpp: as long as the object exists, all threads but the main
-/// one together can allocate memory `allocations` times. Then their allocations fail. Only one
-/// object may exist at a time.
+/// Limits the memory of the threads other than the main one. While the object exists, they can
+/// allocate memory `allocations` times in total; all later allocations fail. A test program that
+/// uses it links LittleMemory.cpp. Only one object may exist at a time.
 class LittleMemory {
   public:
     explicit LittleMemory(int allocations);

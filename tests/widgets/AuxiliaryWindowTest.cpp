@@ -95,7 +95,7 @@ TEST(AuxiliaryWindow, centringLeavesAMaximisedOrFullScreenWindowAlone) {
     }
 }
 
-// The offscreen platform applies the flag at a change of the state.
+// The offscreen platform applies the flag only when the window's state is set.
 void setFrame(QWindow& handle, bool frame) {
     handle.setFlag(Qt::FramelessWindowHint, !frame);
     handle.setWindowState(Qt::WindowFullScreen);
@@ -115,7 +115,7 @@ TEST(AuxiliaryWindow, aWindowWhoseFrameComesLateIsCentredAgain) {
     setFrame(*window.windowHandle(), false);
     window.center();
     const QRect without = window.geometry();
-    // Sets the flag without a change of the state, and so without an event.
+    // The state stays the same, so that the window gets no event.
     window.windowHandle()->setFlag(Qt::FramelessWindowHint, false);
     window.windowHandle()->setWindowState(Qt::WindowNoState);
     window.setGeometry(without);

@@ -105,11 +105,11 @@ TEST_F(TableViewTest, aPressOnAGroupRowDoesNotMoveTheStartOfTheNextRange) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({2, 3, 4, 6}));
 }
 
-TEST_F(TableViewTest, aDragFromAGroupRowSelectsNothing) {
+TEST_F(TableViewTest, aDragFromAGroupRowDoesNotChangeTheSelection) {
     const auto middle = [&](int row) {
         return table.visualRect(table.model()->index(row, 0)).center();
     };
-    click(7);  // Qt would start the drag there
+    click(7);  // QTableView would select from here
     QTest::mousePress(table.viewport(), Qt::LeftButton, {}, middle(0));
     QMouseEvent move(QEvent::MouseMove, middle(3), table.viewport()->mapToGlobal(middle(3)),
                      Qt::NoButton, Qt::LeftButton, {});

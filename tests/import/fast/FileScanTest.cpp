@@ -67,7 +67,7 @@ TEST(FileScan, theCallingThreadReadsTheRestIfAnotherHasNoMemory) {
     EXPECT_TRUE(none.hasFailed());
 }
 
-TEST(FileScan, theResultIsRightOrAnErrorIfAThreadRunsOutOfMemory) {
+TEST(FileScan, aScanThatRunsOutOfMemoryIsRightOrThrowsBadAlloc) {
     std::string content;  // a record on each of 240 days, so that merging allocates memory, too
     for (int month = 10; month <= 12; ++month) {
         for (int day = 0; day < 80; ++day) {
@@ -94,7 +94,8 @@ TEST(FileScan, theResultIsRightOrAnErrorIfAThreadRunsOutOfMemory) {
 
 TEST(FileScan, theScanEndsBeforeTheRootsEndTag) {
     const Result result = readInChunks(steps(200) + "</HealthData>\n");
-    EXPECT_EQ(result.days, onNinth(199)) << "what comes after the last one is not read";
+    EXPECT_EQ(result.days, onNinth(199))
+        << "the last record is followed by the end tag, and not read";
     EXPECT_EQ(result.read, steps(199).size());
 }
 
