@@ -86,9 +86,16 @@ class ClientMessage(ctypes.Structure):
                 ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 12)]
 
 
+# Xlib's own handler ends the process.
+IGNORE_ERROR = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(
+    lambda display, error: 0)
+
+
 def close(window):
-    """Asks an X window to close, as the button in its title bar does."""
+    """Asks an X window to close, as the button in its title bar does. Does nothing if the window is
+    gone."""
     x11 = ctypes.CDLL("libX11.so.6")
+    x11.XSetErrorHandler(IGNORE_ERROR)
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = ctypes.c_ulong
     x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
