@@ -50,7 +50,8 @@ TEST_F(Program, theSumsAreCorrectInUnusualTimeZones) {
 }
 
 TEST_F(Program, memoryDoesNotGrowWithTheExport) {
-    const ambulet::ScopedVariable freedMemory("ASAN_OPTIONS", "quarantine_size_mb=1");
+    const ambulet::ScopedVariable freedMemory(
+        "ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
     rusage small{};
     rusage large{};
     EXPECT_EQ(run("--size 3M /dev/null").status, 0);
