@@ -37,7 +37,7 @@ std::vector<std::string> dayOfStartDates(const char* offset) {
     return dates;
 }
 
-const std::vector<std::string> exactForm = dayOfStartDates("+0000");
+const std::vector<std::string> phoneForm = dayOfStartDates("+0000");
 const std::vector<std::string> otherForm = dayOfStartDates("+00:00");
 
 // Calls `once` with each of the texts in turn, repeatedly.
@@ -70,7 +70,7 @@ void addRecords(benchmark::State& state, const std::vector<std::string>& startDa
 }
 
 void recordInExactForm(benchmark::State& state) {
-    addRecords(state, exactForm, "HKQuantityTypeIdentifierStepCount");
+    addRecords(state, phoneForm, "HKQuantityTypeIdentifierStepCount");
 }
 BENCHMARK(recordInExactForm);
 
@@ -80,21 +80,22 @@ void recordInOtherForm(benchmark::State& state) {
 BENCHMARK(recordInOtherForm);
 
 void recordOfOtherType(benchmark::State& state) {
-    addRecords(state, exactForm, "HKQuantityTypeIdentifierActiveEnergyBurned");
+    addRecords(state, phoneForm, "HKQuantityTypeIdentifierActiveEnergyBurned");
 }
 BENCHMARK(recordOfOtherType);
 
-// The time for a step record whose attributes are known: the date, its day and the number.
+// The part of a step record's time after its attributes are found: for the date, its day and the
+// number.
 void dateAndDay(benchmark::State& state) {
     StepSums sums;
-    withEach(state, exactForm, [&](const std::string& startDate) { sums.add(startDate, "117"); });
+    withEach(state, phoneForm, [&](const std::string& startDate) { sums.add(startDate, "117"); });
     benchmark::DoNotOptimize(sums.days());
 }
 BENCHMARK(dateAndDay);
 
 void dateByHand(benchmark::State& state) {
     InstantReader reader;
-    withEach(state, exactForm,
+    withEach(state, phoneForm,
              [&](const std::string& text) { benchmark::DoNotOptimize(reader.instant(text)); });
 }
 BENCHMARK(dateByHand);
@@ -197,7 +198,7 @@ int main(int argc, char** argv) {
     return runBenchmarks(
         argc, argv,
         {{"a date: ICU / by hand", "dateByIcu", "dateByHand"},
-         {"a record: date in another form / in the exact one", "recordInOtherForm",
+         {"a record: date in another form / in the phones' form", "recordInOtherForm",
           "recordInExactForm"},
          {"an export: days by expat / by the fast reader", "readDays", "readDaysFast"},
          {"an export: days by expat / start tags only", "readDays", "readTags"},

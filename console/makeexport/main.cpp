@@ -74,7 +74,8 @@ void set(Arguments& arguments, const std::string& option, const std::string& val
     } else if (option == "--size") {
         const auto size = sizeInBytes(value);
         arguments.size = size.value_or(0);
-        arguments.wrong = size ? "" : "--size is from 1K to 8G or in bytes, not " + value;
+        arguments.wrong =
+            size ? "" : "--size is from 1K to 8G, in bytes without a suffix, not " + value;
     } else if (option == "--sums") {
         const std::size_t equals = std::min(value.find('='), value.size() - 1);
         const std::string zone = value.substr(0, equals);

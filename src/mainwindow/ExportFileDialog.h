@@ -57,7 +57,8 @@ class ExportFileDialog : public QFileDialog {
 QString startFolder(const std::optional<QString>& path);
 
 /// Shows a dialog that opens in `startFolder(path)`, and returns the chosen path; empty if the user
-/// cancels. The dialog's memory is freed in the background.
+/// cancels. The dialog's file system model is destroyed in the background, because that may wait
+/// for a mount that hangs.
 std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front);
 
 }  // namespace ambulet

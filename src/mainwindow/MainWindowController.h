@@ -82,7 +82,7 @@ class MainWindowController final : public WindowController, public TableViewData
     std::vector<DisplayRow> buildDisplayRows(std::span<const DailySteps> days) const;
 
     /// The row of one month. `days`: the days of the month. `stride`: feet per step. The title is
-    /// the date of the first day, formatted by `formatter`.
+    /// the date of `days.front()`, formatted by `formatter`.
     static MonthSummary makeSummary(std::span<const DailySteps> days, double stride,
                                     const DateFormatter& formatter);
 
@@ -108,9 +108,9 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
 
-    /// Opens the editor over the stride in the miles label, if it is closed, and fills it with the
-    /// stored stride. While it is open, it moves with the label. Closing the window and quitting
-    /// commit it.
+    /// Opens the editor over the stride in the miles label. Fills it with the stored stride, also if
+    /// it is open. The open editor moves with the label. If the window is closed or the program
+    /// quits, the edit is committed.
     void strideDidClick();
 
     /// Stores the editor's number if it is greater than 0, closes the editor, and updates rows and
@@ -177,7 +177,7 @@ class MainWindowController final : public WindowController, public TableViewData
         FoundFile found;
         QString shownPath;  // the path to show for the remembered one
         std::vector<DailySteps> days;
-        DayOffsets offsets;  // at the start of each day
+        DayOffsets offsets;  // of local time from UTC, at the start of each day
     };
 
     void showPath(const QString& path);

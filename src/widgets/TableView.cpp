@@ -24,7 +24,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr int rowPadding = 8;  // in points, the sum of those above and below a row's text
+constexpr int rowPadding = 8;  // in points: the space above a row's text and below it, together
 
 std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     std::vector<int> rows;
@@ -40,7 +40,7 @@ std::vector<int> rowsOf(const QItemSelectionModel& selection) {
     return rows;
 }
 
-// Modifiers may also be held during a click.
+// A modifier key alone does not show the focus, because it may be held for a click.
 bool isModifier(int key) {
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
            key == Qt::Key_Meta || key == Qt::Key_AltGr;
@@ -177,14 +177,16 @@ void TableView::changeEvent(QEvent* event) {
     }
 }
 
-// Differs from Qt in two cases:
+// Differs from Qt in three cases:
 // - Home and End go to the first and the last row, not to the first and the last column.
 // - If there is no current row, the first key goes to the first selected row, or else to the first
 //   row that the user can select; Qt would stop at a group row.
+// - If there is no current row, MoveNext goes nowhere. Qt asks for it when the table gets the
+// focus.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool first = !currentIndex().isValid();
     if (first && action == MoveNext) {
-        return {};  // Qt asks for this when the table gets the focus; no row becomes current then
+        return {};
     }
     if (action == MoveEnd) {
         return selectableIndex(_model->rowCount() - 1, -1);

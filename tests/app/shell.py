@@ -1,4 +1,5 @@
-"""Start, Getting Started window, About window and end of the program, under a window manager."""
+"""Tests of the program's start and end, its Getting Started window and its About window, under a window
+manager."""
 
 import os
 import unittest
@@ -13,6 +14,7 @@ MWM_MAXIMIZE_DECORATION = 0x40
 
 class Shell(ProgramTest):
     def assert_centered(self, program, title):
+        """Horizontally centred, with a quarter of the free height above it."""
         width, height = map(int, xdotool("getdisplaygeometry").split())
 
         def place():
@@ -49,10 +51,10 @@ class Shell(ProgramTest):
         self.assert_centered(program, GUIDE)
         return program
 
-    def test_the_first_start_shows_the_guide_in_front_and_done_closes_it(self):
+    def test_the_first_start_shows_the_guide_in_front_and_its_done_button_closes_it(self):
         self.walk_through_the_guide("light")
 
-    def test_the_guide_and_about_open_on_a_dark_desktop(self):
+    def test_the_guide_and_the_about_window_open_on_a_dark_desktop(self):
         (self.configuration / "kdeglobals").write_text(DARK_COLORS)
         program = self.walk_through_the_guide("dark", **DARK)
         program.activate(MAIN)
@@ -60,7 +62,7 @@ class Shell(ProgramTest):
         program.wait_until_in_front(ABOUT)
         self.picture("about-dark.png")
 
-    def test_showing_a_moved_guide_again_centres_it_at_the_first_page(self):
+    def test_a_moved_guide_that_is_shown_again_is_centred_and_at_its_first_page(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.click(program.find(Atspi.Role.PUSH_BUTTON, "Next →"))
@@ -121,7 +123,7 @@ class Shell(ProgramTest):
         self.assertEqual(opened.read_text(), "https://ambulet.example\n")
         self.assertTrue(program.is_open(ABOUT))
 
-    def test_about_and_the_guide_grow_with_a_large_font(self):
+    def test_the_name_in_the_about_window_grows_with_a_large_font(self):
         (self.configuration / "kdeglobals").write_text(
             DARK_COLORS + '[General]\nfont=DejaVu Sans,20,-1,5,50,0,0,0,0,0\n')
         program = self.start(**DARK)
@@ -183,7 +185,7 @@ class Shell(ProgramTest):
         close(front_window())
         self.assertEqual(program.end(), 0)
 
-    def test_the_program_runs_while_only_the_guide_is_open_and_done_ends_it(self):
+    def test_the_program_runs_while_only_the_guide_is_open_and_its_done_button_ends_it(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.activate(MAIN)

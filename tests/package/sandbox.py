@@ -1,7 +1,7 @@
 """Tests of the program in bubblewrap, with the permissions of the Flatpak: a read-only system, separate
 settings, no network, and only those files of the user that a document portal would provide. No portal
-runs. A folder mounted at the portal's path, with the portal's file attribute, replaces it. Run it by
-tests/app/with-desktop."""
+runs. In its place, a folder is mounted at its path, and the file in it has the attribute that a portal sets.
+Run this file under tests/app/with-desktop."""
 
 import os
 import pathlib

@@ -112,7 +112,7 @@ TEST_F(FileBookmarkTest, aDeletedFileResolvesToNothing) {
     EXPECT_FALSE(FileBookmark::resolve(_bookmark));
 }
 
-TEST_F(FileBookmarkTest, aNewBookmarkOfTheFileThatAStaleOneFoundIsNotStale) {
+TEST_F(FileBookmarkTest, aBookmarkMadeAgainAfterAMoveIsNotStale) {
     moveTo(u"disk/exports/renamed.xml"_s);
     const auto resolved = FileBookmark::resolve(_bookmark);
     ASSERT_TRUE(resolved);
@@ -176,7 +176,8 @@ TEST_F(FileBookmarkTest, aNameThatIsNotUTF8IsKeptByteForByte) {
     EXPECT_FALSE(again->stale);
 }
 
-// A record of version 1 is one of version 2 without the size, which is its last eight bytes.
+// The size is the last eight bytes of a bookmark of version 2. Version 1 has no size, and is
+// otherwise the same.
 TEST_F(FileBookmarkTest, aBookmarkOfVersion1FindsItsFile) {
     _bookmark[4] = '\1';
     _bookmark.chop(8);
@@ -196,7 +197,7 @@ TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandOtherFiles) {
     expectFoundAt(u"disk/exports/apple/renamed.xml"_s);
 }
 
-// Each case: what happens to the file, and to what its bookmark resolves afterwards.
+// Each case: what happens to the file, and what its bookmark then resolves to.
 TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
     const QString moved = u"disk/exports/moved.xml"_s;
     const auto copyBack = [&] {  // another file with the same name, size and content
@@ -215,7 +216,7 @@ TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
         {"new content", true, [&] { _folder.write(u"disk/exports/apple/export.xml"_s, "longer"); },
          _path, false},
         {"renamed", true, [&] { moveTo(moved); }, _folder.path(moved), true},
-        {"a newer export in its place, itself moved", true,
+        {"moved, and a newer export put in its place", true,
          [&] {
              moveTo(moved);
              _folder.write(u"disk/exports/apple/export.xml"_s, "newer");
@@ -333,7 +334,7 @@ TEST_F(FileBookmarkTest, dataThatIsNotABookmarkResolvesToNothing) {
     }
 }
 
-TEST_F(FileBookmarkTest, aPathWithANULMakesNoBookmark) {
+TEST_F(FileBookmarkTest, dataWithANULInThePathResolvesToNothing) {
     const QByteArray path = QFile::encodeName(_path);
     for (const qsizetype at : {path.size(), path.lastIndexOf('/') + 1}) {
         const QByteArray withNUL = QByteArray(path).insert(at, '\0');

@@ -8,7 +8,7 @@ namespace ambulet {
 namespace {
 
 bool refersToEntities(std::string_view value, bool isParameter) {
-    // "&#" starts a reference to a character, which is not nested.
+    // "&#" starts a reference to a character, not to an entity.
     for (std::size_t at = value.find('&'); at != std::string_view::npos;
          at = value.find('&', at + 1)) {
         if (at + 1 < value.size() && value[at + 1] != '#') {

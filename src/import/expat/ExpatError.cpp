@@ -55,7 +55,8 @@ XMLErrorReason errorReason(XML_Error error) {
     case XML_ERROR_NO_MEMORY:
         return XMLErrorReason::outOfMemory;
     default:
-        // The others are about namespaces, external entities, and functions that are not called.
+        // The others are about namespaces, external entities, functions that are not called, and
+        // XML_StopParser, whose callers know the reason.
         return XMLErrorReason::unexpected;
     }
 }

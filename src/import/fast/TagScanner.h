@@ -13,7 +13,7 @@
 
 namespace ambulet {
 
-/// Sums the step records in bytes in memory, up to where it can verify that the bytes are
+/// Sums the step records in a part of memory, as far as it can verify that the bytes there are
 /// well-formed. It keeps verified markup, and compares later bytes with it. One thread at a time.
 ///
 /// A boundary is a position in the content of an element between two tokens: tags, comments,
@@ -25,20 +25,20 @@ class TagScanner {
     /// The number of null characters that must follow the last byte: comparisons read beyond it.
     static constexpr std::size_t padding = Prediction::mostBytes + 2 * ByteScan::width;
 
-    /// The most elements that may be open, and the most that a scan may close of those opened
-    /// before it. Exports have five levels.
+    /// The limit of the number of open elements. Also the limit of how many elements a scan may
+    /// close that were opened before it. Exports have five levels.
     static constexpr std::size_t deepest = 100;
 
-    /// A tag of more bytes is a long tag. The tags of exports have less than a tenth of this.
-    /// However many tags up to this size expat reads, it keeps less than half a megabyte of them
-    /// (see ExportReader.cpp).
+    /// A tag of more bytes is a long tag. The tags of exports have less than a tenth of this. For
+    /// shorter tags expat keeps less than half a megabyte, however many it reads (see
+    /// ExportReader.cpp).
     static constexpr std::size_t longTag = 8191;
 
     TagScanner();
 
-    /// Resets the state to the content of an element: the last of `open`, which are all open
-    /// elements, the root first. The scan does not accept the root's end tag, nor long tags of more
-    /// than `mostLongTagBytes` together. False if there are too many names.
+    /// `open`: the names of all open elements, the root first. Resets the state to the content of
+    /// the last of them. The scan does not accept the root's end tag, nor long tags of more than
+    /// `mostLongTagBytes` together. False if there are too many names.
     bool startIn(const ElementNames& open, std::uint64_t mostLongTagBytes);
 
     /// Resets the state to the content of an unknown element.
@@ -58,7 +58,7 @@ class TagScanner {
     /// The bytes of all long tags since the reset.
     std::uint64_t longTagBytes() const { return _longTagBytes; }
 
-    /// The sums of the records since the sums were last taken.
+    /// The sums of the records scanned since the last `sums().takeAll()`.
     StepSums& sums() { return _sums; }
 
   private:

@@ -30,8 +30,9 @@ TEST_F(Program, theExportIsTheSameInAnotherTimeZoneAndLocaleAndOnStandardOutput)
     EXPECT_TRUE(contentOf(path("a.xml")) == ended.out);
 }
 
-// In Sao Paulo the clock skipped midnight on some days, Kathmandu is 5:45 ahead of UTC, and
-// Kiritimati and Niue have the largest and nearly the smallest offset.
+// In Sao Paulo the clock skipped midnight on some days, such as 2018-11-04. The sums leave out such
+// days. Kathmandu is 5:45 ahead of UTC. Kiritimati and Niue have the largest and nearly the
+// smallest offset.
 TEST_F(Program, theSumsAreCorrectInUnusualTimeZones) {
     const std::vector<std::string> zones = {"UTC", "America/Sao_Paulo", "Asia/Kathmandu",
                                             "Pacific/Kiritimati", "Pacific/Niue"};
@@ -58,8 +59,8 @@ TEST_F(Program, memoryDoesNotGrowWithTheExport) {
     getrusage(RUSAGE_CHILDREN, &small);
     EXPECT_EQ(run("--size 300M /dev/null").status, 0);
     getrusage(RUSAGE_CHILDREN, &large);
-    // The memory of equal runs differs by more than 1 MB. Eight bytes for each of the 750,000
-    // records would be 6 MB.
+    // The memory of two equal runs can differ by more than 1 MB. Eight bytes for each of the
+    // 750,000 records would be 6 MB. The limit of 4 MB is between the two.
     EXPECT_LT(large.ru_maxrss, small.ru_maxrss + 4096);
 }
 
@@ -81,7 +82,7 @@ TEST_F(Program, aFileThatCannotBeWrittenIsReported) {
 }
 
 TEST_F(Program, badArgumentsAreReported) {
-    const std::string sizes = "--size is from 1K to 8G or in bytes, not ";
+    const std::string sizes = "--size is from 1K to 8G, in bytes without a suffix, not ";
     const std::string seeds = "--seed is a number from 0 to 2^64-1, not ";
     const std::vector<std::pair<std::string, std::string>> all = {
         {"", "no FILE"},

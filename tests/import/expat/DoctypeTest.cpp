@@ -34,7 +34,7 @@ TEST(Doctype, doesNotEndInsideQuotesCommentsOrInstructions) {
     EXPECT_EQ(without("<!DOCTYPE a [ <!-> ' <!-- ' ]>"), "|");
 }
 
-TEST(Doctype, endsBeforeTheRootsStartTagIfItIsNotClosed) {
+TEST(Doctype, endsBeforeTheRootsStartTagIfNoBracketEndsIt) {
     EXPECT_EQ(without("<!DOCTYPE a><a></a>"), "|<a></a>");
     EXPECT_EQ(without("<!DOCTYPE a [ <!ELEMENT b> <a/>"), "|<a/>");
     EXPECT_EQ(without("<!DOCTYPE><a/>"), "|<a/>");
