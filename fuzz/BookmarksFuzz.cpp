@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
-// The size of the identity in a record of this version.
+// The size of the identity in a bookmark of this version.
 qsizetype identitySize(quint8 version) {
     return version == 1 ? 29 : 37;
 }

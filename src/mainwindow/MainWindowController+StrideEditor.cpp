@@ -19,7 +19,7 @@ namespace {
 constexpr int leastEditorWidth = 60;
 constexpr int editorRise = 3;  // how far its top is above the label's
 
-// Wide enough for a stride with four decimals.
+// Wide enough for a stride below 10 with four decimals.
 int widthOfEditor(const QLineEdit& editor) {
     constexpr int textMargin = 2;  // of QLineEdit, at each side of its text
     constexpr int cursor = 1;

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The record has these fields: signature, version, path, device, inode, whether there is a birth
+// A bookmark has these fields: signature, version, path, device, inode, whether there is a birth
 // time, its seconds and nanoseconds, size. Version 1 has no size.
 constexpr quint32 signature = 0x416d6246;
 constexpr quint8 newestVersion = 2;

@@ -30,7 +30,7 @@ bool isHexDigit(char16_t character) {
            (character >= u'A' && character <= u'F');
 }
 
-// The character for an escape, a backslash and this letter. Other letters stand for themselves.
+// The character that a backslash and this letter stand for. Other letters stand for themselves.
 char16_t escaped(char16_t letter) {
     constexpr std::u16string_view letters = u"abfnrtv";
     constexpr std::u16string_view characters = u"\a\b\f\n\r\t\v";

@@ -48,7 +48,7 @@ void AutoresizingLayout::scaleFont(const Place& place) const {
 }
 
 void AutoresizingLayout::addItem(QLayoutItem* item) {
-    // Qt's interface has no frame: the item gets its size hint, at the lower left corner.
+    // QLayout::addItem has no frame. So the item gets its size hint, at the lower left corner.
     _places.push_back({std::unique_ptr<QLayoutItem>(item), QRect(QPoint(0, 0), item->sizeHint()),
                        Horizontally::RightMargin, Vertically::TopMargin, -1});
     invalidate();

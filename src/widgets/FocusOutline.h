@@ -12,9 +12,9 @@ class QPalette;
 namespace ambulet {
 
 /// Draws the outline that marks the keyboard focus, just inside `rect`. `grounds` are the colours
-/// that the outline covers or is beside. It has the palette's highlight colour, changed if its
-/// contrast with any of them is below `markContrast`. It is not filled: Fusion fills its focus
-/// frame, which lowers the contrast of the text in it.
+/// that the outline covers or is beside. Its own colour is the palette's highlight, changed if the
+/// contrast with any of them is below `markContrast`. The outline is not filled: Fusion fills its
+/// focus frame, which lowers the contrast of the text in it.
 void drawFocusOutline(QPainter& painter, const QRect& rect, const QPalette& palette,
                       std::initializer_list<QColor> grounds);
 

@@ -34,7 +34,8 @@ RememberedFrame::RememberedFrame(QWidget& window, const std::optional<QByteArray
     _rest.setInterval(restBeforeSaving);
     connect(&_rest, &QTimer::timeout, this, &RememberedFrame::save);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &RememberedFrame::save);
-    // Not only on the window: its QWindow, which does not exist yet, gets the Expose event.
+    // On the application, because the Expose event goes to the window's QWindow, which does not
+    // exist yet.
     qApp->installEventFilter(this);
 }
 

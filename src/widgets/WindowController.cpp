@@ -15,7 +15,7 @@ QWidget* WindowController::window() {
         _window = loadWindow();
         auto* const close =
             new QShortcut(QKeySequence::Close, _window.get(), _window.get(), &QWidget::close);
-        close->setAutoRepeat(false);  // or a held key would close one window after the other
+        close->setAutoRepeat(false);  // a held key would close one window after the other
         windowDidLoad();
     }
     return _window.get();

@@ -243,7 +243,7 @@ class Menus(ProgramTest):
             key("alt+h", "g")
             program.wait_until_in_front(GUIDE)
 
-    def test_ctrl_w_closes_the_front_window_and_escape_only_the_guide_and_about(self):
+    def test_escape_closes_only_the_guide_and_about_but_ctrl_w_closes_any_front_window(self):
         program, windows = self.start_with_all_windows()
         key("Escape")
         wait_for("About to close", lambda: not windows_named(ABOUT))

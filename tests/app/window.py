@@ -59,7 +59,7 @@ class WindowTest(ProgramTest):
 
 
 class Stride(WindowTest):
-    def test_a_click_opens_the_editor_and_return_stores(self):
+    def test_a_click_opens_the_editor_and_the_return_key_stores_the_stride(self):
         self.program.click(self.miles())
         editor = wait_for("the editor", self.editors)[0]
         self.assertEqual(Atspi.Text.get_text(editor, 0, -1), "2.50")
@@ -81,7 +81,7 @@ class Stride(WindowTest):
         self.assertEqual(self.miles().get_name(), "Miles: 11.25 @ 2.50 ft/step")
         self.assertNotIn("strideFootLength", self.settings_file.read_text())
 
-    def test_a_click_on_the_table_stores_the_stride_and_selects(self):
+    def test_a_click_on_a_row_stores_the_stride_and_selects_the_row(self):
         self.program.click(self.miles())
         wait_for("the editor", self.editors)
         type_text("2")
@@ -105,7 +105,7 @@ class Stride(WindowTest):
 
 
 class Selection(WindowTest):
-    def test_ctrl_adds_a_day_and_shift_selects_a_range(self):
+    def test_a_control_click_adds_a_day_and_a_shift_click_selects_a_range(self):
         self.press(MARCH_3)
         self.expect_days(1)
         self.program.label("From: Mar 3, 2025")

@@ -333,7 +333,7 @@ TEST_F(HelpWindowControllerTest, everyCaptionFitsItsFieldAtTheSmallestSize) {
     }
 }
 
-TEST_F(HelpWindowControllerTest, theCaptionHas13PixelsAndTheIndicator11) {
+TEST_F(HelpWindowControllerTest, theCaptionsFontHas13PixelsAndTheIndicators11) {
     EXPECT_EQ(view<Label>("captionField").font().pixelSize(), 13);
     EXPECT_EQ(view<Label>("pageIndicator").font().pixelSize(), 11);
     EXPECT_EQ(view<Label>("pageIndicator").alignment(), Qt::AlignCenter);

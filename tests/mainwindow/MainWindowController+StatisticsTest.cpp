@@ -167,7 +167,7 @@ TEST_F(StatisticsTest, aChangedStrideIsShownAtTheNextUpdate) {
     EXPECT_EQ(texts()[4], QStringLiteral("Miles: 4.00 @ 4.00 ft/step"));
 }
 
-TEST_F(StatisticsTest, fromAndToAreTheLastAndTheFirstDayOfTheListInAnyOrder) {
+TEST_F(StatisticsTest, fromIsTheLastDayOfAnUnsortedListAndToTheFirst) {
     load({{"2025-03-02", "1"}});
     std::vector<DailySteps> unordered(2);
     using namespace std::chrono_literals;

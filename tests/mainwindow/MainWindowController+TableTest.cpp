@@ -81,7 +81,7 @@ TEST_F(TableTest, monthsAndTheirTitlesAreThoseOfTheLocalesCalendar) {
 }
 
 // In Polish, March is "marca" in a date and "marzec" by itself.
-TEST_F(TableTest, theTitleHasTheFormOfTheMonthNameInsideADate) {
+TEST_F(TableTest, theTitleHasTheGrammaticalFormOfTheMonthNameInADate) {
     const ScopedLocale polish("pl_PL.UTF-8");
     const auto rows = makeController().buildDisplayRows(std::array{day(2025, 3, 2, 1)});
     EXPECT_EQ(month(rows[0]).title(), "marca 2025");
@@ -125,7 +125,7 @@ TEST_F(TableTest, aMonthOfNoDaysHasZeroAverages) {
     EXPECT_EQ(summary.avgMiles(), 0);
 }
 
-TEST_F(TableTest, theTitleIsThatOfTheFirstDay) {
+TEST_F(TableTest, theTitleOfASummaryIsTheMonthOfTheFirstDayInTheList) {
     const MonthSummary summary =
         MainWindowController::makeSummary(std::array{day(2025, 3, 1, 4), day(2025, 2, 28, 2)}, 2.5,
                                           DateFormatter::withPattern("MMMM yyyy"));

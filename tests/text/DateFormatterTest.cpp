@@ -60,7 +60,7 @@ TEST(DateFormatter, followsTheUsersLocale) {
 }
 
 // Polish has another form (LLLL) for the name of a month alone.
-TEST(DateFormatter, usesTheFormOfAMonthNameInsideADate) {
+TEST(DateFormatter, usesTheGrammaticalFormOfAMonthNameInADate) {
     const ScopedLocale polish("pl_PL.UTF-8");
     const std::string title = DateFormatter::withPattern("MMMM yyyy").string(march2);
     EXPECT_EQ(title, patternByIcu(u"MMMM yyyy", "pl_PL"));

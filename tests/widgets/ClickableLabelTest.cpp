@@ -22,7 +22,7 @@ class ClickableLabelTest : public testing::Test {
     QSignalSpy clicks{&label, &ClickableLabel::clicked};
 };
 
-TEST_F(ClickableLabelTest, aPrimaryClickIsSentOnce) {
+TEST_F(ClickableLabelTest, onlyAClickWithThePrimaryButtonSendsASignal) {
     QTest::mouseClick(&label, Qt::LeftButton);
     EXPECT_EQ(clicks.size(), 1);
     QTest::mouseClick(&label, Qt::RightButton);

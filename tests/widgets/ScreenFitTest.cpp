@@ -79,7 +79,7 @@ TEST_F(ScreenFitTest, aWindowThatIsTooLargeIsMadeToFitIncludingItsFrame) {
     EXPECT_EQ(window.frameGeometry(), screen);
 }
 
-TEST_F(ScreenFitTest, aWindowThatIsOnlyTooHighKeepsItsWidth) {
+TEST_F(ScreenFitTest, aWindowThatIsOnlyTooTallKeepsItsWidth) {
     show({100, 120, 300, screen.height()});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry().height(), screen.height());
@@ -88,7 +88,7 @@ TEST_F(ScreenFitTest, aWindowThatIsOnlyTooHighKeepsItsWidth) {
     EXPECT_EQ(window.width(), 300);
 }
 
-TEST_F(ScreenFitTest, aWindowThatIsOnlyTooHighIsMovedHorizontallyToo) {
+TEST_F(ScreenFitTest, aWindowThatIsOnlyTooTallIsMovedHorizontallyToo) {
     show({screen.right() - 10, 120, 300, screen.height()});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry().bottomRight(), screen.bottomRight());
