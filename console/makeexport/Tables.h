@@ -60,7 +60,7 @@ struct Range {
 struct Metadata {
     string_view key;
     std::array<string_view, 4> values;
-    unsigned oneIn;  // one in so many records has it
+    unsigned oneIn;  // one record in `oneIn` has it
 };
 constexpr Metadata motion = {"HKMetadataKeyHeartRateMotionContext", {"0", "0", "1", "2"}, 1};
 constexpr Metadata byHand = {"HKWasUserEntered", {"1", "1", "1", "1"}, 90};

@@ -191,7 +191,7 @@ TEST_F(AppDelegateTest, onlyClosingTheLastOfTheThreeWindowsQuits) {
     delegate.showAboutPanel();
     const QuitSpy quit;
     bool allClosed = false;
-    // Each window is closed after the events that closing the one before has posted.
+    // Handles the events of closing one window before the next one is closed.
     QTimer::singleShot(0, [&] {
         mainWindow().close();
         QTimer::singleShot(0, [&] {

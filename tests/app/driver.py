@@ -1,5 +1,5 @@
 """Drives the real program: sends keys and clicks through the X server, and reads the program's state from
-the accessibility bus. Run it by with-desktop."""
+the accessibility bus. Run tests under with-desktop."""
 
 import ctypes
 import os

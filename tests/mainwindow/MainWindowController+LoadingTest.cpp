@@ -201,7 +201,7 @@ TEST_F(LoadingTest, aChosenFileWithoutABookmarkKeepsThePreviousBookmark) {
     EXPECT_EQ(storedBookmark(), bookmark);
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), fifo);
     EXPECT_EQ(controller->filePathField()->text(), fifo);
-    waitForLoad();  // by the bookmark
+    waitForLoad();  // of the earlier file, which the bookmark finds
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 

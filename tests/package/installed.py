@@ -1,5 +1,5 @@
 """Tests of the program installed by `cmake --install`: its files, its integration into the desktop, and
-its hardening. Run it by tests/app/with-desktop."""
+its hardening. Run this file under tests/app/with-desktop."""
 
 import configparser
 import json

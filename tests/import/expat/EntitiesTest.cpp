@@ -49,9 +49,9 @@ class OpeningWatch {
     int _descriptor;
 };
 
-// Declarations of e0 to e19. e0 is `first`; each of the others refers ten times to the one before
-// it. `kind` and `reference` are "" and "&" for general entities, "% " and "&#37;" for parameter
-// entities.
+// Declarations of e0 to e19. The value of e0 is `first`; that of each other entity refers ten times
+// to its predecessor. `kind` and `reference` are "" and "&" for general entities, "% " and "&#37;"
+// for parameter entities.
 std::string bomb(std::string_view first, const std::string& kind, const std::string& reference) {
     std::string declarations = "<!ENTITY " + kind + "e0 '" + std::string(first) + "'>\n";
     for (int level = 1; level < 20; ++level) {
