@@ -239,7 +239,7 @@ class WholeScan {
         while (!_isStopped && _waiting.contains(_merged)) {
             const auto next = _waiting.extract(_merged);
             lock.unlock();
-            const bool goesOn = merge(next.mapped());
+            const bool goesOn = merge(std::move(next.mapped()));
             lock.lock();
             ++_merged;
             _isStopped |= !goesOn;
@@ -249,7 +249,7 @@ class WholeScan {
     }
 
     /// False if the scan ends, or if the rest must be scanned in order.
-    bool merge(const Chunk& chunk) {
+    bool merge(Chunk chunk) {
         if (chunk.isBehindEnd) {
             return false;
         }
@@ -260,7 +260,7 @@ class WholeScan {
         _place.offset = chunk.reached;
         _place.open.resize(_place.open.size() - chunk.closed.size());
         _place.open.insert(_place.open.end(), chunk.open.begin(), chunk.open.end());
-        _sums.add(chunk.sums);
+        _sums.add(std::move(chunk.sums));
         _longTagBytes += chunk.longTagBytes;
         return scanInOrder(chunk.stop);
     }

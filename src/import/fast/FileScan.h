@@ -34,7 +34,7 @@ struct FileScan {
     /// Scans `file`, starting at `start`, and returns the boundary at which it stopped. Adds
     /// exactly the step records before that boundary to `sums`. A read error counts as the end of
     /// the file. If a thread runs out of memory, the calling one reads the rest. Throws
-    /// std::bad_alloc if it runs out of memory, too.
+    /// std::bad_alloc if it runs out of memory, too, or if any thread does while it adds sums.
     ScanPlace scan(const InputFile& file, ScanPlace start, StepSums& sums) const;
 };
 

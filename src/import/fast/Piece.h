@@ -86,7 +86,8 @@ class Prediction {
     /// attribute device, about 200.
     static constexpr std::size_t mostBytes = 512;
 
-    /// Predicts `value`, and that `piece` follows.
+    /// Predicts `value`, and that `piece` follows; together they must not be longer than
+    /// `mostBytes`.
     void learn(std::string_view value, Piece& piece);
 
     /// Predicts nothing.
@@ -257,15 +258,18 @@ class PieceCache {
         return 0;
     }
 
-    /// Hashes the element, the size and the last eight bytes: they hold the name of the attribute,
-    /// or the end of it.
+    /// Hashes the size and both ends. Pieces that differ only in the middle share a group; there
+    /// are few of them.
     std::size_t groupOf(NameTable::Id element, const char* at, std::size_t size) const {
-        const std::size_t count = std::min<std::size_t>(size, 8);
-        std::uint64_t key = 0;
-        std::memcpy(&key, at + size - count, count);
-        // 2 to the 64th divided by the golden ratio: it spreads the bits to the upper half.
-        key = (key ^ _salt ^ element ^ size << 8U) * 0x9E3779B97F4A7C15ULL;
-        return (key >> 32U) % capacity;
+        const std::size_t edge = std::min<std::size_t>(size, 8);
+        std::uint64_t first = 0;
+        std::uint64_t last = 0;
+        std::memcpy(&first, at, edge);
+        std::memcpy(&last, at + size - edge, edge);
+        // 2 to the 64th divided by the golden ratio: it spreads all bits to the highest.
+        constexpr std::uint64_t factor = 0x9E3779B97F4A7C15ULL;
+        const std::uint64_t number = (_salt ^ element ^ size << 8U ^ first) * factor;
+        return ((number ^ number >> 32U ^ last) * factor >> 32U) * capacity >> 32U;
     }
 
     std::uint64_t _salt = std::random_device()();  // so that no document can make pieces collide

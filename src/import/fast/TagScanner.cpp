@@ -41,16 +41,14 @@ const char* endOf(std::string_view value) {
 }  // namespace
 
 [[gnu::noinline]] void Prediction::learn(std::string_view value, Piece& piece) {
-    _next = &piece;
+    const std::size_t size = value.size() + piece.markup.size;
+    const std::size_t count = (size + ByteScan::width - 1) / ByteScan::width;
+    _ranges = std::make_unique<Ranges[]>(count);
+    _rangeCount = static_cast<unsigned>(count);
     _valueSize = value.size();
-    _size = value.size() + piece.markup.size;
-    if (_size > mostBytes) {
-        _rangeCount = 0;
-        return;
-    }
-    _rangeCount = static_cast<unsigned>((_size + ByteScan::width - 1) / ByteScan::width);
-    _ranges = std::make_unique<Ranges[]>(_rangeCount);
-    _ranges[_rangeCount - 1].spans.fill(static_cast<char>(0xFF));
+    _size = size;
+    _next = &piece;
+    _ranges[count - 1].spans.fill(static_cast<char>(0xFF));
     bool isInReference = false;
     for (std::size_t index = 0; index < _size; ++index) {
         const bool isValue = index < value.size();
@@ -122,7 +120,7 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
     _boundary = begin;
     while (_boundary < stop) {
         const auto markup = StrictParser::inContent(_names, _boundary, stop);
-        if (!markup || markup->size == 0 || !changeDepth(*markup)) {
+        if (!markup || !changeDepth(*markup)) {
             break;
         }
         const char* const end = _boundary + markup->size;
@@ -142,8 +140,7 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
 }
 
 /// The hot loop. Reads from value to value; the first one is at `at`, after `piece`. True if the
-/// boundary is at or after `stop`, or is followed by content other than a tag. False if something
-/// is refused.
+/// boundary is at or after `stop`, or is followed by more content. False if something is refused.
 template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
@@ -181,7 +178,7 @@ template <class Vectors>
             if (!endTag<Vectors>(*next, end)) {
                 return false;
             }
-            if (_boundary >= stop || next->markup.end == Markup::End::content) {
+            if (next->markup.end == Markup::End::content) {
                 return true;
             }
         }
@@ -230,7 +227,7 @@ TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* st
         }
         piece.successor = next;
     }
-    if (piece.misses < mostMisses) {
+    if (piece.misses < mostMisses && value.size() + next->markup.size <= Prediction::mostBytes) {
         const bool isClose = _tagCount - std::exchange(piece.lastMiss, _tagCount) < closeSuccession;
         piece.misses = isClose ? piece.misses + 1 : 0;
         std::rotate(piece.predictions.begin(), piece.predictions.end() - 1,
@@ -336,9 +333,9 @@ template <class Vectors>
     }
     const std::string_view startDate = _values[_startDateAttribute].text;
     const std::string_view value = _values[_valueAttribute].text;
-    // Whether the text is printable ASCII without references.
+    // Whether the text, which a quote follows, is printable ASCII without references.
     const auto isPlain = [](std::string_view text) {
-        return ByteScan::findSpecial(text.data(), '&') >= endOf(text);
+        return ByteScan::findSpecial(text.data(), *endOf(text)) == endOf(text);
     };
     if (isPlain(startDate) && isPlain(value)) {
         _sums.add(startDate, value);
