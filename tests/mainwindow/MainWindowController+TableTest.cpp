@@ -94,6 +94,14 @@ TEST_F(TableTest, aDayWithoutADateGetsAMonthRowWithoutATitle) {
     EXPECT_EQ(month(rows[0]).title(), std::nullopt);
 }
 
+TEST_F(TableTest, aDayWithoutADateBelongsToNoMonth) {
+    makeController();
+    DailySteps dated;
+    dated.setDate(std::chrono::sys_days{std::chrono::year{2025} / 3 / 2});
+    const auto rows = controller->buildDisplayRows(std::array{dated, DailySteps(), dated});
+    EXPECT_EQ(rows.size(), 6U) << "each day has a month row of its own";
+}
+
 TEST_F(TableTest,
        theRowsWithTheWidestTextsHaveTheGreatestAndLeastNumbersOrAreMonthsAndTheirFirstDays) {
     load({{"2025-03-02", "7"},
