@@ -108,8 +108,8 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
 
-    /// Opens the editor over the stride in the miles label. Fills it with the stored stride, also if
-    /// it is open. The open editor moves with the label. If the window is closed or the program
+    /// Opens the editor over the stride in the miles label. Fills it with the stored stride, also
+    /// if it is open. The open editor moves with the label. If the window is closed or the program
     /// quits, the edit is committed.
     void strideDidClick();
 
