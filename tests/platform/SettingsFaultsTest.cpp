@@ -80,6 +80,17 @@ TEST(SettingsFaults, theNewFileIsKeptEvenIfSyncingTheFolderFails) {
     EXPECT_TRUE(store.flush());
 }
 
+TEST(SettingsFaults, aWriteKeepsWhatAnotherProgramWritesAtTheSameTime) {
+    const TestFolder folder;
+    const QString file = folder.write(u"settings.ini"_s, stored);
+    const BeforeOpening during(bytes(folder.path(u".settings.ini.new-XXXXXX"_s)), [&folder] {
+        folder.write(u"settings.ini"_s, "[General]\nother=new\n");
+    });
+    SettingsStore(file).setValue(u"key"_s, u"new"_s);
+    EXPECT_EQ(contentOf(file), "[General]\nother=new\nkey=new\n");
+    EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
+}
+
 TEST(SettingsFaults, aCallThatASignalInterruptsIsMadeAgain) {
     for (const auto call : {Fault::Call::Read, Fault::Call::Write, Fault::Call::Flock}) {
         const TestFolder folder;

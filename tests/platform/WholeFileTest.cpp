@@ -56,6 +56,12 @@ TEST_F(WholeFileTest, aFileThatWasCreatedSinceItWasReadIsNotReplaced) {
     EXPECT_EQ(contentOf(_path), "another");
 }
 
+TEST_F(WholeFileTest, aDeviceIsNotOpened) {
+    const OpenLog log;
+    EXPECT_EQ(WholeFile("/dev/null").read(limit), std::nullopt);
+    EXPECT_EQ(log.paths(), std::vector<std::string>());
+}
+
 TEST_F(WholeFileTest, aFileThatBecomesAFIFOBeforeItIsOpenedDoesNotBlock) {
     write("old");
     const BeforeOpening replaced(_path.toStdString(), [this] {

@@ -115,7 +115,9 @@ std::atomic<int> threadsLeft = std::getenv("AMBULET_THREADS") == nullptr
 
 bool isRefused(void* (*body)(void*)) {
     Dl_info info{};
-    return dladdr(reinterpret_cast<void*>(body), &info) != 0 && info.dli_fname != nullptr &&
+    // Without a limit dladdr() is not called, because it may block in a process made by fork().
+    return std::getenv("AMBULET_THREADS") != nullptr &&
+           dladdr(reinterpret_cast<void*>(body), &info) != 0 && info.dli_fname != nullptr &&
            std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos &&
            threadsLeft.fetch_sub(1) <= 0;
 }
@@ -299,6 +301,7 @@ int rename(const char* from, const char* to) noexcept {
 
 int mkostemp(char* name, int flags) {
     static auto* const next = ambulet::real<int(char*, int)>("mkostemp");
+    ambulet::actBeforeOpening(name);
     return fails(Fault::Call::Open) ? -1 : next(name, flags);
 }
 

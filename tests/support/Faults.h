@@ -76,7 +76,8 @@ class HangingFolder : NotCopyable {
     bool mainThreadHasAccessed() const;
 };
 
-/// Calls a function right before the process opens `path` for the first time.
+/// Calls a function right before the process opens `path` for the first time. For a temporary file,
+/// that is the template of its name.
 class BeforeOpening : NotCopyable {
   public:
     BeforeOpening(const std::string& path, const std::function<void()>& action);
