@@ -212,9 +212,11 @@ TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotBlock) {
     ASSERT_GE(held, 0);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     const QString file = folder.path(u"settings.ini"_s);
+    const QString temporary = folder.write(u".settings.ini.new-a1B2c3"_s);
     SettingsStore store(file);
     store.setValue(u"key"_s, u"value"_s);
     EXPECT_EQ(contentOf(file), "[General]\nkey=value\n");
+    EXPECT_TRUE(QFileInfo::exists(temporary)) << "the holder of the lock may be writing it";
     ::close(held);
 }
 
