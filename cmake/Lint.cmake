@@ -1,9 +1,10 @@
 # ambulet_lint(): targets for all sources of the project. tools/test builds the last two.
 #   format        formats the sources with clang-format
 #   check-format  fails if a source is not formatted
-#   tidy          runs clang-tidy on the sources that have changed since the last run; for the tests it
-#                 uses the shorter list of checks in tests/.clang-tidy
-# Any version from 14 on will do. If a program is missing, its targets say so and succeed.
+#   tidy          runs clang-tidy on the sources that have changed since it last passed; on all, if a header
+#                 or a .clang-tidy file has changed. For the tests it uses the shorter list of checks in
+#                 tests/.clang-tidy
+# clang-format and clang-tidy may have any version from 14 on. If a program is missing, its targets say so and succeed.
 function(ambulet_lint)
   foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)

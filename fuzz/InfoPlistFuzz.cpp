@@ -25,7 +25,7 @@ Bundle bundleOf(std::string_view bytes) {
     return {QString::fromStdString(file), QString::fromStdString(folder.path())};
 }
 
-// Checks any file. Each call reads it again, so there are few.
+// Checks any file. Each question to a Bundle reads the file again, so only a few are asked.
 void checkFile(std::string_view bytes) {
     static const QString processName = bundleOf("").displayName();
     const Bundle bundle = bundleOf(bytes);

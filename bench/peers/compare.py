@@ -109,7 +109,7 @@ def goals():
     memory, name = max((row["memory"], name) for name, rows in tables.items() for program, row in rows.items()
                        if program in (ONE, TWO, FOUR, BY_EXPAT))
     yield f"most memory ({name}), MB above an empty run", 16, memory
-    yield "documents of which not all read the same days", 0, len(differ)
+    yield "documents of which the programs read different days", 0, len(differ)
 
 
 def part_of(whole, divisor):

@@ -62,12 +62,12 @@ WRITERS = {
         ROOT, *(b"<!--" + b"a" * length + b"-->\n" for length in (7_000_000, 8_000_000, 9_000_000, LONGEST)), END)),
     "value": ("One attribute value", filled(ROOT + b'<Record type="', b"a", b'"/>' + END)),
     "tag": ("One attribute value just below the limit", filled(ROOT + b'<a b="', b"a", b'"/>' + END, LONGEST)),
-    "most": ("Many names, a tag and its values just below the limits, then more", written(
+    "most": ("Many names, then a tag and its value just below the limits, then many short tags", written(
         ROOT, each(5000, lambda n: b"<n%d/>" % n), b'<a b="' + b"a" * (2**21 - 1000) + b'"' + b" " * 7_800_000 + b"/>",
         b'<a b="1"/>' * 300_000, END)),
     "pools": ("72 tags of long values", written(
         ROOT, each(72, lambda n: b'<a b="%s"/>\n' % (b"a" * (100_000 + 300 * n))), END)),
-    "seldom": ("Values that are seldom new in very short tags", seldom_new()),
+    "seldom": ("Very short tags whose value seldom changes", seldom_new()),
     "letters2": ("Values of 2 KB beyond ASCII", letters(2_000)),
     "letters20": ("Values of 20 KB beyond ASCII", letters(20_000)),
     "letters250": ("Values of 250 KB beyond ASCII", letters(250_000)),
@@ -78,18 +78,18 @@ WRITERS = {
     "deep": ("Elements opened without end", filled(ROOT, b"<a>\n")),
     "elements": ("A new element name in each tag", filled(ROOT, lambda n: b"<n%d/>\n" % n, END)),
     "attributes": ("A new attribute name in each tag", filled(ROOT, lambda n: b'<r a%d=""/>\n' % n, END)),
-    "markup": ("Other white space in each tag", filled(ROOT, distinct_markup, END)),
+    "markup": ("Different white space in each tag", filled(ROOT, distinct_markup, END)),
     "doctype": ("A malformed doctype without end", filled(
         b"<!DOCTYPE HealthData [<!ELEMENT a EMPTY>< ", b"<!ELEMENT a EMPTY>\n")),
     "default": ("Two default values just below the limit", written(
         b"<!DOCTYPE a [", each(2, lambda n: b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000)), b"]>", ROOT,
         b'<a b="' + b"a" * 9_900_000 + b'"/>', END)),
-    "defaults": ("1000 tags with 14,000 default attributes", written(
+    "defaults": ("1,000 tags with 14,000 default attributes each", written(
         b"<!DOCTYPE a [<!ATTLIST a ", each(14_000, lambda n: b'b%d CDATA "%d" ' % (n, n)), b">]>", ROOT,
         b"<a/>" * 1000, END)),
     "entity": ("A value with an entity, both just below the limit", written(
         b'<!DOCTYPE a [<!ENTITY b "' + b"a" * 2_000_000 + b'">]>', ROOT, b'<a b="&b;' + b"a" * 2_000_000 + b'"/>', END)),
-    "entities": ("Entities without end", filled(
+    "entities": ("A very large number of entities", filled(
         b"<!DOCTYPE a [", lambda n: b'<!ENTITY e%d "v">' % n, b"]>" + ROOT + END, 20_000_000)),
     "entityreferences": ("2 million references to an entity", written(
         b'<!DOCTYPE a [<!ENTITY e "">]>', ROOT, b"&e;" * 2_000_000, END)),

@@ -1,4 +1,5 @@
-"""export.py SIZE [SEED] [FILE]: writes an export of about SIZE (1M, 1G; of 1024) to a file or to standard output.
+"""export.py SIZE [SEED] [FILE]: writes an export of about SIZE to a file or to standard output. SIZE is a
+number with K, M or G (powers of 1024).
 
 The export covers ten years of a phone, a watch, a scale and an app, in blocks by type. A larger export is denser. The
 same size and seed give the same bytes. This generator shares neither code nor tables with makeexport. So a reader that
@@ -99,7 +100,8 @@ TYPES = [
 
 
 def records(name, share, makers, hours, longest, unit, value, children):
-    """The block of a type, sorted by time. Several successive records are of the same device with the same address."""
+    """The block of a type, sorted by time. Records come in runs: those of a run have the same device,
+    with the same address."""
     begin = f' <Record type="HK{"Quantity" if unit else "Category"}TypeIdentifier{name}" sourceName="'
     unit = f' unit="{unit}"' if unit else ""
     budget, created, left = size * share / 1000, 0, 0

@@ -1,10 +1,11 @@
 // An export is written in one pass, section by section: the records of each type, then the
 // correlations, workouts and summaries. Each section gets a share of the bytes. The position in a
 // section determines the time: the first byte is the first day, the last byte the last day. So an
-// export of any size covers all days, and memory does not grow with the size.
+// export of any size covers all years; in a small one, many days have no records. Memory does not
+// grow with the size, because the text is written in blocks.
 //
-// Times are local. The offset from UTC is looked up when a date is written or an instant is
-// counted.
+// Times are local. The offset from UTC is looked up when a date is written, or when steps are added
+// to the sums.
 
 #include "makeexport/Export.h"
 
@@ -24,7 +25,7 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-// Smaller exports have no declarations of elements, which would be most of their bytes.
+// Smaller exports have no declarations of elements, so that their bytes are used for records.
 constexpr std::uint64_t declarationsFrom = std::uint64_t{64} << 10;
 
 constexpr std::size_t usualLength = 440;  // average length of a record, in bytes
@@ -83,7 +84,7 @@ std::string sourceText(const Source& source, local_days day, Random& random) {
     if (source.device.empty()) {
         return text;
     }
-    // Later systems have other addresses of objects, and write when the device was first seen.
+    // Later systems write higher memory addresses, and the creation date of the device.
     const bool isLater = day >= local_days(2022y / September / 20);
     char address[24];
     std::snprintf(address, sizeof address, "0x%x%06x0", isLater ? 0x30U : 0x28U,
@@ -219,8 +220,9 @@ class Export {
                               _random.between(range.low, range.high));
     }
 
-    /// Starts a new burst if the last one is over. As with a sensor, a record starts at the end of
-    /// the previous one if that is near. All records start on `moment.day`.
+    /// The times of the next record. Starts a new burst if the last one is over. A record that
+    /// would overlap the previous one starts at the end of that one instead, unless that is ten
+    /// minutes later or more. All records start on `moment.day`.
     Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
         if (burst.left == 0) {
             burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));
@@ -356,7 +358,8 @@ class Export {
                length * _random.between(90, 160) / 1e3, "\" unit=\"kcal\"/>\n </Workout>\n");
     }
 
-    /// One for each day. In a small export, one every few days.
+    /// An activity summary for each day. Small exports have fewer, so that the summaries keep to
+    /// their share.
     void writeSummaries() {
         constexpr std::int64_t length = 270;
         const days all = lastDay - firstDay;

@@ -25,7 +25,8 @@ constexpr std::array<string_view, 5> phones = {"iPhone7,2", "iPhone10,4", "iPhon
 constexpr std::array<string_view, 4> watches = {"Watch1,2", "Watch3,4", "Watch6,1", "Watch7,4"};
 constexpr std::array<string_view, 1> noModel = {""};
 
-// The names have a typographic apostrophe, and the watch's a no-break space.
+// The names of the phone and the watch have a typographic apostrophe. That of the watch has a
+// no-break space, too.
 constexpr Source phone = {"Zoë’s iPhone", "name:iPhone, manufacturer:Apple Inc., model:iPhone",
                           phones, 9};
 constexpr Source watch = {"Zoë’s Apple\u00a0Watch",
@@ -81,8 +82,9 @@ struct RecordType {
     int since;       // the first year
     Sources sources;
     Hours hours;
-    std::array<int, 2> seconds;  // the shortest and the longest time from start to end
-    string_view unit;            // empty for a category
+    std::array<int, 2>
+        seconds;       // the shortest and the longest time from start to end; not for steps
+    string_view unit;  // empty for a category
     Range range;
     const Metadata* metadata = nullptr;
     std::span<const string_view> categories = {};
@@ -118,8 +120,8 @@ constexpr unsigned allShares = std::accumulate(
     recordTypes.begin(), recordTypes.end(), correlationShare + workoutShare + summaryShare,
     [](unsigned sum, const RecordType& type) { return sum + type.share; });
 
-/// The days of each year on which the offset from UTC changes: with the seasons at home, and during
-/// a journey, which has another offset each year.
+/// A day of each year from which another offset from UTC holds. The offset changes with daylight
+/// saving time, and at the start and the end of a journey, which goes elsewhere each year.
 struct OffsetChange {
     std::chrono::month_day since;
     std::chrono::minutes offset;

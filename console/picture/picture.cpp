@@ -3,10 +3,11 @@
 // Saves a picture of the screen as FILE. If PROGRAM is given, picture
 // 1. starts it on the display,
 // 2. waits until it has drawn something and the screen has not changed for 1.5 seconds,
-// 3. saves the picture and ends the program.
+// 3. ends the program and saves the last picture.
 //
-// The exit status is 1 if the program cannot be started or ends by itself, if the screen keeps
-// changing for a minute, or if FILE cannot be written.
+// The exit status is 1 if the program cannot be started or ends by itself, or if FILE cannot be
+// written. It is also 1 if, after a minute, the program has drawn nothing or the screen still
+// changes; the last picture is saved even then.
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -61,7 +62,9 @@ int main(int argc, char** argv) {
             return 1;
         }
         if (patience.elapsed() > patienceMs) {
-            std::fputs("picture: the screen keeps changing\n", stderr);
+            std::fputs(last == before ? "picture: the program has drawn nothing\n"
+                                      : "picture: the screen keeps changing\n",
+                       stderr);
             break;
         }
         const QImage now = screen();

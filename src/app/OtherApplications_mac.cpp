@@ -1,4 +1,5 @@
-// Never called: on macOS, Qt provides Hide Others and Show All.
+// On macOS, Qt provides Hide Others and Show All, so `canHide`, `hide` and `show` are never called.
+// `haveWindowAt` is called, and finds no window.
 
 #include "app/OtherApplications.h"
 

@@ -1,5 +1,5 @@
 // A signal handler may do almost nothing, so it only writes the signal's number into a pipe. The
-// event loop reads the pipe and quits.
+// event loop watches the pipe, and quits when there is something to read.
 
 #include "app/TerminationSignals.h"
 

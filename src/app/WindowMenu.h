@@ -21,7 +21,7 @@ class WindowMenu final : public QMenu {
 
     QAction* _minimize;
     QAction* _zoom;
-    QList<QAction*> _list;  // including the separator above them
+    QList<QAction*> _list;  // the items of the open windows, and the separator above them
 };
 
 }  // namespace ambulet

@@ -54,7 +54,7 @@ class HelpWindowController final : public WindowController {
     const Bundle& _bundle;
     qsizetype _currentPage = 0;
 
-    // Owned by the window; null until it is loaded.
+    // The window, which the base class owns, and its views. Null until the window is loaded.
     AuxiliaryWindow* _window = nullptr;
     ImageView* _imageView = nullptr;
     Label* _captionField = nullptr;

@@ -10,12 +10,13 @@ namespace ambulet {
 /// Observes the declarations in the prolog of a document, by handlers of expat.
 class Declarations {
   public:
-    /// Whether the document is plain so far: it is XML 1.0, it declares UTF-8 or no encoding, and
-    /// it does not declare anything that changes the contents of start tags:
-    /// - no entity,
-    /// - no attribute with a default value,
-    /// - no attribute of a type whose values are normalised differently,
-    /// - no external subset or parameter entity that could declare these.
+    /// Whether the document is plain so far. A plain document is XML 1.0, declares UTF-8 or no
+    /// encoding, and declares nothing that could change the contents of start tags, that is, none
+    /// of
+    /// - an entity,
+    /// - an attribute with a default value,
+    /// - an attribute of a type other than CDATA, because its values are normalised differently,
+    /// - an external subset or a parameter entity, which could declare these.
     bool arePlain() const { return _arePlain; }
 
     /// Whether more than `mostNestingEntities` entities refer to others. If so, the parser was
@@ -26,9 +27,9 @@ class Declarations {
     bool haveEnded() const { return _haveEnded; }
 
     /// Expat 2.5 reads nested entities by recursion, with up to 370 bytes of stack per level
-    /// (measured). Entities cannot be nested more deeply than the number of entities that refer to
-    /// others. This number of levels needs less than half of a stack of 512 KB, the usual size for
-    /// threads on macOS. Real exports have no such entities.
+    /// (measured). The depth is limited by the number of entities that refer to others. 500 levels
+    /// need less than half of a stack of 512 KB, the usual size for threads on macOS. Real exports
+    /// have no such entities.
     static constexpr std::size_t mostNestingEntities = 500;
 
   protected:

@@ -11,9 +11,10 @@
 
 namespace ambulet {
 
-// A malformed declaration cannot be parsed, so its end is found by text that is rare inside one. An
-// unclosed quote would hide the end, and swap the inside and the outside of all later quotes. So
-// the root's start tag ends the search even if it seems to be inside quotes.
+// A malformed document type declaration cannot be parsed. So the search for its end looks for "]>",
+// which is rare inside a declaration. After an unclosed quote, text outside quotes seems to be
+// inside, and the "]>" is missed. So the root's start tag also ends the search, even if it seems to
+// be inside quotes.
 
 namespace {
 
@@ -100,8 +101,8 @@ class Units {
     bool _bigEndian = false;
 };
 
-/// Skips to the name of the root in the declaration, and returns the offset of the declaration.
-/// Nothing if the prolog has no declaration.
+/// Skips to the root's name in the document type declaration. Returns the offset of the
+/// declaration, or nothing if the prolog has none.
 std::optional<std::uint64_t> skipToRootName(Units& units) {
     for (;;) {
         units.skipWhiteSpace();
@@ -140,8 +141,8 @@ bool isNameStart(int unit) {
            unit == ':' || unit >= 0x80;
 }
 
-/// Whether the text after a "<" continues as a start tag of the element `name`, or of any element
-/// if `name` is empty.
+/// Whether a start tag of the element `name` follows a "<"; of any element if `name` is empty.
+/// Skips `name` if it is next.
 bool skipRootTag(Units& units, std::u16string_view name) {
     if (name.empty()) {
         return isNameStart(units.peek());
