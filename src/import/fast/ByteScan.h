@@ -32,8 +32,9 @@ class Baseline {
         return both([=](std::size_t at) { return load(one + at) != load(other + at); });
     }
 
-    /// The bytes that are below those at `lowest`, are above them by more than those at `spans`, or
-    /// by just `gap`.
+    /// The bytes outside their ranges. The range of a byte begins at the byte of `lowest` at the
+    /// same position, ends after as many more as the byte of `spans` says, and omits the one at
+    /// distance `gap` from the lowest.
     static Mask outside(const char* at, const char* lowest, const char* spans, char gap) {
         return both([=](std::size_t half) {
             const Unsigned above = Unsigned(load(at + half)) - Unsigned(load(lowest + half));
@@ -41,11 +42,11 @@ class Baseline {
         });
     }
 
-    /// The bytes that are not printable ASCII, or are `byte`, "<" or "&".
+    /// The bytes that are control characters (except U+007F), non-ASCII, `byte`, "<" or "&".
     static Mask special(const char* at, char byte) {
         return both([=](std::size_t half) {
             const Vector bytes = load(at + half);
-            // As signed numbers, the bytes beyond ASCII are below the blank, too.
+            // As signed numbers, non-ASCII bytes are negative, so they are below the blank, too.
             return (bytes < ' ') | (bytes == byte) | (bytes == '<') | (bytes == '&');
         });
     }
@@ -73,7 +74,7 @@ class Baseline {
         return bits(half(0)) | bits(half(16)) << 16U;
     }
 
-    /// A bit for each byte, of which either all bits are set or none.
+    /// One bit for each byte. In each byte, either all bits are set or none.
     static Mask bits(Vector bytes) {
 #if defined(__SSE2__)
         return static_cast<Mask>(_mm_movemask_epi8(reinterpret_cast<__m128i>(bytes)));
@@ -93,8 +94,8 @@ class Baseline {
 
 #if defined(__SSE2__)
 
-/// The same with one vector of 32 bytes, where the processor has AVX2. The compiler inlines these
-/// only into functions for that.
+/// The same with one vector of 32 bytes, for processors with AVX2. The compiler can inline these
+/// functions only into others that are compiled for AVX2.
 class Avx2 {
   public:
     [[gnu::target("avx2")]] static Mask differing(const char* one, const char* other) {
@@ -135,8 +136,8 @@ class Avx2 {
 
 #endif
 
-/// The first byte from `at` on that is not printable ASCII, or is `byte`, "<" or "&". A null
-/// character ends every text, so there is one.
+/// The first byte from `at` on that is special. There is always one, because a null character
+/// ends every text.
 inline const char* findSpecial(const char* at, char byte) {
     for (;; at += width) {
         if (const Mask mask = Baseline::special(at, byte); mask != 0) {

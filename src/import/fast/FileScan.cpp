@@ -31,7 +31,7 @@ namespace {
 
 /// The most bytes of an incomplete token that are kept at a block's end, to be scanned again with
 /// the next block. If there are more, the scan ends. Exports have tokens of up to half a kilobyte.
-/// In other documents a quarter of the bytes is scanned twice at most.
+/// In other documents at most a quarter of the bytes is scanned twice.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
 /// The number of bytes after a chunk in which the first tag of the next chunk is looked for: some
@@ -89,11 +89,11 @@ class SequentialScan {
 
 /// The result of scanning a chunk by itself.
 struct Chunk {
-    bool isBehindEnd = false;  // of the file
+    bool isBehindEnd = false;  // whether it begins at or after the end of the file
     bool hasStart = false;
     std::uint64_t start = 0;
     std::uint64_t reached = 0;
-    std::uint64_t stop = 0;  // the start of the next chunk; its own end if that has none
+    std::uint64_t stop = 0;  // the start of the next chunk; the end of this one if that has none
     TagScanner::ElementNames closed;
     TagScanner::ElementNames open;
     StepSums::ByDate sums;
@@ -107,7 +107,8 @@ class ChunkScan {
         : _file(file), _mostLongTagBytes(options.mostLongTagBytes),
           _buffer(0, options.chunkSize + overlap, TagScanner::padding) {}
 
-    /// Scans the chunk from `begin` to `end`; from its very beginning if it is the first.
+    /// Scans the chunk from `begin` to `end`. The first chunk is scanned from `begin` on, the
+    /// others from their first tag on.
     Chunk scan(std::uint64_t begin, std::uint64_t end, bool isFirst) {
         const auto nominalSize = static_cast<std::size_t>(end - begin);
         const std::size_t size = _buffer.read(_file, begin, nominalSize + overlap);

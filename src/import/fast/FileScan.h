@@ -23,8 +23,8 @@ struct FileScan {
     unsigned threads = 1;
 
     /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a thread
-    /// reads. From 1 byte to 8 MiB. They make no difference to the result. The usual ones fit into
-    /// a core's own cache; smaller ones cost more calls of the system.
+    /// reads. From 1 byte to 8 MiB. They make no difference to the result. Blocks and chunks of
+    /// the default sizes fit into the cache of a core; smaller ones need more system calls.
     std::size_t blockSize = std::size_t{256} * 1024;
     std::size_t chunkSize = std::size_t{512} * 1024;
 

@@ -240,8 +240,8 @@ class PieceCache {
     }
 
   private:
-    // Exports have less than two hundred pieces. A hash selects one of as many groups as there may
-    // be pieces. About one piece in a thousand finds its group of four full.
+    // Exports have less than two hundred pieces. There are `capacity` groups of four pieces; a hash
+    // selects the group. For at most four pieces in a thousand, the group is already full.
     static constexpr std::size_t capacity = 512;
     using Group = std::array<Piece*, 4>;
 

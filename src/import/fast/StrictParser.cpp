@@ -48,7 +48,8 @@ struct Reference {
     std::uint32_t code = 0;
 };
 
-/// The reference to a character that begins with the "&" at `at`. Size 0 where it is none.
+/// The reference to a character or a predefined entity that begins with the "&" at `at`. Its size
+/// is 0 if there is none.
 Reference reference(const char* at) {
     static constexpr struct {
         std::string_view text;
@@ -94,9 +95,9 @@ class Walk {
     }
 
     bool content() {
-        // After so many bytes without a value, the piece ends at the next token. A piece that a
-        // block cuts is read again, so that costs a part of it at most: here a sixty-fourth of a
-        // block. Those of exports have some dozens of bytes.
+        // After this many bytes without a value, the piece ends at the next token. A piece that
+        // continues beyond the block is read again with the next block. This bounds what is read
+        // twice to a sixty-fourth of a block. The pieces of exports have some dozens of bytes.
         constexpr std::ptrdiff_t mostBetweenValues = 4096;
         for (;;) {
             if (!text()) {
@@ -149,7 +150,7 @@ class Walk {
         while (isNameByte(*_at)) {
             ++_at;
         }
-        // A byte beyond ASCII may go on with the name; it is refused by what comes next.
+        // If the name continues with a non-ASCII letter, the next step refuses that.
         return std::string_view(begin, static_cast<std::size_t>(_at - begin));
     }
 
@@ -221,7 +222,7 @@ class Walk {
         return target && !isReserved && (skip("?>") || (skipBlanks() && skipPast("?>")));
     }
 
-    /// Over all characters up to `end`, and over it.
+    /// Skips all characters up to `end`, and `end`.
     bool skipPast(std::string_view end) {
         for (;;) {
             _at = ByteScan::findSpecial(_at, end[0]);

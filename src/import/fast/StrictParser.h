@@ -10,8 +10,8 @@
 namespace ambulet {
 
 /// Verifies markup byte by byte. Accepted markup is well-formed in every XML 1.0 document in UTF-8
-/// without declared entities. Some well-formed markup is refused: non-ASCII names, and names that
-/// do not fit into the table.
+/// without declared entities. Some well-formed markup is refused, such as non-ASCII names, and
+/// names that do not fit into the table.
 ///
 /// 32 null characters must follow the last byte. They are refused, because XML does not allow them.
 namespace StrictParser {

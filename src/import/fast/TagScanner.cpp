@@ -10,7 +10,8 @@
 // tag, a line break and ` <Record type="` together are another. Each piece is verified once, by the
 // strict parser, and kept with its effect. A piece predicts what follows it:
 //
-// - A value like one of the last three, and the piece that followed it. One comparison passes both.
+// - A value like one of three learnt before, and the piece that followed it. One comparison passes
+//   both.
 //   A plain character may replace another; all other bytes must be equal.
 // - If the size of the values varies, only the piece. A mask finds the end of the value.
 //
