@@ -270,10 +270,19 @@ class Program:
         self.wait_until_in_front()
         self.click(self.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
         self.wait_until_in_front(DIALOG)
-        self.find(Atspi.Role.PUSH_BUTTON, "Open")
+        wait_for("the focus of the name field", lambda: any(
+            has_state(node, Atspi.StateType.FOCUSED) for node in self.all(Atspi.Role.TEXT)))
         type_text(str(file))
-        wait_for("the name in the dialog", lambda: any(
-            Atspi.Text.get_text(node, 0, -1) == str(file) for node in self.all(Atspi.Role.TEXT)))
+
+        def is_typed():
+            texts = [Atspi.Text.get_text(node, 0, -1) for node in self.all(Atspi.Role.TEXT)]
+            if os.path.basename(file) in texts:
+                # Qt replaced the path by the name: its list of suggestions had the focus for a moment.
+                key("ctrl+a")
+                type_text(str(file))
+            return str(file) in texts
+
+        wait_for("the path in the dialog", is_typed)
         key("Return")
 
     def set_stride(self, text):
