@@ -86,7 +86,8 @@ QString unescaped(const QByteArray& written) {
     return result.first(kept);
 }
 
-// A digit after a code would be read as part of the code, so it is also written as a code.
+// A digit after a code would be read as part of the code, so it is also written as a code. So is a
+// byte order mark, because QSettings drops it after a code.
 QByteArray quoted(const QString& text) {
     QByteArray result;
     bool afterCode = false;
@@ -96,8 +97,8 @@ QByteArray quoted(const QString& text) {
         const bool pair =
             character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
         const char16_t code = character.unicode();
-        if (code < 0x20 || code == 0x7f || (character.isSurrogate() && !pair) ||
-            (afterCode && isHexDigit(code))) {
+        if (code < 0x20 || code == 0x7f || code == QChar::ByteOrderMark ||
+            (character.isSurrogate() && !pair) || (afterCode && isHexDigit(code))) {
             result += "\\x" + QByteArray::number(code, 16);
             afterCode = true;
             plain = false;
