@@ -182,7 +182,7 @@ void TableView::changeEvent(QEvent* event) {
 // - If there is no current row, the first key goes to the first selected row, or else to the first
 //   row that the user can select; Qt would stop at a group row.
 // - If there is no current row, MoveNext goes nowhere. Qt asks for it when the table gets the
-// focus.
+//   focus.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool first = !currentIndex().isValid();
     if (first && action == MoveNext) {

@@ -11,8 +11,7 @@
 // strict parser, and kept with its effect. A piece predicts what follows it:
 //
 // - A value like one of three learnt before, and the piece that followed it. One comparison passes
-//   both.
-//   A plain character may replace another; all other bytes must be equal.
+//   both. A plain character may replace another; all other bytes must be equal.
 // - If the size of the values varies, only the piece. A mask finds the end of the value.
 //
 // A piece that is not predicted is looked up in the cache. If it is not there, it is verified.
@@ -25,9 +24,9 @@ namespace ambulet {
 namespace {
 
 /// A miss costs about as much time as a dozen hits save. If attributes come in any order, a piece
-/// may occur only once in about nine tags. So two misses of a piece with fewer tags between them
-/// are in close succession. After a dozen, which is four for each of its predictions, the sizes of
-/// its values are assumed to vary.
+/// may occur only once in about nine tags. So two misses of a piece with fewer than 64 tags between
+/// them are in close succession; 32 and 128 take the same time. After a dozen, which is four for
+/// each of its predictions, the sizes of its values are assumed to vary.
 constexpr std::uint64_t closeSuccession = 64;
 constexpr unsigned mostMisses = 12;
 
