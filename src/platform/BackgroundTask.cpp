@@ -1,6 +1,6 @@
-// The threads are detached, because no destructor may wait for one. So a thread may outlive the
-// receiver and the application object. It must not post to an object that is being destroyed:
-// posting holds the gate's mutex, and destruction locks the same mutex first.
+// The threads are detached, because no destructor may wait for a thread. So a thread may outlive
+// the receiver and the application object. It must not post once either is gone. So it locks the
+// gate's mutex to post, and both destructors lock the same mutex to record that the object is gone.
 
 #include "platform/BackgroundTask.h"
 
@@ -16,12 +16,13 @@ namespace ambulet {
 namespace background {
 namespace {
 
+// Closed while there is no application object to post to.
 struct Gate {
     std::mutex mutex;
-    bool applicationClosing = true;
+    bool open = false;
 };
 
-// Never destroyed, because a thread may use it while the process ends.
+// The gate is never destroyed, because a thread may use it while the process ends.
 Gate& gate() {
     static auto* const theGate = new Gate;
     return *theGate;
@@ -30,7 +31,7 @@ Gate& gate() {
 // Called by the application object's destructor before it destroys the event dispatcher.
 void closeGate() {
     const std::lock_guard lock(gate().mutex);
-    gate().applicationClosing = true;
+    gate().open = false;
 }
 
 void openGate() {
@@ -38,7 +39,7 @@ void openGate() {
         return;
     }
     const std::lock_guard lock(gate().mutex);
-    if (std::exchange(gate().applicationClosing, false)) {
+    if (!std::exchange(gate().open, true)) {
         qAddPostRoutine(closeGate);
     }
 }
@@ -50,7 +51,7 @@ struct Address {
 
 void post(const std::shared_ptr<Address>& address, std::function<void()> completion) {
     const std::lock_guard lock(gate().mutex);
-    if (address->receiver != nullptr && !gate().applicationClosing) {
+    if (address->receiver != nullptr && gate().open) {
         QMetaObject::invokeMethod(address->receiver, std::move(completion), Qt::QueuedConnection);
     }
 }

@@ -20,11 +20,10 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 /// Runs `work()` on a new thread, and then `completion(result)` in the event loop of the receiver's
 /// thread. Returns at once. Call it on the receiver's thread.
 ///
-/// - Calls are independent. Completions run in the order in which the work of the calls ends.
-/// - If the receiver or the application object is destroyed first, the completion is dropped.
-///   Neither destructor waits for the work.
-/// - If the work throws, or no thread can be started, the result is `Result()`. The completion runs
-///   in that case, too.
+/// - Calls do not wait for each other, so their completions may run in any order.
+/// - If the receiver or the application object is destroyed before the completion runs, the
+///   completion is dropped. Neither destructor waits for the work.
+/// - If the work throws, or no thread can be started, the completion runs with a default result.
 /// - `work` is destroyed before the completion is posted, on the thread that ran it. A dropped
 ///   completion may be destroyed on that thread, too.
 /// - The end of the process ends the work. So the work must not use anything that is destroyed
@@ -32,7 +31,8 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 template <std::invocable Work, std::invocable<std::invoke_result_t<Work&>> Completion>
 requires std::default_initializable<std::invoke_result_t<Work&>>
 void runInBackground(Work work, QObject* receiver, Completion completion) {
-    // Shared, because a std::function must be copyable, which `work` and `completion` need not be.
+    // Shared, because a std::function copies what it holds; `work` and `completion` may not be
+    // copyable.
     auto sharedWork = std::make_shared<Work>(std::move(work));
     auto sharedCompletion = std::make_shared<Completion>(std::move(completion));
     auto result = std::make_shared<std::invoke_result_t<Work&>>();

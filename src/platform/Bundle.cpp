@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// All texts of the dictionary in a property list; none if the list is damaged.
+// All texts of the dictionary in a property list; none if the file is missing or malformed.
 QHash<QString, QString> textsOf(const QString& propertyList) {
     QFile file(propertyList);
     if (!file.open(QIODevice::ReadOnly)) {

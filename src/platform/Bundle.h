@@ -7,19 +7,19 @@
 namespace ambulet {
 
 /// The application's bundle: its information dictionary and its resource files. Nothing is cached:
-/// every call reads the files again. Any thread.
+/// every call accesses the files again. Any thread.
 class Bundle {
   public:
     /// `infoPlist`: the path of an XML property list that contains a dictionary. A missing or
-    /// malformed file has no entries. `resources`: the path of the resource folder.
+    /// malformed file counts as an empty dictionary. `resources`: the path of the resource folder.
     Bundle(QString infoPlist, QString resources);
 
     /// The application's own bundle. On macOS the application object must exist. On other systems
     /// the bundle is compiled into the program.
     static const Bundle& main();
 
-    /// The text under `key` in the information dictionary, which may be an empty text. Nothing if
-    /// there is no such key, or its value is not a text.
+    /// The text under `key` in the information dictionary; the text may be empty. Nothing if there
+    /// is no such key, or its value is not a text.
     std::optional<QString> information(const QString& key) const;
 
     /// The text under CFBundleIdentifier.

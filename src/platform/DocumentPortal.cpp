@@ -15,7 +15,7 @@ std::optional<std::string> hostPathOfFile([[maybe_unused]] const std::string& pa
         ::getxattr(path.c_str(), "user.document-portal.host-path", value.data(), value.size());
     if (size > 0 && value.front() == '/') {
         const std::string host(value.data(), static_cast<std::size_t>(size));
-        return host.substr(0, host.find('\0'));  // some versions end the value with a NUL
+        return host.substr(0, host.find('\0'));  // some portals end the value with a NUL
     }
 #endif
     return std::nullopt;

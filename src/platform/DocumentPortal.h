@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// If a document portal gave the file to a sandboxed program, the file's path outside the sandbox,
-/// in the encoding of the file system. Empty for every other file, and on macOS. Accesses the file
+/// The path outside the sandbox of a file that a document portal gave to the sandboxed program, in
+/// the encoding of the file system. Nothing for every other file, and on macOS. Accesses the file
 /// system. Any thread.
 std::optional<std::string> hostPathOfFile(const std::string& path);
 

@@ -59,7 +59,7 @@ std::optional<Record> read(const QByteArray& data) {
         stream >> size;
     }
     if (stream.status() != QDataStream::Ok || !stream.atEnd() || !path.startsWith('/') ||
-        path.contains('\0')) {  // the system would take the part before it as the path
+        path.contains('\0')) {  // system calls would take the part before the NUL as the path
         return std::nullopt;
     }
     Record record{path.toStdString(), {device, inode}};
@@ -85,8 +85,8 @@ std::vector<std::string> foldersToSearch(const fs::path& oldFolder) {
     return folders;
 }
 
-// The device number of the folder's file system. If the folder no longer exists, that of the
-// nearest folder above it that does.
+// The device number of the folder's file system. If the folder no longer exists, the device number
+// of the nearest folder above it that exists.
 std::optional<std::uint64_t> deviceAround(fs::path folder) {
     auto device = FileIdentity::deviceOfFolder(folder);
     while (!device && folder != folder.root_path()) {

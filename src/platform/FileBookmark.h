@@ -8,11 +8,11 @@
 
 namespace ambulet {
 
-/// A reference to a file that can be stored, and that finds the file in a later run even if it was
-/// moved.
+/// A bookmark is data that refers to a file. It can be stored, and a later run can find the file
+/// with it, even if the file was moved.
 ///
-/// On Linux it is a record of the absolute path and of the file's `FileIdentity`. On macOS it is
-/// the system's security-scoped bookmark; that variant was never run.
+/// On Linux a bookmark is a record of the absolute path and of the file's `FileIdentity`. On macOS
+/// it is the system's security-scoped bookmark; that variant was never run.
 ///
 /// No operation opens the file. `make` and `resolve` access the file system, so they block if it
 /// hangs. Any thread.
@@ -31,12 +31,13 @@ class FileBookmark {
     static bool isBookmark(const QByteArray& data);
 
     /// Finds the file of the bookmark. The first of these that applies is the result:
-    /// 1. The same file is still at its path: that path, not stale.
-    /// 2. Another regular file is at its path: that path, stale.
+    /// 1. The same file is still at the stored path: this path, not stale.
+    /// 2. Another regular file is at the stored path: this path, stale.
     /// 3. The same file is found elsewhere: its new path, stale. The search covers the old folder,
-    ///    its parent, the user's usual folders, and all folders below these that are not hidden, on
-    ///    the same file system. It ends after 200,000 entries or 2 seconds.
-    /// 4. Nothing. This is also the result if `isBookmark` is false.
+    ///    its parent, the Downloads, Documents, Desktop and home folders, and all folders below
+    ///    these except hidden ones, on the same file system. The search ends after 200,000 entries
+    ///    or 2 seconds.
+    /// 4. Otherwise nothing, as for data that is not a bookmark.
     static std::optional<Resolved> resolve(const QByteArray& bookmark);
 };
 

@@ -9,7 +9,8 @@ namespace ambulet {
 
 namespace {
 
-// Does not make a network file system contact its server, and does not trigger the automounter.
+// The status of the file or folder at the path; nothing if there is none. Takes what a network file
+// system has cached, if anything, and does not automount the path.
 std::optional<struct statx> statusOf(const std::string& path, unsigned mask) {
     struct statx status = {};
     const int failed =

@@ -16,9 +16,9 @@ struct FileIdentity {
 
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::optional<Time> birth = std::nullopt;  ///< empty if the file system has none
-    std::string name = {};                     ///< the last part of its path
-    std::optional<std::uint64_t> size = std::nullopt;
+    std::optional<Time> birth = std::nullopt;          ///< empty if the file system has none
+    std::string name = {};                             ///< the last part of its path
+    std::optional<std::uint64_t> size = std::nullopt;  ///< in bytes; empty if unknown
 
     /// The identity of the regular file at the path. Links are followed. Nothing if there is no
     /// regular file. Does not open the file.
@@ -29,9 +29,9 @@ struct FileIdentity {
 
     /// Whether both are the same file.
     /// - With a birth time: inode and birth time must be equal. The inode alone is not enough,
-    ///   because inodes are reused; device numbers may change.
-    /// - Without a birth time: device, inode, name and size must be equal. Another file system with
-    ///   another file of the same numbers may have been mounted in place of the old one.
+    ///   because inodes are reused. The device is not compared, because its number may change.
+    /// - Without a birth time: device, inode, name and size must be equal. Device and inode are not
+    ///   enough, because another file system may have been mounted under the same device number.
     bool isSameFileAs(const FileIdentity& other) const;
 };
 

@@ -15,10 +15,10 @@ struct SearchBounds {
     std::chrono::milliseconds time{2000};
 };
 
-/// Searches the folders, and all folders below them, breadth first, for the file with this
-/// identity. Returns its path; nothing if it is not found within the limits. Skips hidden folders,
-/// links to folders, and file systems other than `device`. Blocks if the file system hangs. Any
-/// thread.
+/// The path of the file with this identity in or below the folders; nothing if the file is not
+/// found within the limits. Searches breadth first. Skips links and hidden folders unless `folders`
+/// lists them, and every folder on a file system other than `device`. Blocks if the file system
+/// hangs. Any thread.
 std::optional<std::string> findFile(const FileIdentity& identity,
                                     const std::vector<std::string>& folders, std::uint64_t device,
                                     const SearchBounds& bounds = {});

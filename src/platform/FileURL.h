@@ -11,10 +11,9 @@ namespace ambulet {
 /// The path of a file. On macOS, a FileURL from a bookmark also has the system's URL, which
 /// includes the right to open the file. A plain value; its copies may be used on any thread.
 struct FileURL {
-    /// The file of a path that is known as text. In such a text, U+FFFD may replace bytes that are
-    /// not UTF-8. If there is no file with exactly that name, the file is the first in the folder,
-    /// by name, that decodes to the text. Accesses the file system only if the text contains
-    /// U+FFFD.
+    /// The file at a path that is given as text. U+FFFD in the text may stand for bytes that are
+    /// not UTF-8: if no file has exactly this path, the file is the first, by name, whose path
+    /// decodes to the text. Accesses the file system only if the text contains U+FFFD.
     FileURL(const QString& text);
 
     explicit FileURL(std::string bytes, std::shared_ptr<const void> systemURL = nullptr)

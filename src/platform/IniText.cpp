@@ -1,5 +1,6 @@
 // A value is a text with escapes, in quotes if necessary. Data is written as the text
-// "@ByteArray(...)", one character for each byte. A text that starts with "@" gets another "@".
+// "@ByteArray(...)", one character for each byte. Before a text that starts with "@", another "@"
+// is written.
 
 #include "platform/IniText.h"
 
@@ -86,8 +87,9 @@ QString unescaped(const QByteArray& written) {
     return result.first(kept);
 }
 
-// A digit after a code would be read as part of the code, so it is also written as a code. So is a
-// byte order mark, because QSettings drops it after a code.
+// The text with escapes, in quotes if necessary. A hexadecimal digit after a code would be read as
+// part of the code, so the digit is also written as a code. So is every byte order mark, because
+// QSettings drops a byte order mark after a code.
 QByteArray quoted(const QString& text) {
     QByteArray result;
     bool afterCode = false;
@@ -139,8 +141,7 @@ QString encoded(const QVariant& value) {
 }  // namespace
 
 IniText::IniText(const QByteArray& content) : _lines(content.split('\n')) {
-    // If the last line ends with a line feed, the last piece is empty. Otherwise a line feed is
-    // added.
+    // After a final line feed, the last piece is empty. `content` ends every line with a line feed.
     if (_lines.last().isEmpty()) {
         _lines.removeLast();
     }

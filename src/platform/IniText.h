@@ -17,11 +17,11 @@ class IniText {
   public:
     explicit IniText(const QByteArray& content);
 
-    /// The value of the last line with the key. An invalid QVariant if the line has "@Invalid()".
-    /// Nothing if there is no such line. A missing quote is not an error.
+    /// The value of the last line with the key. An invalid QVariant if the line is
+    /// `key=@Invalid()`. Nothing if there is no line with the key. A missing quote is not an error.
     std::optional<QVariant> value(const QString& key) const;
 
-    /// Replaces the last line with the key, or adds one.
+    /// Replaces the last line with the key; adds a line if there is none.
     void setValue(const QString& key, const QVariant& value);
 
     QByteArray content() const;

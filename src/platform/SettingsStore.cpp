@@ -1,5 +1,6 @@
-// The file is read again at every call, because other processes may write it. While it holds the
-// lock, a write reads the file, changes its own keys and replaces the file.
+// Every look-up in the file and every write reads the file again, because other processes may write
+// it. A write takes the lock if possible, reads the file, changes the lines of its own keys, and
+// replaces the file.
 
 #include "platform/SettingsStore.h"
 
@@ -31,7 +32,7 @@ bool makeFolder(const QString& path) {
            (makeFolder(QFileInfo(path).path()) && ::mkdir(encoded(path).c_str(), 0700) == 0);
 }
 
-// The value of an environment variable, if it is an absolute path; otherwise nothing.
+// The value of an environment variable if it is an absolute path, else an empty text.
 QString folderIn(const char* variable) {
     const QString folder = QFile::decodeName(qgetenv(variable));
     return folder.startsWith(u'/') ? folder : QString();
@@ -84,7 +85,7 @@ bool SettingsStore::flush() {
     if (!makeFolder(QFileInfo(_place).path())) {
         return false;
     }
-    // Without the lock, another process may write at the same time. Then the file is read again.
+    // Another process may write without the lock, and so change the file in the meantime.
     constexpr int mostTries = 20;
     for (int tries = 0; tries < mostTries; ++tries) {
         switch (tryToStore()) {

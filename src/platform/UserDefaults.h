@@ -14,9 +14,9 @@ namespace ambulet {
 /// default, which is in memory only.
 ///
 /// A write is stored at once, and a read sees the values that other processes have stored. No
-/// operation fails: of a damaged file, the undamaged part is read; a value that cannot be stored is
-/// kept in memory, and tried again at the next write and when the application ends. Main thread
-/// only.
+/// operation fails. Of a damaged file, the undamaged lines are read. A value that cannot be stored
+/// is kept in memory, and every later write tries to store it. `standard()` also tries when the
+/// application ends. Main thread only.
 class UserDefaults {
   public:
     /// The settings in the INI file `file`; on macOS those in the preferences domain of that name.

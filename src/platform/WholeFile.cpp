@@ -1,6 +1,6 @@
-// The new content is written to a new file, which is flushed to disk and then renamed. So at any
-// moment there is a complete file of that name. The folder is locked, not a lock file, which could
-// be stale, belong to another program, or be left behind.
+// The new content is written to a temporary file, which is flushed to disk and then renamed over
+// the old file. So the file is complete at any moment. The lock is on the folder, because a lock
+// file could be stale, belong to another program, or be left behind.
 
 #include "platform/WholeFile.h"
 
@@ -44,7 +44,8 @@ class Descriptor {
 
 constexpr std::string_view leftoverEnd = ".new-XXXXXX";
 
-// Replacing the file changes the inode; writing in place changes the size or the time.
+// Whether the file has not changed between two versions. Replacing it changes the inode; writing in
+// place changes the size or the time.
 bool isSame(const std::optional<struct stat>& one, const std::optional<struct stat>& other) {
     if (!one || !other) {
         return !one && !other;
@@ -69,7 +70,8 @@ bool writeAll(int file, const QByteArray& content) {
     return ::fsync(file) == 0;
 }
 
-// The target of the link, after following all links. The target need not exist.
+// The path itself; if a link is there, the path of the link's final target. Nothing need exist
+// there.
 fs::path target(fs::path path) {
     std::error_code error;
     constexpr int mostLinks = 40;
@@ -101,7 +103,7 @@ std::optional<QByteArray> WholeFile::read(std::size_t limit) {
     if (!S_ISREG(_read->st_mode)) {
         return std::nullopt;  // opening a device may have an effect
     }
-    // It may have been replaced by a FIFO in the meantime.
+    // The file may have been replaced by a FIFO in the meantime, so opening it must not block.
     const Descriptor file(::open(_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status = {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -144,7 +146,7 @@ WholeFile::Outcome WholeFile::replace(const QByteArray& content) const {
             return written && changed ? Outcome::Changed : Outcome::Failed;
         }
     }
-    // From here on the file is complete, the old or the new one, even if syncing the folder fails.
+    // If syncing the folder fails, a power failure may bring the old file back, which is complete.
     const Descriptor folder(::open(_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen()) {
         ::fsync(folder.number());
@@ -172,7 +174,7 @@ WholeFile::Lock::Lock(const WholeFile& file)
     while (_folder >= 0) {
         _held = ::flock(_folder, LOCK_EX | LOCK_NB) == 0;
         if (_held || (errno != EWOULDBLOCK && errno != EINTR)) {
-            return;  // not EWOULDBLOCK: the file system has no locks
+            return;  // other errors mean that the file system has no locks
         }
         if (const Version now = file.version(); !isSame(now, seen)) {
             seen = now;

@@ -8,33 +8,33 @@
 
 namespace ambulet {
 
-/// A small file that is read as a whole and replaced atomically. Linux only. Any thread; a lock
-/// excludes other writers of the same file, in this process and in others.
+/// A small file that is read as a whole and replaced atomically. Linux only. Any thread; a `Lock`
+/// excludes other writers.
 class WholeFile {
   public:
     /// If `path` is a link, the file is its target.
     explicit WholeFile(const std::string& path);
 
-    /// The content; empty if there is no file. Nothing if it is not a regular file, cannot be read,
+    /// The content; empty if there is no file. Nothing if the file is not regular, cannot be read,
     /// or is larger than `limit` bytes. Never blocks on a FIFO or a device.
     std::optional<QByteArray> read(std::size_t limit);
 
     enum class Outcome {
-        Replaced,  ///< the new content is on the disk
-        Changed,   ///< the file has changed since it was read; nothing was done
-        Failed     ///< it cannot be done, or the file is write-protected; nothing was done
+        Replaced,  ///< the file has the new content
+        Changed,   ///< the file has changed since it was read; it is left as it is
+        Failed     ///< the file cannot be written, or is write-protected; it is left as it is
     };
 
-    /// Replaces the file by one with this content, which only the owner may read.
+    /// Replaces the file by one with this content and mode 0600. Call `read` first.
     Outcome replace(const QByteArray& content) const;
 
-    /// Removes the temporary files of processes that were killed during a write. Call it with the
-    /// lock held.
+    /// Removes the temporary files that killed processes left behind. Call this with the lock held,
+    /// because it also removes the temporary file of a write that is in progress.
     void removeLeftovers() const;
 
-    /// Excludes other writers as long as it exists. The constructor waits for a writer that holds
-    /// the lock. It gives up, and `isHeld` is false, if the file has not changed for half a second,
-    /// or if the file system has no locks.
+    /// While it is held, excludes other locks on files of the same folder, in this process and in
+    /// others. The constructor waits for them. It gives up, and `isHeld` is false, if the file has
+    /// not changed for half a second, or if the folder cannot be locked.
     class Lock {
       public:
         explicit Lock(const WholeFile& file);
@@ -50,7 +50,7 @@ class WholeFile {
     };
 
   private:
-    using Version = std::optional<struct stat>;  // empty if there is no file
+    using Version = std::optional<struct stat>;  // empty if there is no file, or `stat` fails
 
     Version version() const;
 
