@@ -16,8 +16,8 @@ namespace ambulet {
 
 namespace {
 
-// Two copies of the program restore the same frame. So if another application already has a window
-// whose content is at the same place, this one is moved.
+// A second copy of the program restores the same frame as the first. So if another application has
+// a window at the same place, this window is moved to a place without one.
 void stepAside(QWidget& window) {
     constexpr int step = 30;
     // If no frame is remembered, the window manager places the window.

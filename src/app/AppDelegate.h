@@ -12,9 +12,9 @@ class Bundle;
 class MainMenu;
 class UserDefaults;
 
-/// Starts the application: main menu, main window, and at the first start the Getting Started
-/// window. Shows the About and the Getting Started window when their menu items are chosen. Owns
-/// the main window's controller. Main thread only.
+/// Starts the application: main menu, main window, and the Getting Started window if no file was
+/// ever chosen. Shows the About and the Getting Started window when their menu items are chosen.
+/// Owns the main window's controller. Main thread only.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ class AppDelegate final : public QObject {
     ~AppDelegate() override;
 
     /// Builds the main menu and shows the main window. If no file was ever chosen, shows the
-    /// Getting Started window in front of it. Call it once, from the event loop.
+    /// Getting Started window in front of the main window. Call this once, from the event loop.
     void applicationDidFinishLaunching();
 
     /// Shows the About window.

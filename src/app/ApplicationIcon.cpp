@@ -35,7 +35,7 @@ class AfterFirstPaint final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Expose && qobject_cast<QWindow*>(watched)->isExposed()) {
             qApp->removeEventFilter(this);
-            // The window handles the event, and is painted, after this filter.
+            // The window is painted after this filter, when it handles the event itself.
             QMetaObject::invokeMethod(
                 this,
                 [this] {

@@ -6,8 +6,8 @@ namespace ambulet {
 
 class Bundle;
 
-/// The application's icon in the sizes from 16 to 256 pixels that the bundle has; null if it has
-/// none.
+/// The application's icon in the sizes from 16 to 256 pixels that the bundle has; null if the
+/// bundle has none.
 QIcon applicationIcon(const Bundle& bundle);
 
 /// Sets the icon of all windows of the application: at once in the sizes up to 32 pixels, and in

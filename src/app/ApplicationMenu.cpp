@@ -38,7 +38,7 @@ void ApplicationMenu::addHidingItems(const QString& applicationName, OtherApplic
     QAction* const hideOthers =
         addMenuItem(*this, u"Hide Others"_s, Qt::CTRL | Qt::ALT | Qt::Key_H);
     connect(hideOthers, &QAction::triggered, this, [&others] { others.hide(); });
-    hideOthers->setEnabled(false);  // updated when a window gets the focus
+    hideOthers->setEnabled(false);  // updated when another window gets the focus
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, hideOthers,
             [hideOthers] { hideOthers->setEnabled(OtherApplications::canHide()); });
 

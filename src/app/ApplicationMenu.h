@@ -7,8 +7,7 @@ namespace ambulet {
 class OtherApplications;
 
 /// The application menu: About, Services, Hide, Hide Others, Show All and Quit. On macOS, Qt
-/// provides the application menu itself; only About and Quit are made here, and Qt moves them into
-/// it.
+/// provides an application menu; only About and Quit are made here, and Qt moves them to that menu.
 class ApplicationMenu final : public QMenu {
     Q_OBJECT
 

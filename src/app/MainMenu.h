@@ -27,7 +27,7 @@ class MainMenu final : public QObject {
     explicit MainMenu(const QString& applicationName);
     ~MainMenu() override;
 
-    /// Gives a window its menu bar, unless it has it already. F10 opens the bar's first menu. The
+    /// Gives the window a menu bar, unless it has one already. F10 opens the bar's first menu. The
     /// window owns the bar; the bar is destroyed with the main menu at the latest.
     void installOn(QMainWindow& window);
     void installOn(AuxiliaryWindow& window);

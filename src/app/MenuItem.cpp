@@ -22,8 +22,8 @@ bool isAccessKeyOf(QChar letter, const QList<QAction*>& items) {
     });
 }
 
-// The index of the letter in `title` that becomes the access key, or -1. First letters of words are
-// preferred.
+// The index of the character in `title` that becomes the access key; -1 if there is none. Prefers
+// the first characters of words.
 qsizetype accessKeyIndex(const QString& title, const QList<QAction*>& items) {
     for (const bool firstOfWord : {true, false}) {
         for (qsizetype i = 0; i < title.size(); ++i) {

@@ -32,7 +32,7 @@ struct Free {
 template <typename Reply>
 using ReplyPointer = std::unique_ptr<Reply, Free>;
 
-// The X server that the application is connected to.
+// The application's connection to the X server.
 class X11 {
   public:
     // Null if the platform is not X11.
@@ -45,7 +45,7 @@ class X11 {
 
     explicit X11(xcb_connection_t* connection) : _connection(connection) {}
 
-    // Waits for the reply of the X server.
+    // The atom of that name; XCB_ATOM_NONE on failure. Waits for the reply of the X server.
     xcb_atom_t atom(std::string_view name) const {
         const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             _connection,
@@ -80,7 +80,7 @@ class X11 {
         return xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
     }
 
-    // The position of a window's content on the screen; nothing if there is no such window.
+    // The upper left corner of a window's content, on the screen; nothing without such a window.
     std::optional<QPoint> place(xcb_window_t window) const {
         const ReplyPointer<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
             _connection, xcb_translate_coordinates(_connection, window, root(), 0, 0), nullptr));
@@ -133,7 +133,7 @@ bool isPartOfTheDesktop(const X11& display, xcb_window_t window) {
            display.has(window, "_NET_WM_WINDOW_TYPE", display.atom("_NET_WM_WINDOW_TYPE_DESKTOP"));
 }
 
-// The first value of WM_STATE.
+// The first value of WM_STATE; 0 if the window does not have that property.
 std::uint32_t stateOf(const X11& display, xcb_window_t window) {
     const std::vector<std::uint32_t> state = display.property(window, "WM_STATE");
     return state.empty() ? 0 : state.front();

@@ -12,7 +12,7 @@ class OtherApplications {
     OtherApplications();
     ~OtherApplications();
 
-    /// Whether `hide` works here: it needs X11 and a window manager that lists its windows.
+    /// Whether `hide` works here, that is, on X11 with a window manager that lists its windows.
     static bool canHide();
 
     /// Asks the window manager to minimise the windows of all other applications, except panels and

@@ -14,7 +14,7 @@ namespace ambulet {
 namespace ProgramWindows {
 namespace {
 
-// Marks a window as hidden by hideAll() until it is shown again, by whatever means.
+// Marks a window as hidden by hideAll() until the window is restored, by whatever means.
 //
 // Some window managers refuse to minimise a window without a minimise button. Such a window gets
 // the button for as long as it is hidden.
@@ -92,7 +92,7 @@ void showAll() {
     QWidget* const last = front();
     for (QWidget* const window : open()) {
         if (HiddenMark::isOn(*window)) {
-            // bringToFront() would give it the keyboard focus as soon as it is mapped.
+            // bringToFront() would give the window the keyboard focus as soon as it is mapped.
             window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
         }
     }

@@ -10,7 +10,7 @@ namespace ambulet {
 /// thread only.
 namespace ProgramWindows {
 
-/// The open windows, sorted by title. Minimised windows are open.
+/// The open windows, sorted by title. Minimised windows count as open.
 QList<QWidget*> open();
 
 /// The window with the keyboard focus; null if another program or a dialog has the focus.

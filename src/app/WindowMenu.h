@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// The Window menu: commands for the window in front, and a list of the open windows. The list is
-/// made each time the menu opens.
+/// The Window menu: commands for the window in front and for all windows, and a list of the open
+/// windows. The list is made each time the menu opens.
 class WindowMenu final : public QMenu {
     Q_OBJECT
 
