@@ -13,36 +13,37 @@
 #include <thread>
 #include <utility>
 
-// The fast reader does not accept the end of the root element, so expat always reads last. It is
-// given the prolog, a start tag for each open element, and the rest of the file.
+// The fast reader does not accept the end of the root element, so expat always reads last. Expat is
+// given the prolog, the root's start tag, one for each other open element, and the rest of the
+// file.
 //
-// Expat stops if it would use more memory than the limit. Without the fast reader, it would also
-// keep memory for the part that was read fast, at most `mostKept` bytes. So the limit for the rest
-// is lowered by this much. If expat then runs out of memory, the part may have needed less, so
-// expat reads the whole file again.
+// Expat stops if it would use more memory than its limit. If it had read the whole file, it would
+// also keep memory for the part that was read fast, at most `mostKept` bytes. So the limit for the
+// rest is lowered by `mostKept`. If expat then runs out of memory, the whole file may still be
+// within the limit, because the part may need less. So expat reads the whole file again.
 //
 // For the part that was read fast, expat would keep at most, in bytes:
 //
-//   1,000,000  names: 128 of elements and 128 of attributes for each of five scanners (those of
-//              four threads, and the one that merges), each with 200 bytes, and about 150 more.
-//              That is 450,000; the rest is a margin
+//   1,000,000  names: each of five scanners (one for each of four threads, and one for what is
+//              scanned in order) accepts 128 of elements and 128 of attributes. A name has up to
+//              200 bytes, and expat needs about 150 more. That is 450,000; the rest is a margin
 //     120,000  the names of 200 open elements (100 that are open where a chunk begins, and 100 that
-//              are opened in it); expat stores each of them twice, raw and converted
+//              are opened in it); expat stores each name twice, as written and in UTF-8
 //     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it allocated
-//              for the values of a tag; a search for the worst tags found 30,000
-//   1,200,000  the values of longer tags: each adds blocks of at most four times its size, and
-//              one kibibyte
+//              for the values of a tag; a search for the worst case found 30,000 bytes
+//   1,200,000  the values of longer tags, which have at most `mostLongTagBytes` together. Each tag
+//              adds blocks of at most four times its size, and one kibibyte
 
 namespace ambulet {
 
 namespace {
 
-constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and its tables
+constexpr unsigned mostThreads = 4;  // each needs memory for a chunk and for tables
 constexpr std::size_t mostKept = std::size_t{3} * 1024 * 1024;
 constexpr std::uint64_t mostLongTagBytes = std::uint64_t{256} * 1024;
 
-/// If less than one sixteenth of the file was scanned, the sums of the scan are discarded, and
-/// expat reads that part, too. This takes hardly longer, and no memory has to be estimated.
+/// If the fast reader read less than one sixteenth of the file, its sums are discarded, and expat
+/// reads that part, too. This takes hardly longer, and no memory has to be estimated.
 constexpr std::uint64_t leastScannedDivisor = 16;
 
 /// The start tags of the open elements, without the root.
@@ -71,7 +72,7 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
     return error;
 }
 
-/// False if expat must read the whole file; then `sums` must be discarded.
+/// False if expat must read the whole file again; then `sums` must be reset.
 bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate, StepSums& sums,
                               std::optional<XMLError>& error) const {
     ExpatDocument document(file, delegate, _options.blockSize);

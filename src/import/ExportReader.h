@@ -12,20 +12,20 @@ namespace ambulet {
 class InputFile;
 
 /// Sums the step records of an export. The days and the first error are the same as with
-/// ExpatReader, but it is many times faster.
+/// ExpatReader, but ExportReader is many times faster.
 ///
-/// Expat decides what is well-formed. It reads the prolog. If the prolog is plain (see
-/// Declarations), the fast reader continues as long as it can verify every byte, and expat reads
-/// the rest. If it is not plain, expat reads the whole file.
+/// Expat decides what is well-formed, and reads the prolog. If the prolog is plain (see
+/// ExpatDocument), the fast reader continues as long as it can verify every byte, and expat reads
+/// the rest. Otherwise expat reads the whole file.
 class ExportReader {
   public:
     struct Options {
-        /// The number of threads, including the calling one; at most 4. With 1 the file is read in
-        /// order.
+        /// The number of threads, including the calling one. More than 4 count as 4. With 1 the
+        /// file is read in order.
         unsigned threads = 1;
 
-        /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a
-        /// thread reads. From 1 byte to 8 MiB. They make no difference to the result.
+        /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that
+        /// several threads read. From 1 byte to 8 MiB. They make no difference to the result.
         std::size_t blockSize = ExpatReader::defaultBlockSize;
         std::size_t chunkSize = std::size_t{512} * 1024;
     };

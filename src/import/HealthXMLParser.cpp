@@ -10,7 +10,7 @@ namespace ambulet {
 std::vector<DailySteps> HealthXMLParser::parseURL(const std::filesystem::path& path) {
     std::error_code ignored;
     if (const auto file = InputFile::open(path, ignored)) {
-        // Deliberate: errors are ignored, and the records before them count.
+        // Deliberate: an error is ignored, and the records before it count.
         parse(*file, {.threads = ExportReader::usualThreads()});
     }
     return days();

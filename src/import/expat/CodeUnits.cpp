@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-// Besides the two byte order marks, expat looks for a null byte: a document starts with an ASCII
-// character, which in UTF-16 is one null byte and the character's byte.
+// Without a byte order mark, expat recognises UTF-16 by a null byte: a document starts with an
+// ASCII character, so in UTF-16 one of its first two bytes is null.
 
 CodeUnits codeUnits(const PatchedFile& bytes) {
     std::array<char, 2> begin{};

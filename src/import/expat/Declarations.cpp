@@ -50,7 +50,8 @@ void Declarations::watch(XML_Parser parser) {
         static_cast<Declarations*>(data)->_arePlain &=
             value == nullptr && std::strcmp(type, "CDATA") == 0;
     });
-    // A reference to an undeclared parameter entity: expat ignores the declarations after it.
+    // Called for a reference to an undeclared parameter entity. Expat ignores the declarations
+    // after such a reference.
     XML_SetSkippedEntityHandler(parser,
                                 [](void* data, const XML_Char* /*name*/, int /*isParameter*/) {
                                     static_cast<Declarations*>(data)->_arePlain = false;

@@ -10,16 +10,18 @@ namespace ambulet {
 /// Observes the declarations in the prolog of a document, by handlers of expat.
 class Declarations {
   public:
-    /// Whether the document is plain so far. A plain document is XML 1.0, declares UTF-8 or no
-    /// encoding, and declares nothing that could change the contents of start tags, that is, none
-    /// of
-    /// - an entity,
-    /// - an attribute with a default value,
-    /// - an attribute of a type other than CDATA, because its values are normalised differently,
-    /// - an external subset or a parameter entity, which could declare these.
+    /// Whether the declarations so far are plain. Plain declarations
+    /// - have no version but XML 1.0, and no encoding but UTF-8;
+    /// - do not declare entities or refer to parameter entities;
+    /// - do not declare default values of attributes;
+    /// - give attributes no type but CDATA, because values of other types are normalised
+    ///   differently;
+    /// - have no external subset.
+    ///
+    /// They do not change the contents of start tags.
     bool arePlain() const { return _arePlain; }
 
-    /// Whether more than `mostNestingEntities` entities refer to others. If so, the parser was
+    /// Whether more than `mostNestingEntities` entities refer to others. If so, the parser has been
     /// stopped.
     bool nestTooDeeply() const { return _nestingEntities > mostNestingEntities; }
 

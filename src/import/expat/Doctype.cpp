@@ -65,7 +65,7 @@ class Units {
         }
     }
 
-    /// Skips everything up to the end of `text`, or to the end of the file.
+    /// Skips everything up to and including the next `text`, or up to the end of the file.
     void skipPast(std::u16string_view text) {
         std::u16string last;
         while (last != text) {
@@ -124,7 +124,7 @@ std::optional<std::uint64_t> skipToRootName(Units& units) {
 }
 
 std::u16string rootName(Units& units) {
-    constexpr std::size_t longest = 1000;  // a longer one is not recognised in the root's tag
+    constexpr std::size_t longest = 1000;  // the tag of a root with a longer name is not recognised
     constexpr std::u16string_view notInNames = u"[]<>'\"";
     std::u16string name;
     for (int unit = units.peek();

@@ -87,7 +87,7 @@ XMLError DocumentParser::placed(XMLError error) const {
     return {_bytes.fileOffset(error.byteOffset), error.reason};
 }
 
-/// Whether there is a "<" at that offset.
+/// Whether there is a "<" at `offset`.
 bool DocumentParser::isMarkup(std::uint64_t offset) const {
     const CodeUnits units = codeUnits(_bytes);
     std::array<char, 2> begin{};

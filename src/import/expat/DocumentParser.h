@@ -11,8 +11,8 @@
 
 namespace ambulet {
 
-/// Parses one document: reports its start tags to a delegate, and errors with their offset in the
-/// file. It can pause after the prolog. Use it for one document, on one thread.
+/// Parses one document, on one thread: reports the start tags to a delegate, and returns the first
+/// error, with its offset in the file. It can pause after the root's start tag.
 class DocumentParser : private Declarations {
   public:
     /// Start tags before the end of the last replacement in `bytes` are not reported.
@@ -53,8 +53,10 @@ class DocumentParser : private Declarations {
     bool _pausesAtRoot = false;
     std::uint64_t _depth = 0;  // the number of open elements
     std::optional<Root> _root;
-    std::optional<std::uint64_t> _goodAfterRoot;  // after the root: the end of the last valid token
-    std::exception_ptr _thrown;                   // thrown by the delegate
+    std::exception_ptr _thrown;  // thrown by the delegate
+
+    // Empty until the root has ended. Then the end of the last valid token.
+    std::optional<std::uint64_t> _goodAfterRoot;
 };
 
 }  // namespace ambulet

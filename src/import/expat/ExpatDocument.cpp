@@ -9,7 +9,7 @@ namespace ambulet {
 
 namespace {
 
-// In bytes. Expat reads the prolog a second time in readFrom. That must not take noticeable time.
+// In bytes. In readFrom, expat reads the prolog a second time, which must not take noticeable time.
 constexpr std::uint64_t longestPlainProlog = std::uint64_t{64} * 1024;
 
 }  // namespace
@@ -23,7 +23,7 @@ void ExpatDocument::start(ExpatLimits limits) {
     _parser = std::make_unique<DocumentParser>(_bytes, _delegate, _blockSize, limits);
 }
 
-/// Reads to the end of the root's start tag. A malformed document type declaration is left out.
+/// Reads to the end of the root's start tag. Leaves out a malformed document type declaration.
 std::optional<XMLError> ExpatDocument::readProlog() {
     start(_limits);
     const std::optional<XMLError> error = _parser->readProlog();

@@ -6,10 +6,10 @@ namespace ambulet {
 
 /// The limits of the memory that expat uses for a document, in bytes.
 struct ExpatLimits {
-    /// The length of one tag, comment, processing instruction or literal of a declaration.
+    /// The length of one tag, comment, processing instruction or literal in a declaration.
     std::size_t token = 10'000'000;
 
-    /// Everything that expat stores besides the bytes of such a token: the open elements, all names
+    /// Everything that expat stores except the bytes of such a token: the open elements, all names
     /// and declarations, and the values of one tag.
     std::size_t kept = std::size_t{4} * 1024 * 1024;
 

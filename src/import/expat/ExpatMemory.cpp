@@ -8,7 +8,7 @@
 namespace ambulet {
 
 // Expat passes no context to its allocation functions, so the remaining memory is a thread-local
-// variable. The size of each block is stored in front of it.
+// variable. A header before each block stores the block's size.
 
 namespace {
 
@@ -16,17 +16,17 @@ thread_local std::size_t available = 0;
 thread_local bool isCounting = true;
 
 struct alignas(std::max_align_t) Header {
-    std::size_t counted;
-    std::size_t size;  // the size of the header and the block
+    std::size_t counted;  // the bytes that were subtracted from `available`
+    std::size_t size;     // the size of the header and the block
 };
 
 Header* headerOf(void* block) {
     return static_cast<Header*>(block) - 1;
 }
 
-// Large blocks are mapped, so that freeing them returns their memory to the system. In the heap, a
-// later block often does not fit into the space of an earlier one, and both would stay in use. At
-// this size, rounding up to a page wastes less than a hundredth.
+// Blocks of at least this size are mapped, so that freeing them returns their memory to the system.
+// In the heap, a later block often does not fit into the space of an earlier one, and the memory of
+// both would stay in use. At this size, rounding up to a page wastes less than a hundredth.
 constexpr std::size_t largeSize = std::size_t{512} * 1024;
 
 Header* take(std::size_t size) {

@@ -19,8 +19,8 @@ class ExpatMemory {
 
     static const XML_Memory_Handling_Suite* functions();
 
-    /// The most that a block in the heap takes besides its own bytes: 16 for the header before it,
-    /// 8 for that of malloc, and 16 for rounding. Large blocks have whole pages.
+    /// The most bytes that a block in the heap takes besides its own: 16 for the header before the
+    /// block, 8 for the header of malloc, and 16 for rounding. Large blocks take whole pages.
     static constexpr std::size_t blockOverhead = 40;
 
     /// While this object exists, blocks that the thread allocates are not counted.

@@ -27,8 +27,8 @@ constexpr auto currentByteIndex = XML_GetCurrentByteIndex;
 constexpr auto currentByteCount = XML_GetCurrentByteCount;
 #endif
 
-// Expat's defaults. Entities may expand to a hundred times the size of the document. The first
-// eight mebibytes are exempt.
+// Expat's defaults. Entities may expand the document to a hundred times its size. The first eight
+// mebibytes are exempt.
 constexpr float mostAmplification = 100;
 constexpr unsigned long long amplificationThreshold = 8ULL * 1024 * 1024;
 
@@ -46,7 +46,8 @@ ExpatParser::ExpatParser(const PatchedFile& bytes, std::size_t blockSize, ExpatL
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(get(), mostAmplification);
     XML_SetBillionLaughsAttackProtectionActivationThreshold(get(), amplificationThreshold);
 #ifdef EXPAT_DEFERS_REPARSING
-    // Expat's own way to delay incomplete tokens depends on the size of the blocks; see nextCount.
+    // Expat's own delay of incomplete tokens depends on the size of the blocks. nextCount replaces
+    // that delay.
     XML_SetReparseDeferralEnabled(get(), XML_FALSE);
 #endif
 }
@@ -114,18 +115,18 @@ bool ExpatParser::isSuspended() const {
     return status.parsing == XML_SUSPENDED;
 }
 
-/// The number of bytes passed to the parser that it has not parsed yet.
+/// The number of bytes that have been passed to the parser and are not parsed yet.
 std::size_t ExpatParser::unfinished() {
     _tokenBegin = std::max(_tokenBegin, position());
     return static_cast<std::size_t>(_given - _tokenBegin);
 }
 
-/// The number of bytes to pass to the parser next; 0 if a token exceeds the limit.
+/// The number of bytes to pass to the parser next; 0 if an incomplete token has reached the limit.
 ///
 /// Expat stores the bytes of an incomplete token and scans them again with every block. So for a
-/// long token the number is the length of the token so far: then the work is proportional to the
-/// length, not to its square. The number never exceeds the rest of the limit, so that a token is
-/// refused at the same byte for every block size.
+/// long token the number is at least the length of the token so far: then the work is proportional
+/// to the length, not to its square. The number never exceeds the rest of the limit, so that a
+/// token is refused at the same byte for every block size.
 std::size_t ExpatParser::nextCount(std::size_t unfinished) const {
     constexpr std::size_t longToken = 4096;  // eight times the longest token of exports
     const std::size_t firstCount = _given == 0 ? 2 : 0;
@@ -134,12 +135,12 @@ std::size_t ExpatParser::nextCount(std::size_t unfinished) const {
     return std::min(std::max(count, firstCount), _limits.token - unfinished);
 }
 
-/// A buffer for as many bytes as a token may still have.
+/// A buffer for at least as many bytes as a token may still have.
 ///
 /// Expat would start with a small buffer and double it when necessary, which copies a long token.
-/// So it is asked for a buffer of the maximum size each time. The buffer is then never too small,
-/// and expat moves the incomplete token to its start. The system allocates only pages that are
-/// written to, which are those of a block and a token.
+/// So expat is asked for a buffer of the maximum size each time. Then its buffer is never too
+/// small, and expat only moves the incomplete token to the start of the buffer. The system
+/// allocates only pages that are written to, which are those of a block and a token.
 void* ExpatParser::room(std::size_t unfinished) {
     constexpr std::size_t margin = 4096;  // expat keeps up to 1024 bytes before the token
     const std::size_t size = std::bit_ceil(_limits.token + margin) - margin - unfinished;

@@ -15,21 +15,21 @@
 
 namespace ambulet {
 
-/// An expat parser that reads a document block by block and within the limits. The size of the
-/// blocks makes no difference to what it reports.
+/// An expat parser that reads one document, on one thread, block by block and within the limits.
+/// The size of the blocks makes no difference to what it reports.
 ///
-/// Use it for one document, on one thread. Parsers must be destroyed in the reverse order of their
-/// construction.
+/// The parsers of a thread must be destroyed in the reverse order of their construction.
 class ExpatParser {
   public:
-    /// `blockSize`: the number of bytes that are read at once, at least 1. Throws std::bad_alloc.
+    /// `blockSize`: the number of bytes that are read at once, except within long tokens; at least
+    /// 1. Throws std::bad_alloc.
     ExpatParser(const PatchedFile& bytes, std::size_t blockSize, ExpatLimits limits);
 
-    /// For setting handlers.
+    /// For setting handlers, and for stopping the parser in a handler.
     XML_Parser get() const { return _parser.get(); }
 
     /// Reads to the end of the document, to the first error, or until a handler suspends the
-    /// parser. The offset of an error is one in `bytes`.
+    /// parser; in that case, another call continues. The offset of an error is one in `bytes`.
     std::optional<XMLError> read();
 
     /// The start and the end of the token that is being reported.

@@ -13,7 +13,7 @@ class InputFile;
 /// Reads XML documents with expat, which decides what is well-formed.
 /// - Namespaces are not processed.
 /// - Internal entities are expanded. External ones are never opened.
-/// - A malformed document type declaration is ignored, if its end can be found.
+/// - A malformed document type declaration is ignored if its end can be found.
 /// - The use of memory and stack is bounded for every file.
 class ExpatReader {
   public:
@@ -21,8 +21,8 @@ class ExpatReader {
 
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;
 
-    /// `blockSize`: the number of bytes that are read from the file at once, at least 1. It makes
-    /// no difference to the result.
+    /// `blockSize`: the number of bytes that are read at once, except within long tokens; at least
+    /// 1. It makes no difference to the result.
     explicit ExpatReader(std::size_t blockSize = defaultBlockSize, Limits limits = {})
         : _blockSize(blockSize), _limits(limits) {}
 

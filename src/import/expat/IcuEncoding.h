@@ -5,8 +5,9 @@
 namespace ambulet {
 
 /// An XML_UnknownEncodingHandler: gives expat a converter of ICU for an encoding that expat lacks.
-/// It supports encodings with one byte for each character, and those with one or two bytes, if the
-/// first byte determines how many. All others are unknown encodings.
+/// The converter supports characters of one byte, and of two bytes if the first determines how
+/// many. All other characters are invalid tokens. The encoding stays unknown if ICU lacks it, too,
+/// or if it is not a superset of ASCII.
 int useIcuEncoding(void* unused, const XML_Char* name, XML_Encoding* encoding);
 
 }  // namespace ambulet

@@ -18,7 +18,7 @@ void StepSums::add(std::string_view startDate, std::string_view value) {
 
 std::int64_t& StepSums::sum(std::chrono::sys_seconds instant) {
     if (_last == nullptr || !_last->day.contains(instant)) {
-        // Roughly the number of days since 1970. It only selects the slot.
+        // The day in UTC, which may differ from the local day. It only selects the entry.
         const auto number = std::chrono::floor<std::chrono::days>(instant).time_since_epoch();
         _last = &_knownDays[static_cast<std::size_t>(number.count()) % _knownDays.size()];
         if (!_last->day.contains(instant)) {

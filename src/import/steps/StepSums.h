@@ -31,11 +31,11 @@ class StepSums {
     /// Replaces all sums.
     void set(ByDate days);
 
-    /// Removes all sums and returns them, one for each day to which something was added.
+    /// Removes all sums and returns them.
     ByDate takeAll();
 
     /// The days to which something was added, newest first. A day whose midnight the clock skipped
-    /// is left out, because it has no instant at which it begins.
+    /// is left out, because `startOfDay` has no instant for it.
     std::vector<DailySteps> days() const;
 
   private:
@@ -45,9 +45,9 @@ class StepSums {
     ByDate _sums;
 
     // A direct-mapped cache of days. Without it, each record would need a call of the C library for
-    // its day and a search of the map for its sum. It has entries for 4096 days (eleven years),
-    // because some exports are not sorted by time. `sum` is valid only in its generation; set and
-    // takeAll start a new one.
+    // its day and a search of the map for its sum. The cache has entries for 4096 days (eleven
+    // years), because some exports are not sorted by time. `sum` is valid if `generation` equals
+    // `_generation`, which set and takeAll increment.
     struct KnownDay {
         LocalDay day;
         std::uint64_t generation = 0;

@@ -20,8 +20,9 @@ class InputBuffer {
     /// The start of the block.
     char* begin() const { return _begin; }
 
-    /// Reads up to `size` bytes of `file`, starting at `offset`, and returns their number, which is
-    /// smaller only at the end of the file. A read error counts as the end of the file.
+    /// Reads `size` bytes of `file`, starting at `offset`, and writes the null characters after
+    /// them. Returns the number of bytes, which is below `size` only at the end of the file. A read
+    /// error counts as the end of the file.
     std::size_t read(const InputFile& file, std::uint64_t offset, std::size_t size) const;
 
   private:

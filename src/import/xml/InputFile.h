@@ -24,8 +24,8 @@ class InputFile {
     /// The current size in bytes; 0 if it is unknown.
     std::uint64_t size() const;
 
-    /// Reads up to `buffer.size()` bytes, starting at `offset`, and returns their number. At
-    /// the end of the file that is 0. If reading fails, it is 0 and `error` says why.
+    /// Reads up to `buffer.size()` bytes, starting at `offset`, and returns their number, which is
+    /// 0 at the end of the file. If reading fails, the result is 0 and `error` says why.
     std::size_t read(std::uint64_t offset, std::span<char> buffer, std::error_code& error) const;
 
   private:

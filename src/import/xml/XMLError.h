@@ -13,7 +13,7 @@ enum class XMLErrorReason {
     /// Something is at a place where the grammar of XML does not allow it.
     syntax,
 
-    /// A character that is not allowed there, or bytes that are not a character.
+    /// A character is not allowed at its place, or bytes are not a character.
     invalidToken,
 
     /// The document ends inside a tag, a comment or other markup.
@@ -49,25 +49,25 @@ enum class XMLErrorReason {
     /// The declared encoding is not that of the document.
     wrongEncoding,
 
-    /// A reference to a character that is not allowed in XML.
+    /// A reference is to a character that XML does not allow.
     invalidCharacterReference,
 
-    /// A reference to an entity that is not declared.
+    /// A reference is to an entity that is not declared.
     undefinedEntity,
 
-    /// An entity that refers to itself, directly or through others.
+    /// An entity refers to itself, directly or through others.
     recursiveEntity,
 
     /// An entity has the start of an element without its end, or the end without the start.
     unbalancedEntity,
 
-    /// A reference to an entity that is not XML.
+    /// A reference is to an entity that is not XML.
     binaryEntityReference,
 
-    /// A reference to an external entity in an attribute's value.
+    /// The value of an attribute refers to an external entity.
     externalEntityInAttribute,
 
-    /// A reference to a parameter entity is at a place where it is not allowed.
+    /// A reference to a parameter entity is at a place where XML does not allow one.
     misplacedParameterEntity,
 
     /// A parameter entity has only a part of a declaration.

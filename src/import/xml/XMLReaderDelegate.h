@@ -12,14 +12,14 @@ namespace ambulet {
 /// each as soon as it is complete. The result of reading is the first error, if there is one.
 
 /// The attributes of one start tag, including those that the document type declaration adds.
-/// References are resolved and white space is normalised. A view: it and its texts are valid only
+/// References are resolved and white space is normalised. The object and its texts are valid only
 /// while the tag is reported.
 class XMLAttributes {
   public:
     /// `namesAndValues`: alternately a name and a value, in UTF-8, and at the end a null pointer.
     explicit XMLAttributes(const char* const* namesAndValues) : _namesAndValues(namesAndValues) {}
 
-    /// The value of an attribute. Nothing if the tag does not have it.
+    /// The value of the attribute `name`. Nothing if the tag has no such attribute.
     std::optional<std::string_view> value(const char* name) const {
         for (const char* const* each = _namesAndValues; *each != nullptr; each += 2) {
             // Most names differ in the first character, which avoids a call.
