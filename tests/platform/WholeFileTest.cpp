@@ -6,11 +6,15 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace ambulet {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -54,6 +58,22 @@ TEST_F(WholeFileTest, aFileThatWasCreatedSinceItWasReadIsNotReplaced) {
     write("another");
     EXPECT_EQ(whole.replace("new"), WholeFile::Outcome::Changed);
     EXPECT_EQ(contentOf(_path), "another");
+}
+
+TEST_F(WholeFileTest, aWriterWaitsForTheLockAsLongAsItsHolderChangesTheFile) {
+    const int held = ::open(QFile::encodeName(_folder.path()).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    // If the file does not change, a writer waits for half a second.
+    const auto end = std::chrono::steady_clock::now() + 1s;
+    QByteArray content;
+    const BeforeLocking change([&] {
+        if (std::chrono::steady_clock::now() < end) {
+            write(content += '.');
+        } else {
+            ::close(held);
+        }
+    });
+    EXPECT_TRUE(WholeFile::Lock(file()).isHeld());
 }
 
 TEST_F(WholeFileTest, aDeviceIsNotOpened) {

@@ -65,6 +65,8 @@ void actBeforeOpening(const char* path) {
     }
 }
 
+std::function<void()> beforeLocking;
+
 struct {
     std::mutex mutex;
     bool active = false;
@@ -235,6 +237,14 @@ BeforeOpening::~BeforeOpening() {
     beforeOpening.path.clear();
 }
 
+BeforeLocking::BeforeLocking(const std::function<void()>& action) {
+    beforeLocking = action;
+}
+
+BeforeLocking::~BeforeLocking() {
+    beforeLocking = nullptr;
+}
+
 OpenLog::OpenLog() {
     const std::lock_guard lock(openLog.mutex);
     openLog.paths.clear();
@@ -286,6 +296,9 @@ ssize_t read(int file, void* data, size_t size) {
 
 int flock(int file, int operation) noexcept {
     static auto* const next = ambulet::real<int(int, int)>("flock");
+    if (ambulet::beforeLocking) {
+        ambulet::beforeLocking();
+    }
     return fails(Fault::Call::Flock) ? -1 : next(file, operation);
 }
 

@@ -84,6 +84,13 @@ class BeforeOpening : NotCopyable {
     ~BeforeOpening();
 };
 
+/// Calls a function right before each call of flock().
+class BeforeLocking : NotCopyable {
+  public:
+    explicit BeforeLocking(const std::function<void()>& action);
+    ~BeforeLocking();
+};
+
 /// Records the paths of all files and folders that the process opens.
 class OpenLog : NotCopyable {
   public:
