@@ -37,6 +37,7 @@ bool isCharacter(std::uint32_t code) {
 std::size_t characterSize(const char* at) {
     std::int32_t size = 0;
     UChar32 code = 0;
+    // NOLINTNEXTLINE(bugprone-inc-dec-in-conditions): ICU's macro does it
     U8_NEXT(reinterpret_cast<const std::uint8_t*>(at), size, -1, code);
     return code >= 0 && isCharacter(static_cast<std::uint32_t>(code))
                ? static_cast<std::size_t>(size)
