@@ -11,7 +11,7 @@ set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -D_GLIBCXX_ASSERTIONS")
 set(AMBULET_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
 if(AMBULET_SANITIZE)
   add_compile_options(-fsanitize=${AMBULET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  # With sanitizers, g++ warns falsely that a std::function of the standard library is uninitialized.
+  # With sanitizers, g++ warns falsely of an uninitialized std::function in the standard library.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(-fsanitize=${AMBULET_SANITIZE})
 endif()
@@ -32,7 +32,7 @@ if(CMAKE_BUILD_TYPE MATCHES "^Rel")
       add_compile_options(${flag})
     endif()
   endforeach()
-  # Some distributions set a lower level of _FORTIFY_SOURCE.
+  # -U, because some distributions already set a lower level of _FORTIFY_SOURCE.
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   if(NOT APPLE)
@@ -40,7 +40,7 @@ if(CMAKE_BUILD_TYPE MATCHES "^Rel")
     add_compile_options(-fPIE)
     add_link_options(-pie -Wl,-z,relro,-z,now,-z,noexecstack)
   endif()
-  # The program does not depend on the folder that it is built in.
+  # The binary must not depend on the folder in which it is built.
   add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 endif()
 

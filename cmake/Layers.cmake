@@ -1,7 +1,7 @@
 # ambulet_layer(expat SOURCES ExpatReader.cpp ... LINKS layer_xml EXPAT::EXPAT HEADERS expat)
 #
-# Declares the static library layer_<name> for the current folder. Without SOURCES it is header-only.
-# Its sources may include only headers of
+# Declares the static library layer_<name> for the current folder; without sources, a header-only library.
+# The files of the folder may include only headers of
 #   - the layer itself,
 #   - the layers in LINKS, not those that are linked transitively,
 #   - the standard library and the operating system,
@@ -9,7 +9,7 @@
 #     headers of Qt.
 # MAC lists sources for macOS only, OTHER the sources for all other systems.
 #
-# ambulet_write_arrows() writes these rules to a file. tests/tree reads it and checks the sources.
+# ambulet_write_arrows() writes these rules to a file. tests/tree checks the files of src against it.
 function(ambulet_layer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;MAC;OTHER;LINKS;HEADERS" ${ARGN})
   set(mac_sources ${ARG_SOURCES} ${ARG_MAC})
@@ -39,8 +39,8 @@ function(ambulet_layer name)
   set_property(GLOBAL APPEND PROPERTY AMBULET_LAYERS layer_${name})
 endfunction()
 
-# Writes one line for each layer: its folder, the folders that it may include, the libraries that it may
-# include. The three are separated by tabs, the words of a list by blanks.
+# Writes one line for each layer: its folder, the folders that it may include, and its HEADERS, separated by
+# tabs. The words of a list are separated by blanks.
 function(ambulet_write_arrows file)
   get_property(layers GLOBAL PROPERTY AMBULET_LAYERS)
   set(table "")

@@ -1,10 +1,11 @@
 # ambulet_lint(): targets for all sources of the project. tools/test builds the last two.
 #   format        formats the sources with clang-format
 #   check-format  fails if a source is not formatted
-#   tidy          runs clang-tidy on the sources that have changed since it last passed; on all, if a header
-#                 or a .clang-tidy file has changed. For the tests it uses the shorter list of checks in
-#                 tests/.clang-tidy
-# clang-format and clang-tidy may have any version from 14 on. If a program is missing, its targets say so and succeed.
+#   tidy          runs clang-tidy on the sources that have changed since it last passed; on all sources, if a
+#                 header or a .clang-tidy file has changed. For the tests it uses the shorter list of
+#                 checks in tests/.clang-tidy
+# clang-format and clang-tidy may have any version from 14 on. If one of them is missing, its targets say so
+# and succeed.
 function(ambulet_lint)
   foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
@@ -30,7 +31,7 @@ function(ambulet_lint)
       COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy is not installed: not run." VERBATIM)
     return()
   endif()
-  # Sources that are not compiled on this system have no compile command, so they cannot be checked.
+  # clang-tidy cannot check sources that this build does not compile, because they have no compile command.
   if(NOT APPLE)
     list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")
   endif()

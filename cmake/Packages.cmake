@@ -1,7 +1,7 @@
-# ambulet_require("Qt 6.4" qt6-base-dev Qt6_FOUND ...): three arguments for each dependency: its name, its
-# Debian package, and the variable that is true if it was found. If a dependency is missing, the
-# configuration fails and lists the missing packages. The names of the packages in the Linux
-# distribution, or in Homebrew, come from tools/packages.
+# ambulet_require("Qt 6.4" qt6-base-dev Qt6_FOUND ...) takes three arguments for each dependency: its name,
+# its Debian package, and the variable that is true if it was found. If dependencies are missing, the
+# configuration fails and lists their packages, by the names that they have on this system (see
+# tools/packages).
 function(ambulet_require)
   cmake_host_system_information(RESULT os QUERY DISTRIB_INFO)
   set(system "${os_ID} ${os_ID_LIKE} ${CMAKE_HOST_SYSTEM_NAME}")

@@ -2,7 +2,7 @@
 # are compiled into the program, with the same paths. platform/Bundle reads them.
 #
 #   ambulet_resources(layer)    compiles them into a library; does nothing on macOS
-#   ambulet_bundle(program)     turns a program into a bundle that contains them; does nothing on other systems
+#   ambulet_bundle(program)     makes the program a bundle that contains them; does nothing on other systems
 
 set(bundle_executable ambulet)
 if(APPLE)
@@ -48,7 +48,7 @@ function(ambulet_bundle program)
   target_sources(${program} PRIVATE ${resource_files} ${icon})
 
   # Signs the installed bundle, which contains its libraries: cmake --build BUILD --target sign
-  set(AMBULET_SIGNING_IDENTITY "-" CACHE STRING "Who signs the bundle; - signs for this Mac alone")
+  set(AMBULET_SIGNING_IDENTITY "-" CACHE STRING "The identity that signs the bundle; with - it runs on this Mac only")
   add_custom_target(sign
     COMMAND codesign --force --deep --options runtime
             --entitlements ${PROJECT_SOURCE_DIR}/resources/Ambulet.entitlements
