@@ -14,7 +14,7 @@ class DailySteps {
     std::optional<std::chrono::sys_seconds> date() const { return _date; }
     void setDate(std::optional<std::chrono::sys_seconds> date) { _date = date; }
 
-    /// The sum of the values in the file. It may be zero or negative.
+    /// May be zero or negative.
     std::int64_t steps() const { return _steps; }
     void setSteps(std::int64_t steps) { _steps = steps; }
 

@@ -21,7 +21,7 @@ class MonthSummary {
     double avgSteps() const { return _avgSteps; }
     void setAvgSteps(double avgSteps) { _avgSteps = avgSteps; }
 
-    /// Computed with the stride at the time when the row was made.
+    /// Miles per day, by the stride at the time when the row was made.
     double avgMiles() const { return _avgMiles; }
     void setAvgMiles(double avgMiles) { _avgMiles = avgMiles; }
 

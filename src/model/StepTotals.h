@@ -15,7 +15,7 @@ constexpr std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
 }
 
 /// Totals and averages of some days. An average is the total divided by the number of these days,
-/// not by the calendar days that they span. Without days it is 0.
+/// not by the calendar days that they span. Without days, the averages are 0.
 class StepTotals {
   public:
     /// `strideFeet`: feet per step.

@@ -18,7 +18,8 @@ namespace ambulet {
 /// Formats instants in the user's locale, in that locale's calendar, and in local time. Time zone
 /// data is the system's. The locale is read once, when the formatter is made.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
+/// One thread at a time. `mediumDate` and `withPattern` throw std::runtime_error if ICU's data is
+/// missing.
 class DateFormatter {
   public:
     /// A date without a time of day, in the locale's medium style ("Mar 2, 2025").

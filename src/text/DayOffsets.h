@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// The offsets of local time from UTC at some instants, recorded when this was made. If the user
+/// The offsets of local time from UTC at some instants, recorded by the constructor. If the user
 /// changes the system's time zone later, a day that begins at one of these instants stays the same
 /// calendar day. A plain value; any thread.
 class DayOffsets {
@@ -19,7 +19,7 @@ class DayOffsets {
     /// `instants`: ascending or descending.
     explicit DayOffsets(std::span<const std::chrono::sys_seconds> instants);
 
-    /// The recorded offset; for any other instant, the offset in the current time zone.
+    /// The offset recorded for `instant`. If none is recorded, the one in the current time zone.
     std::chrono::seconds at(std::chrono::sys_seconds instant) const;
 
   private:

@@ -13,13 +13,14 @@
 namespace ambulet {
 
 // Phones write one form, and an export has millions of instants, so that form is parsed by hand.
-// Everything else that the pattern allows is rare. ICU parses it, at a hundred times the cost:
-// - other spellings of the offset, such as "Z" and "-08:00";
-// - more or fewer digits in a field (ICU 72 rejects one-digit days, minutes and seconds);
-// - digits of other scripts, and additional blanks;
-// - years before 1583, for which ICU uses the Julian calendar.
+// All other texts that match the pattern are rare. ICU parses them, at over a hundred times the
+// cost. They have
+// - another spelling of the offset, such as "Z" or "-08:00",
+// - more or fewer digits in a field (ICU 72 rejects one-digit days, minutes and seconds),
+// - digits of other scripts or additional blanks, or
+// - a year before 1583 (before 15 October 1582, ICU uses the Julian calendar).
 //
-// If both can parse a text, the results are equal.
+// If both parsers accept a text, the results are equal.
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -37,13 +38,13 @@ class Digits {
         return static_cast<int>(one(at) * 10 + one(at + 1));
     }
 
-    /// Whether all characters read so far were digits.
+    /// Whether all characters that were read so far are digits.
     bool areDigits() const { return _overflow < 0x80; }
 
   private:
     [[gnu::always_inline]] unsigned one(std::size_t at) {
         const unsigned digit = static_cast<unsigned char>(_text[at] - '0');
-        _overflow |= digit + (0x80 - 10);  // 0x80 or more if this is not a digit
+        _overflow |= digit + (0x80 - 10);  // 0x80 or more unless this is a digit
         return digit;
     }
 
@@ -51,7 +52,7 @@ class Digits {
     unsigned _overflow = 0;
 };
 
-// ICU's default would read "1e3" as 1000 in any field.
+// Without setParseNoExponent, "1e3" would be read as 1000 in any field.
 icu::NumberFormat* newNumberFormat(UErrorCode& status) {
     auto format = std::make_unique<icu::DecimalFormat>(
         u"0", icu::DecimalFormatSymbols(icu::Locale::getUS(), status), status);

@@ -14,7 +14,8 @@ U_NAMESPACE_END
 namespace ambulet {
 
 /// Parses instants of the pattern "yyyy-MM-dd HH:mm:ss Z", for example 2024-03-09 07:15:02 -0800,
-/// in the Gregorian calendar. Locale and time zone make no difference.
+/// in the Gregorian calendar; before 15 October 1582, in the Julian one. Locale and time zone make
+/// no difference.
 ///
 /// One thread at a time.
 class InstantReader {
@@ -22,17 +23,17 @@ class InstantReader {
     InstantReader();
     ~InstantReader();
 
-    /// Empty if
+    /// The instant that `text` names. Empty if
     /// - the text does not match the pattern,
     /// - a field is out of range or is written with an exponent, such as "1e3",
     /// - the year is after 32766, or
-    /// - anything but blanks and tabs follows.
+    /// - anything but blanks and tabs follows the offset.
     ///
     /// Throws std::runtime_error if ICU is needed and its data is missing.
     std::optional<std::chrono::sys_seconds> instant(std::string_view text);
 
-    /// The same as `instant` for texts of exactly the form of the example (25 characters) and the
-    /// years 1583 to 9999. Empty for all others.
+    /// The same as `instant` if the text has exactly the form of the example (25 characters) and a
+    /// year from 1583 to 9999. Empty for all other texts.
     static std::optional<std::chrono::sys_seconds> exactInstant(std::string_view text);
 
   private:

@@ -4,9 +4,9 @@
 
 namespace ambulet {
 
-// Everything here is computed from the one thing that the system is asked: the offset of local time
-// from UTC at an instant. The code assumes that no zone changes its offset twice within two days.
-// The closest two changes in the time zone database are four days apart (Freetown, September 1939).
+// Everything here is computed from the offset of local time from UTC at some instants. The code
+// assumes that no zone changes its offset twice within two days. The closest two changes in the
+// time zone database are about four days apart (Freetown, September 1939).
 
 using namespace std::chrono;
 using namespace std::chrono_literals;
@@ -47,22 +47,23 @@ year_month_day localDate(sys_seconds instant) {
 LocalDay localDay(sys_seconds instant) {
     const seconds offset = offsetFromUtc(instant);
     const sys_days day = floor<days>(instant + offset);
-    LocalDay stretch{day, day - offset, day + 24h - offset};
-    if (offsetFromUtc(stretch.begin) != offset) {
-        stretch.begin = change(stretch.begin, instant);
+    LocalDay period{day, day - offset, day + 24h - offset};
+    if (offsetFromUtc(period.begin) != offset) {
+        period.begin = change(period.begin, instant);
     }
-    if (offsetFromUtc(stretch.end - 1s) != offset) {
-        stretch.end = change(instant, stretch.end - 1s);
+    if (offsetFromUtc(period.end - 1s) != offset) {
+        period.end = change(instant, period.end - 1s);
     }
-    return stretch;
+    return period;
 }
 
 std::optional<sys_seconds> startOfDay(year_month_day date) {
     if (!date.ok()) {
         return std::nullopt;
     }
-    // No offset exceeds 16 hours, so a change at this midnight lies between the two instants. The
-    // offset before it is tried first: if the clock is put back, that gives the earlier midnight.
+    // No offset exceeds 16 hours, so a change at this midnight lies between the two instants below.
+    // The offset before the change is tried first: if the clock is put back, that offset gives the
+    // earlier midnight.
     const sys_seconds midnight = sys_days(date);
     for (const seconds offset : {offsetFromUtc(midnight - 16h), offsetFromUtc(midnight + 16h)}) {
         if (offsetFromUtc(midnight - offset) == offset) {

@@ -35,8 +35,8 @@ struct LocalDay {
 /// the part before or after the change.
 LocalDay localDay(std::chrono::sys_seconds instant);
 
-/// The instant at which the clock shows 00:00 on `date`; the earlier one if it does so twice. Empty
-/// if the clock skips 00:00, or if `date` is invalid.
+/// The instant at which the clock shows 00:00 on `date`; the earlier one if it shows 00:00 twice.
+/// Empty if the clock skips 00:00, or if `date` is invalid.
 std::optional<std::chrono::sys_seconds> startOfDay(std::chrono::year_month_day date);
 
 }  // namespace ambulet

@@ -11,7 +11,7 @@ namespace ambulet {
 
 namespace {
 
-/// The value of an environment variable; empty if it is not set.
+/// The value of an environment variable; empty if the variable is not set.
 std::string_view variable(const char* name) {
     const char* value = std::getenv(name);
     return value == nullptr ? std::string_view() : value;
@@ -26,7 +26,8 @@ std::string_view firstOf(std::initializer_list<const char*> names) {
     return {};
 }
 
-// ICU puts the script between language and region; the system puts it at the end, as a modifier.
+/// ICU's name of the script that the modifier names; null if it names none. ICU puts the script
+/// between language and region; the system puts it at the end, as a modifier.
 const char* scriptOf(std::string_view modifier) {
     if (modifier == "latin") {
         return "Latn";
@@ -37,7 +38,7 @@ const char* scriptOf(std::string_view modifier) {
     return modifier == "devanagari" ? "Deva" : nullptr;
 }
 
-// `name` is language[_REGION][.codeset][@modifier].
+/// The ICU name of the system's locale `name`, which is language[_REGION][.codeset][@modifier].
 std::string icuName(std::string_view name) {
     const std::size_t at = name.find('@');
     const std::string_view modifier =

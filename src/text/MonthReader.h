@@ -16,15 +16,15 @@ namespace ambulet {
 /// Finds the month of an instant, in local time and in the calendar of the user's locale, which is
 /// also the calendar of a DateFormatter. The locale is read once, when the reader is made.
 ///
-/// One thread at a time. Making one throws std::runtime_error if ICU's data is missing.
+/// One thread at a time. The constructor throws std::runtime_error if ICU's data is missing.
 class MonthReader {
   public:
-    /// Two of them are equal if they are the same month of the same year.
+    /// Two values are equal if they are the same month of the same year.
     struct Month {
         int era;
         int year;
         int month;
-        bool leap;  ///< in calendars that repeat a month
+        bool leap;  ///< tells apart two months with the same number, in some calendars
 
         friend bool operator==(const Month&, const Month&) = default;
     };

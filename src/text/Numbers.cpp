@@ -22,7 +22,8 @@ constexpr std::string_view whiteSpace[] = {
 
 std::string_view withoutLeadingSpace(std::string_view text) {
     const auto leads = [&text](std::string_view space) { return text.starts_with(space); };
-    // The loop is skipped for nearly every record: its value starts with a visible ASCII character.
+    // Nearly every value in an export starts with a visible ASCII character, so the loop is
+    // skipped.
     while (!text.empty() && (text.front() <= ' ' || text.front() > '~')) {
         const auto* const space = std::ranges::find_if(whiteSpace, leads);
         if (space == std::end(whiteSpace)) {
@@ -42,7 +43,7 @@ std::size_t digitsAt(std::string_view text, std::size_t begin) {
     return std::min(end, text.size()) - std::min(begin, text.size());
 }
 
-/// The length of the decimal number that `text` starts with, 0 if it starts with none.
+/// The length of the decimal number that `text` starts with; 0 if it starts with none.
 std::size_t decimalNumberLength(std::string_view text) {
     std::size_t end = startsWithSign(text) ? 1 : 0;
     std::size_t digits = digitsAt(text, end);
