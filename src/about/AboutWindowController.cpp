@@ -29,7 +29,7 @@ QUrl website() {
     return QUrl(QStringLiteral(AMBULET_WEBSITE));
 }
 
-// In the largest available size; null if the application has no icon.
+// The application's icon in its largest available size; null if the application has none.
 QImage applicationIcon() {
     const QIcon icon = QApplication::windowIcon();
     QSize largest(0, 0);

@@ -15,8 +15,8 @@ class Bundle;
 class Label;
 enum class LabelColor;
 
-/// The About window: the application's icon, name and version, its maker, and a link to the maker's
-/// website. Texts and icon are set when the window is first shown and do not change afterwards.
+/// The About window: the application's icon, name, version, makers, website and copyright. They are
+/// set when the window is loaded and do not change afterwards.
 ///
 /// Closing the window only hides it. Everything but `sharedController` is for the main thread only.
 class AboutWindowController final : public WindowController {
@@ -25,7 +25,7 @@ class AboutWindowController final : public WindowController {
   public:
     /// The program's one controller, for the application's own bundle. The first call creates it;
     /// it is never destroyed. The application object must exist. Thread-safe; the controller
-    /// belongs to the main thread whichever thread asks first.
+    /// belongs to the main thread whichever thread makes the first call.
     static AboutWindowController& sharedController();
 
     /// `bundle` provides the application's name and version. It must outlive the controller.
@@ -34,7 +34,7 @@ class AboutWindowController final : public WindowController {
     /// Brings the window to the front and centres it.
     void showWindow() override;
 
-    /// Opens the maker's website in the user's browser. A failure is ignored.
+    /// Opens the website in the user's browser. A failure is ignored.
     void openWebsite();
 
     /// A label and its frame, in points from the content's lower left corner.
@@ -43,9 +43,9 @@ class AboutWindowController final : public WindowController {
         QRect frame;
     };
 
-    /// A centred label without a parent, and its frame in a content area that is `width` wide. The
-    /// lower edge of the frame is at `y`, its height is `h`, and the margin is 20 points on each
-    /// side.
+    /// A label without a parent whose text is centred, and its frame in a content that is `width`
+    /// wide. `y`: the frame's lower edge. `h`: its height. The left and right margins are 20
+    /// points.
     static FramedLabel centeredLabel(const QString& text, const QFont& font, LabelColor color,
                                      int y, int h, int width);
 
@@ -57,7 +57,7 @@ class AboutWindowController final : public WindowController {
     void buildUI();
 
     const Bundle& _bundle;
-    AuxiliaryWindow* _window = nullptr;  // null until it is loaded
+    AuxiliaryWindow* _window = nullptr;  // null until the window is loaded
 };
 
 }  // namespace ambulet

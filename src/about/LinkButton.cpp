@@ -10,7 +10,7 @@ namespace ambulet {
 
 namespace {
 
-constexpr int focusMargin = 3;  // between the text and the focus outline
+constexpr int focusMargin = 3;  // between the text and the focus outline, left and right
 
 }  // namespace
 

@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-/// A link: centred underlined text in the link colour. A click anywhere in the view presses it; so
-/// do Space and Return.
+/// A link: centred underlined text in the link colour. A click anywhere in the view presses the
+/// link; so do Space, Return and Enter.
 class LinkButton final : public QAbstractButton {
     Q_OBJECT
 

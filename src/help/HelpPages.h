@@ -6,8 +6,9 @@
 
 namespace ambulet {
 
-/// The guide's pages, one array element each: the picture's resource name and file type, what the
-/// picture shows, and the caption.
+/// The guide's pages. Each array has one element for each page: the picture's resource name, its
+/// file type, what it shows, or the caption. Two captions name the Mac or the Command key, on all
+/// systems.
 inline constexpr int helpPageCount = 5;
 
 inline constexpr std::array<QStringView, helpPageCount> helpImageNames = {

@@ -14,22 +14,21 @@ class Label;
 
 /// The Getting Started window: a guide of five pages, each a picture with a caption.
 ///
-/// Closing the window only hides it. Showing it starts at the first page. Everything but
-/// `sharedController` is for the main thread only.
+/// Closing the window only hides it. Everything but `sharedController` is for the main thread only.
 class HelpWindowController final : public WindowController {
     Q_OBJECT
 
   public:
     /// The program's one controller, for the application's own bundle. The first call creates it;
     /// it is never destroyed. The application object must exist. Thread-safe; the controller
-    /// belongs to the main thread whichever thread asks first.
+    /// belongs to the main thread whichever thread makes the first call.
     static HelpWindowController& sharedController();
 
     /// `bundle` provides the application's name and the pictures. It must outlive the controller.
     explicit HelpWindowController(const Bundle& bundle);
 
-    /// Shows page `page`, from 0 to 4. If its picture is missing or unreadable, the image view is
-    /// empty.
+    /// Shows the page `page`, from 0 to 4. The image view is empty if the page's picture is missing
+    /// or unreadable.
     void updateForPage(qsizetype page);
 
     /// Shows the next page. On the last page, closes the window and stays on that page.

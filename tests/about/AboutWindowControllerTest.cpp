@@ -41,7 +41,7 @@ class AboutWindowControllerTest : public AuxiliaryWindowCase<AboutWindowControll
     Browser browser;
 };
 
-TEST_F(AboutWindowControllerTest, theTextsNameTheApplicationItsVersionAndItsMaker) {
+TEST_F(AboutWindowControllerTest, theTextsNameTheApplicationItsVersionAndItsMakers) {
     EXPECT_EQ(controller.window()->windowTitle(), u"About Daily Steps"_s);
     EXPECT_EQ(text("name"), u"Daily Steps"_s);
     EXPECT_EQ(text("version"), u"Version "_s + QStringLiteral(PROJECT_VERSION));
@@ -187,7 +187,7 @@ TEST_F(AboutWindowControllerTest, aClickBesideTheLinksRowOpensNothing) {
     EXPECT_TRUE(browser.opened.isEmpty());
 }
 
-TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceAndReturn) {
+TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceReturnAndEnter) {
     show();
     QTest::keyClick(controller.window(), Qt::Key_Tab);
     auto& link = view<LinkButton>("link");

@@ -64,14 +64,14 @@ TEST_F(HelpWindowControllerTest, allViewsHaveTheRightFramesAtFourWindowSizes) {
         QSize content;
         QRect next, indicator, caption, image;
     } const cases[] = {
-        // At first: W - 106 = 614, W - 248 = 472, W - 32 = 688, H - 156 = 584.
+        // The first size. 720 - 106 = 614, 720 - 248 = 472, 720 - 32 = 688, 740 - 156 = 584.
         {{720, 740},
          {720, 740},
          {614, 16, 90, 28},
          {134, 22, 472, 16},
          {16, 52, 688, 80},
          {16, 140, 688, 584}},
-        // 320 narrower and 340 lower.
+        // 320 narrower and 340 shorter than the first size.
         {{400, 400},
          {400, 400},
          {294, 16, 90, 28},
@@ -84,7 +84,7 @@ TEST_F(HelpWindowControllerTest, allViewsHaveTheRightFramesAtFourWindowSizes) {
          {134, 22, width - 248, 16},
          {16, 52, width - 32, 80},
          {16, 140, width - 32, smallest.height() - 156}},
-        // 280 wider and 160 higher.
+        // 280 wider and 160 taller than the first size.
         {{1000, 900},
          {1000, 900},
          {894, 16, 90, 28},
@@ -104,7 +104,7 @@ TEST_F(HelpWindowControllerTest, allViewsHaveTheRightFramesAtFourWindowSizes) {
     }
 }
 
-TEST_F(HelpWindowControllerTest, theFrameCannotBeMadeSmallerThan400By400) {
+TEST_F(HelpWindowControllerTest, theWindowWithItsFrameCannotBeMadeSmallerThan400By400) {
     show();
     const QMargins margins = controller.window()->windowHandle()->frameMargins();
     EXPECT_GT(margins.top(), 0) << "the test needs a window frame";
@@ -150,7 +150,7 @@ TEST_F(HelpWindowControllerTest, nextLeadsThroughAllPagesAndDoneClosesTheWindow)
     EXPECT_EQ(controller.currentPage(), 4);
 }
 
-TEST_F(HelpWindowControllerTest, previousOnTheSecondPageShowsTheFirstAndIsHidden) {
+TEST_F(HelpWindowControllerTest, previousOnTheSecondPageShowsTheFirstWherePreviousIsHidden) {
     show();
     click(next());
     click(previous());
@@ -183,7 +183,7 @@ TEST_F(HelpWindowControllerTest, theGuideReopensCentredAtTheFirstPageAfterDone) 
     expectCentered();
 }
 
-TEST_F(HelpWindowControllerTest, showingTheOpenGuideReturnsToTheFirstPageAndCentresIt) {
+TEST_F(HelpWindowControllerTest, showingTheOpenGuideShowsTheFirstPageAndCentresTheWindow) {
     show();
     expectCentered();
     controller.updateForPage(2);
@@ -194,7 +194,7 @@ TEST_F(HelpWindowControllerTest, showingTheOpenGuideReturnsToTheFirstPageAndCent
 }
 
 TEST_F(HelpWindowControllerTest, everyPageHasAPictureForDenseScreens) {
-    // Twice the image view's 688 by 584 points, for screens with two pixels a point.
+    // The image view has 688 by 584 points. Dense screens have two pixels a point.
     for (int page = 0; page < helpPageCount; ++page) {
         controller.updateForPage(page);
         EXPECT_GE(image().width(), 1376) << page;
@@ -232,7 +232,7 @@ bool shows(const QImage& picture, const std::vector<Spot>& spots) {
     return std::all_of(spots.begin(), spots.end(), [&](const Spot& spot) {
         const QColor found =
             picture.pixelColor(static_cast<int>(spot.x * scale), static_cast<int>(spot.y * scale));
-        constexpr int tolerance = 12;  // what the compression changes
+        constexpr int tolerance = 12;  // the compression changes the colours a little
         return std::abs(found.red() - spot.color.red()) <= tolerance &&
                std::abs(found.green() - spot.color.green()) <= tolerance &&
                std::abs(found.blue() - spot.color.blue()) <= tolerance;
@@ -273,7 +273,7 @@ TEST_F(HelpWindowControllerTest, textsGrowWithTheUsersFontLikeTheWindow) {
 
 class HelpPictureTest : public HelpWindowControllerTest {
   protected:
-    // Writes a picture; the tests tell pictures apart by their widths.
+    // The tests tell pictures apart by their widths.
     void write(const QString& name, int width) const {
         QImage picture(width, 10, QImage::Format_RGB32);
         picture.fill(Qt::black);
@@ -298,7 +298,7 @@ TEST_F(HelpPictureTest, thePictureInTheHelpFolderIsPreferred) {
     EXPECT_EQ(widthOfPage(0), 11);
 }
 
-TEST_F(HelpPictureTest, aPictureOnlyAtTheTopOfTheResourcesIsFound) {
+TEST_F(HelpPictureTest, aPictureThatIsMissingInTheHelpFolderIsFoundInTheResourceFolder) {
     write(u"Help/step_1.jpg"_s, 11);
     write(u"step_2.jpg"_s, 22);
     EXPECT_EQ(widthOfPage(1), 22);

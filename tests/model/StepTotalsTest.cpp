@@ -19,7 +19,7 @@ std::vector<DailySteps> days(std::initializer_list<std::int64_t> steps) {
     return list;
 }
 
-TEST(StepTotals, anAverageIsTheSumDividedByTheNumberOfDays) {
+TEST(StepTotals, anAverageIsTheTotalDividedByTheNumberOfDays) {
     // 1000 + 2000 + 6000 = 9000; 9000 / 3 = 3000; 2.5 × 9000 / 5280 = 4.26136…; / 3 = 1.42045…
     const StepTotals totals(days({1000, 2000, 6000}), 2.5);
     EXPECT_EQ(totals.days(), 3);
@@ -49,7 +49,7 @@ TEST(StepTotals, anInfiniteStrideWithoutStepsGivesPositiveNaN) {
     EXPECT_FALSE(std::signbit(miles));
 }
 
-TEST(StepTotals, sumsWrapAroundAtTheEndOfTheRange) {
+TEST(StepTotals, sumsWrapAroundAtTheEndsOfTheRange) {
     constexpr auto max = std::numeric_limits<std::int64_t>::max();
     constexpr auto min = std::numeric_limits<std::int64_t>::min();
     EXPECT_EQ(StepTotals(days({max, 1}), 1).steps(), min);

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr sys_seconds march2 = sys_days(2025y / March / 2);
 
-// ICU's own text for 2 March 2025, 00:00 UTC.
+// ICU's own text for 2 March 2025.
 std::string byIcu(icu::DateFormat& format) {
     format.setTimeZone(*icu::TimeZone::getGMT());
     icu::UnicodeString text;
@@ -76,7 +76,7 @@ TEST(DateFormatter, followsTheLocalesOwnCalendar) {
     EXPECT_EQ(DateFormatter::withPattern("yyyy-MM-dd").string(march2), "1403-12-12");
 }
 
-TEST(DateFormatter, keepsTheLocaleOfTheTimeWhenItWasMade) {
+TEST(DateFormatter, keepsTheLocaleThatWasSetWhenItWasMade) {
     const DateFormatter formatter = DateFormatter::mediumDate();
     const ScopedLocale german("de_DE.UTF-8");
     EXPECT_EQ(formatter.string(march2), "Mar 2, 2025");

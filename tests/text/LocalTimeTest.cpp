@@ -16,9 +16,9 @@ namespace {
 using namespace std::chrono;
 using namespace std::chrono_literals;
 
-// Among these are positive and negative offsets, offsets that are not whole hours, days of 23 to 25
-// hours, clock changes by half an hour, at midnight and a minute after it, skipped days, and rules
-// that changed recently.
+// Zones with positive and negative offsets, offsets that are not whole hours, days of 22 to 26
+// hours, clock changes by half an hour, at midnight and a minute after midnight, skipped days, and
+// rules that changed recently.
 const char* const zones[] = {
     "UTC",          "Europe/Berlin",     "America/New_York",     "America/Sao_Paulo",
     "Asia/Beirut",  "Africa/Cairo",      "Pacific/Apia",         "America/St_Johns",
@@ -30,7 +30,7 @@ sys_seconds at(std::int64_t secondsSince1970) {
     return sys_seconds(seconds(secondsSince1970));
 }
 
-// The system's own answer.
+// Date and time at `instant`, as the system computes them.
 std::tm systemsOwn(sys_seconds instant) {
     const std::time_t time = instant.time_since_epoch().count();
     std::tm parts{};
@@ -91,10 +91,10 @@ TEST(LocalTime, aDayThatTheTimeZoneSkippedHasNoStart) {
 
 TEST(LocalTime, aDayWithTwoMidnightsStartsAtTheFirst) {
     {
-        const ScopedTimeZone cuba("America/Havana");  // at 1:00 back to 0:00
+        const ScopedTimeZone cuba("America/Havana");  // at 1:00, back to 0:00
         EXPECT_EQ(startOfDay(2024y / November / 3), at(1730606400));
     }
-    const ScopedTimeZone newfoundland("America/St_Johns");  // at 0:01 back to 23:01
+    const ScopedTimeZone newfoundland("America/St_Johns");  // at 0:01, back to 23:01
     EXPECT_EQ(startOfDay(2010y / November / 7), at(1289097000));
 }
 
@@ -129,8 +129,8 @@ TEST(LocalTime, theLocalDayEndsAtAClockChange) {
     EXPECT_EQ(before.date, after.date);
 }
 
-TEST(LocalTime, allInstantsOfALocalDayHaveItsDateInEveryTimeZone) {
-    // Steps of 41 h 13 min reach every hour of the day in every season.
+TEST(LocalTime, allInstantsOfALocalDayHaveTheDateOfTheDay) {
+    // Steps of 41 h 13 min reach each hour of the day in each season.
     for (const char* zone : zones) {
         const ScopedTimeZone local(zone);
         for (sys_seconds instant = sys_days(1930y / 1 / 1); instant < sys_days(2038y / 1 / 1);
@@ -147,7 +147,8 @@ TEST(LocalTime, allInstantsOfALocalDayHaveItsDateInEveryTimeZone) {
 }
 
 TEST(LocalTime, theStartOfADayIsTheFirstInstantAtWhichTheClockShowsMidnight) {
-    // Reads every zone's clock every 15 minutes for four years. All offsets are multiples of that.
+    // Reads the clock of each zone every 15 minutes for four years. In these years, all offsets are
+    // multiples of 15 minutes.
     for (const char* zone : zones) {
         const ScopedTimeZone local(zone);
         std::vector<std::pair<year_month_day, sys_seconds>> midnights;

@@ -15,7 +15,7 @@ bool sameMonth(std::chrono::sys_seconds one, std::chrono::sys_seconds other) {
     return reader.month(one) == reader.month(other);
 }
 
-TEST(MonthReader, twoInstantsAreInTheSameMonthIfItsNumberAndTheYearAreEqual) {
+TEST(MonthReader, monthsAreEqualIfTheirNumbersAndYearsAreEqual) {
     const ScopedVariable locale("LC_ALL", "en_US.UTF-8");
     EXPECT_TRUE(
         sameMonth(std::chrono::sys_days(2025y / 1 / 1), std::chrono::sys_days(2025y / 1 / 31)));
@@ -30,8 +30,8 @@ TEST(MonthReader, theMonthIsThatOfTheLocalTime) {
     const std::chrono::sys_seconds evening = std::chrono::sys_days(2025y / 1 / 31) + 20h;
     const std::chrono::sys_seconds later = evening + 8h;  // 4:00 on February 1 in UTC
     {
-        const ScopedTimeZone zone(
-            "America/Los_Angeles");  // where `later` is at 20:00 on January 31
+        // In Los Angeles, `later` is 20:00 on January 31.
+        const ScopedTimeZone zone("America/Los_Angeles");
         EXPECT_TRUE(sameMonth(evening, later));
     }
     const ScopedTimeZone zone("UTC");

@@ -65,7 +65,7 @@ TEST(NumberFormatter, showsTheRequestedNumberOfDecimals) {
 }
 
 TEST(NumberFormatter, roundsTheShortestDecimalNumber) {
-    // The double nearest to 2.675 is a little less than it.
+    // The double nearest to 2.675 is a little less than 2.675.
     EXPECT_EQ(twoDecimals(2.675), "2.68");
 }
 
@@ -82,7 +82,7 @@ TEST(NumberFormatter, followsTheUsersLocale) {
     }
 }
 
-TEST(NumberFormatter, theLocaleDecidesHowManyDigitsAreNeededForGrouping) {
+TEST(NumberFormatter, theLocaleDecidesHowManyDigitsANumberNeedsToBeGrouped) {
     const ScopedLocale spanish("es_ES.UTF-8");
     EXPECT_EQ(whole(std::int64_t{1234}), byIcu("es_ES", 1234));
     EXPECT_EQ(whole(std::int64_t{12345}), byIcu("es_ES", 12345));

@@ -113,7 +113,7 @@ TEST(Numbers, numbersAreReadTheSameInALocaleWithADecimalComma) {
                                                       "thousands_sep \".\"\ngrouping 3;3\n"
                                                       "END LC_NUMERIC\n");
     const std::string locale = folder.path() / "comma";
-    // localedef reports that the other categories are missing, but writes the locale.
+    // localedef fails because the other categories are missing, but writes the locale.
     static_cast<void>(
         std::system(("localedef --force --quiet -i " + source + " " + locale).c_str()));
     const ScopedVariable path("LOCPATH", folder.path());

@@ -29,7 +29,7 @@ TEST(TwoDecimals, alwaysHasTwoDecimalsAndNeverGroups) {
     EXPECT_EQ(twoDecimals(1e12), "1000000000000.00");
 }
 
-TEST(TwoDecimals, theLargestDoubleFits) {
+TEST(TwoDecimals, theLongestTextFitsAndInfinityIsInf) {
     EXPECT_EQ(twoDecimals(std::numeric_limits<double>::lowest()).size(), 1U + 309U + 3U);
     EXPECT_EQ(twoDecimals(std::numeric_limits<double>::infinity()), "inf");
 }
