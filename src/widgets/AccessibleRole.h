@@ -4,7 +4,7 @@
 
 namespace ambulet {
 
-/// Gives all widgets of the class `Widget` this role for assistive programs. Call it in the
+/// Gives all widgets of the class `Widget` the role `role` for assistive programs. Call this in the
 /// constructor of the class.
 template <typename Widget, QAccessible::Role role>
 void setAccessibleRole() {

@@ -48,7 +48,7 @@ void AutoresizingLayout::scaleFont(const Place& place) const {
 }
 
 void AutoresizingLayout::addItem(QLayoutItem* item) {
-    // QLayout::addItem has no frame. So the item gets its size hint, at the lower left corner.
+    // QLayout::addItem passes no frame. So the item gets its size hint, at the lower left corner.
     _places.push_back({std::unique_ptr<QLayoutItem>(item), QRect(QPoint(0, 0), item->sizeHint()),
                        Horizontally::RightMargin, Vertically::TopMargin, -1});
     invalidate();
@@ -75,8 +75,8 @@ QLayoutItem* AutoresizingLayout::takeAt(int index) {
 void AutoresizingLayout::setGeometry(const QRect& content) {
     QLayout::setGeometry(content);
     for (const Place& place : _places) {
-        // The widget's own geometry, not its item's: an item skips a hidden widget, and a style may
-        // add margins to it.
+        // Not through the item, which does not place a hidden widget, and lets the style add
+        // margins.
         if (QWidget* const view = place.item->widget()) {
             view->setGeometry(frameWithin(place, content));
         } else {

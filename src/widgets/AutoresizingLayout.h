@@ -13,8 +13,8 @@ namespace ambulet {
 /// margin or size named by `Horizontally` and `Vertically` changes by the difference. No view gets
 /// a negative size.
 ///
-/// One point is one device-independent pixel. The size hint is the initial size; the minimum is 0 x
-/// 0.
+/// One point is one device-independent pixel, times the factor of `setScale`. The size hint is the
+/// initial size; the minimum size is 0.
 class AutoresizingLayout final : public QLayout {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ class AutoresizingLayout final : public QLayout {
     ~AutoresizingLayout() override;
 
     /// Sets the factor for the initial size, all frames, and the font sizes that the views had when
-    /// they were added; it is 1 at first. Font sizes in points are not changed.
+    /// they were added. Only font sizes that were set in pixels change. The factor is 1 at first.
     void setScale(double scale);
 
     /// Adds a view, which becomes a child of the layout's parent.
@@ -51,7 +51,7 @@ class AutoresizingLayout final : public QLayout {
         QRect frame;
         Horizontally horizontally;
         Vertically vertically;
-        int fontPixels = -1;  // at scale 1; -1 if the view has no such font
+        int fontPixels = -1;  // font size at factor 1; -1 if it was not set in pixels
     };
 
     int scaled(int length) const;

@@ -73,7 +73,7 @@ void AuxiliaryWindow::center() {
     const QRect available = screen()->availableGeometry();
     const QMargins margins = frameMargins(*this);
     const QSize free = available.size() - size().grownBy(margins);
-    // If the window does not fit, its title bar is on the screen.
+    // Even if the window does not fit, its title bar is on the screen.
     moveFrame(*this, available.topLeft() +
                          QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
     _centeredWith = margins;

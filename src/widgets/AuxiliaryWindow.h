@@ -11,16 +11,16 @@ namespace ambulet {
 
 class AutoresizingLayout;
 
-/// A small window beside the main one. It has no parent and no minimise button, and opens centred.
-/// Closing it only hides it. Escape closes it.
+/// A small window in addition to the main one. It has no parent and no minimise button, and opens
+/// centred. Closing the window only hides it. Escape closes it.
 ///
-/// The window consists of a content of the given size and, above it, an optional menu bar. The
-/// content and the minimum size grow with the user's font. One factor scales frames and fonts; it
-/// is 1 at the usual font sizes.
+/// The window consists of the content and, above the content, an optional menu bar. If the user's
+/// font is larger than usual, one factor enlarges the content's initial size, the frames and fonts
+/// of its views, and the minimum size of the window. At the usual font sizes the factor is 1.
 ///
-/// The window manager adds the frame, often only after the window is on the screen. Sizes and
-/// places that depend on the frame are corrected as soon as it is known. Where clients cannot place
-/// their windows (Wayland), the compositor chooses the place. Main thread only.
+/// The window manager adds the window's frame, often only after the window is on the screen. Sizes
+/// and places that depend on this frame are corrected as soon as it is known. Where clients cannot
+/// place their windows (Wayland), the compositor chooses the place. Main thread only.
 class AuxiliaryWindow final : public QWidget {
     Q_OBJECT
 
@@ -33,10 +33,11 @@ class AuxiliaryWindow final : public QWidget {
     /// The layout that the views are added to.
     AutoresizingLayout& content() { return *_content; }
 
-    /// Adds a menu bar to a window without one. The window grows by its height and owns it.
+    /// Adds a menu bar to a window without one. The window owns the bar and grows by its height.
     void addMenuBar(QMenuBar* menuBar);
 
-    /// Sets the smallest size of the window including its frame at factor 1, in points.
+    /// Sets the smallest size of the window, including its frame, at factor 1, in points. On a
+    /// screen with less space, this space is the smallest size.
     void setMinimumFrameSize(QSize size);
 
     /// Centres the window on its screen horizontally, and vertically with a quarter of the free

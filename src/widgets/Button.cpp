@@ -22,7 +22,7 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     option.state.setFlag(QStyle::State_HasFocus, false);
     painter.drawControl(QStyle::CE_PushButton, option);
     if (marked) {
-        // Fusion fills the button with a gradient around its colour.
+        // Fusion fills the button with a gradient around the palette's button colour.
         const QColor color = palette().color(QPalette::Button);
         drawFocusOutline(painter, rect().adjusted(frame, frame, -frame, -frame), palette(),
                          {color, color.darker(115), color.lighter(150)});

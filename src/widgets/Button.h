@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-/// A push button whose keyboard focus is marked by an outline with enough contrast. Fusion marks it
-/// by a fill and a frame that differ too little from those of a button without the focus.
+/// A push button whose keyboard focus is marked by an outline with enough contrast. Fusion marks
+/// the focus by a fill and a frame that differ too little from those of a button without the focus.
 class Button : public QPushButton {
     Q_OBJECT
 

@@ -20,15 +20,15 @@ QColor mixed(const QColor& from, const QColor& to, double share);
 /// Black or white: the one with the higher contrast with `ground`.
 QColor blackOrWhite(const QColor& ground);
 
-/// `wanted`, mixed with as little of `towards` as gives it a contrast of at least `ratio` with
+/// `wanted`, mixed with just enough of `towards` to have a contrast of at least `ratio` with
 /// `other`. `towards` if no mixture has that contrast.
 QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& other, double ratio);
 
-/// The background of a group row in a list.
+/// The background of a group row in a table.
 QColor groupRowColor(const QPalette& palette);
 
-/// The colour of a line on the background of a window, a list or its group rows: as faint as a
-/// contrast of `markContrast` with each of them allows.
+/// The colour of a line on the background of a window, a table or a group row: as faint as a
+/// contrast of `markContrast` with each of these backgrounds allows.
 QColor separatorColor(const QPalette& palette);
 
 }  // namespace ambulet

@@ -1,5 +1,5 @@
-// The image is scaled once to the number of screen pixels that it covers, and painted pixel by
-// pixel. So it is sharp at every scale factor.
+// The image is scaled to the number of screen pixels that it covers, and painted pixel by pixel. So
+// it is sharp at every scale factor of the screen.
 
 #include "widgets/ImageView.h"
 

@@ -6,7 +6,7 @@
 
 namespace ambulet {
 
-/// Shows an image, centred and scaled up or down to the size of the view. Its proportions are kept.
+/// Shows an image, centred and scaled up or down to fit the view. The image keeps its proportions.
 /// Main thread only.
 class ImageView final : public QWidget {
     Q_OBJECT

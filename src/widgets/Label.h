@@ -9,7 +9,7 @@ QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 
 /// The colours of texts: the palette's text colour, two fainter ones, and the palette's link
 /// colour. The last three are adjusted to a contrast of at least 4.5 to 1 with the window's
-/// background. If the text colour itself has less, they may become the text colour.
+/// background. If the text colour itself has less contrast, they may become the text colour.
 enum class LabelColor { Label, SecondaryLabel, TertiaryLabel, Link };
 
 QColor labelColor(LabelColor color, const QPalette& palette);

@@ -34,7 +34,7 @@ void PathField::paintEvent(QPaintEvent* event) {
                             .adjusted(textMargin, 0, -textMargin, 0);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, space.width());
     if (text().isEmpty()) {
-        // Qt draws the placeholder with half the opacity of the text.
+        // Qt would draw the placeholder with half the opacity of the text.
         const QColor ink = palette().color(QPalette::Text);
         const QColor ground = palette().color(QPalette::Base);
         paintLine(option, space, placeholderText(),

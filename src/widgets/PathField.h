@@ -6,9 +6,9 @@ class QStyleOptionFrame;
 
 namespace ambulet {
 
-/// Shows the path of a file. The user can select and copy it, but not edit it. If the path is too
-/// long for the field, the tooltip has the whole path, and the field shows it without its middle
-/// while it does not have the keyboard focus. Without a path it shows the placeholder.
+/// Shows the path of a file. The user can select and copy the path, but not edit it. A path that is
+/// too long for the field is shown without its middle while the field does not have the keyboard
+/// focus. The tooltip always has the whole path. Without a path the field shows the placeholder.
 class PathField : public QLineEdit {
     Q_OBJECT
 

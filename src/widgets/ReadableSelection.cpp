@@ -14,7 +14,7 @@ namespace {
 class SelectionKeeper : public QObject {
   public:
     explicit SelectionKeeper(QWidget* widget) : QObject(widget), _widget(widget) {
-        qApp->installEventFilter(this);  // only top-level widgets get the event
+        qApp->installEventFilter(this);  // among widgets, only windows get the event
         apply();
     }
 

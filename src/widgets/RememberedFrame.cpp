@@ -14,7 +14,7 @@ namespace ambulet {
 
 namespace {
 
-// Dragging a window moves it many times a second. Storing waits until it rests.
+// Dragging a window moves it many times a second. Storing waits until the window rests.
 constexpr std::chrono::milliseconds restBeforeSaving(500);
 
 }  // namespace
@@ -34,8 +34,8 @@ RememberedFrame::RememberedFrame(QWidget& window, const std::optional<QByteArray
     _rest.setInterval(restBeforeSaving);
     connect(&_rest, &QTimer::timeout, this, &RememberedFrame::save);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &RememberedFrame::save);
-    // On the application, because the Expose event goes to the window's QWindow, which does not
-    // exist yet.
+    // Installed on the application, because the Expose event goes to the window's QWindow, which
+    // does not exist yet.
     qApp->installEventFilter(this);
 }
 

@@ -12,15 +12,15 @@ class QWidget;
 namespace ambulet {
 
 /// Restores the position and size that a window had in the last run of the program, and reports
-/// them when they change. A window on a screen that no longer exists is moved to one that does. A
-/// window larger than its screen is made smaller when it is on the screen. Main thread only.
+/// them when they change. A window on a screen that no longer exists is moved to another screen. A
+/// window that is too large for its screen is made smaller once it is shown. Main thread only.
 class RememberedFrame final : public QObject {
     Q_OBJECT
 
   public:
     using Store = std::function<void(const QByteArray& frame)>;
 
-    /// Creates one for `window`, which owns it and must not be on the screen yet.
+    /// Creates a RememberedFrame for `window`, which owns it and must not have been shown yet.
     ///
     /// `stored`: the data that `store` was last called with; empty at the first start. Damaged data
     /// is ignored.

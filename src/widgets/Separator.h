@@ -4,8 +4,8 @@
 
 namespace ambulet {
 
-/// A horizontal line with a contrast of 3 to 1 with the window's background. (The lines of some
-/// styles have only 1.2 to 1.)
+/// A horizontal line with a contrast of at least 3 to 1 with the window's background. (The lines of
+/// some styles have only 1.2 to 1.)
 class Separator final : public QFrame {
     Q_OBJECT
 

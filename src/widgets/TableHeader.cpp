@@ -37,7 +37,7 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
 }
 
-// The style's margin of a cell is that of a focus frame plus 1. Headers have a different one.
+// The style's margin at each side of a cell's text. That of a header's text is different.
 int TableHeader::cellMargin() const {
     return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
 }

@@ -92,8 +92,8 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
-    // Without ItemIsEnabled, arrow keys skip the row, a click on it does not change the selection,
-    // and a range of selected rows continues after it.
+    // Without ItemIsEnabled, arrow keys skip the row, a click on the row does not change the
+    // selection, and a range of selected rows continues after the row.
     return isShown(index) && _dataSource->shouldSelectRow(index.row())
                ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
                : Qt::NoItemFlags;

@@ -10,8 +10,8 @@ namespace ambulet {
 
 class TableViewDataSource;
 
-/// Qt's model of the rows of a data source. Nothing is cached: the data source is asked for a text
-/// each time it is shown. Without a data source there are no rows.
+/// Qt's model of the rows of a data source. No text is cached: the data source is asked for a text
+/// each time a view needs it. Without a data source there are no rows.
 class TableModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ class TableModel : public QAbstractTableModel {
     void setColumns(std::vector<TableColumn> columns);
     const std::vector<TableColumn>& columns() const { return _columns; }
 
-    /// Tells the views that the rows have changed.
+    /// Reads the number of rows again, and tells the views that the rows have changed.
     void reload();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -36,14 +36,14 @@ class TableModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
-    // False if the data source no longer has the row; until `reload` the views may still ask for
-    // it.
+    // False without a data source, and for a row that it no longer has. Until `reload`, the views
+    // may ask for such a row.
     bool isShown(const QModelIndex& index) const;
     const TableColumn& columnOf(const QModelIndex& index) const;
 
     TableViewDataSource* _dataSource = nullptr;
     std::vector<TableColumn> _columns;
-    // The number of rows that the views know of. The data source may have another until `reload`.
+    // The number of rows that the views know. Until `reload`, the data source may have another one.
     int _rowCount = 0;
 };
 

@@ -48,7 +48,7 @@ class WidestDigits {
 
 }  // namespace
 
-// Each column has a minimum of its own; QHeaderView has one for all sections.
+// Keeps the column's minimum width, because QHeaderView has only one minimum for all columns.
 void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
     const int minimum = _model->columns()[static_cast<std::size_t>(column)].minimumWidth;
     if (newWidth < minimum) {
@@ -58,8 +58,8 @@ void TableView::columnDidResize(int column, int /*oldWidth*/, int newWidth) {
     }
 }
 
-// The last column takes the rest of the width. If that is less than its texts need, the table
-// scrolls horizontally.
+// Gives the rest of the width to the last column. If the rest is less than that column needs, the
+// table scrolls horizontally.
 void TableView::fitLastColumn() {
     const int last = _model->columnCount() - 1;
     if (last < 0) {
@@ -78,8 +78,8 @@ void TableView::fitLastColumn() {
     setColumnWidth(last, std::max(minimum, left));
 }
 
-// Larger fonts and some languages need more than the columns' initial widths. Widths that the user
-// has set do not change.
+// Widens the columns whose texts need more than the initial width, as with larger fonts and in some
+// languages. Widths that the user has set do not change.
 void TableView::fitColumnsToTexts() {
     for (int column = 0; column < static_cast<int>(_ownWidths.size()) - 1; ++column) {
         int& own = _ownWidths[static_cast<std::size_t>(column)];

@@ -1,4 +1,5 @@
-// Drawing all but the rows: the pinned group row, the text of an empty table, the focus outline.
+// What the table shows in addition to QTableView: the pinned group row, the text of an empty table,
+// the focus outline, and tooltips.
 
 #include "widgets/Contrast.h"
 #include "widgets/FocusOutline.h"
@@ -35,8 +36,8 @@ void TableView::paintTextOfEmptyTable(QPainter& painter) const {
                      Qt::AlignCenter | Qt::TextWordWrap, _model->dataSource()->textOfEmptyTable());
 }
 
-// For users of the keyboard: an outline around the current row, or around the whole table if there
-// is no current row.
+// For users of the keyboard, draws an outline around the current row, or around the whole table if
+// there is no current row.
 void TableView::paintFocus(QPainter& painter) const {
     if (!_focusVisible || !hasFocus()) {
         return;
@@ -53,7 +54,7 @@ void TableView::paintFocus(QPainter& painter) const {
     drawFocusOutline(painter, row, palette(), {palette().color(ground)});
 }
 
-// The group row of the topmost row, if it is scrolled out of view; otherwise -1.
+// The group row of the topmost row, if its own place is not wholly visible; otherwise -1.
 int TableView::pinnedRow() const {
     int row = rowAt(0);
     while (row >= 0 && !_model->index(row, 0).data(TableModel::groupRole).toBool()) {
@@ -68,8 +69,7 @@ QRect TableView::pinnedRect() const {
         return {};
     }
     const int height = rowHeight(pinned);
-    // All rows have the same height. So a group row can push the pinned one only if it is the
-    // second visible row.
+    // All rows have the same height. So only the second visible row can push the pinned row.
     const int second = rowAt(height);
     int top = 0;
     if (second > pinned && _model->index(second, 0).data(TableModel::groupRole).toBool()) {
@@ -109,7 +109,7 @@ void TableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     if (!index.isValid() || index.row() == pinnedRow()) {
         return;
     }
-    // The pinned row must not cover it.
+    // The pinned row must not cover the row of the index.
     const int hidden = pinnedRect().bottom() + 1 - rowViewportPosition(index.row());
     if (hidden > 0) {
         verticalScrollBar()->setValue(verticalScrollBar()->value() - hidden);
@@ -128,7 +128,8 @@ bool TableView::viewportEvent(QEvent* event) {
     return QTableView::viewportEvent(event);
 }
 
-// The tooltip of a cell whose text does not fit.
+// Shows the text of a cell as the tooltip if it does not fit in the cell. Returns whether it is
+// shown.
 bool TableView::showToolTip(const QHelpEvent& event) {
     const QModelIndex index = indexAt(event.pos());
     if (!index.isValid()) {

@@ -65,7 +65,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     auto* const header = new TableHeader(RowDelegate::padding, this);
     header->setHighlightSections(false);
-    header->setMinimumSectionSize(0);  // Qt's depends on the font; each column has its own
+    header->setMinimumSectionSize(0);  // the minimum widths are those of the columns
     header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     setHorizontalHeader(header);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TableView::columnDidResize);
@@ -178,11 +178,12 @@ void TableView::changeEvent(QEvent* event) {
 }
 
 // Differs from Qt in three cases:
-// - Home and End go to the first and the last row, not to the first and the last column.
-// - If there is no current row, the first key goes to the first selected row, or else to the first
-//   row that the user can select; Qt would stop at a group row.
+// - Home and End go to the first and the last row that the user can select, not to the first and
+//   the last column.
 // - If there is no current row, MoveNext goes nowhere. Qt asks for it when the table gets the
 //   focus.
+// - If there is no current row, every other key goes to the first selected row, or else to the
+//   first row that the user can select; Qt would stop at a group row.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool first = !currentIndex().isValid();
     if (first && action == MoveNext) {
@@ -198,7 +199,7 @@ QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
     return QTableView::moveCursor(action, modifiers);
 }
 
-// The first row that the user can select, from `row` on in the direction of `step`.
+// The first row that the user can select, from `row` on, upwards or downwards by `step`.
 QModelIndex TableView::selectableIndex(int row, int step) const {
     for (; row >= 0 && row < _model->rowCount(); row += step) {
         const QModelIndex index = _model->index(row, 0);
@@ -222,8 +223,8 @@ void TableView::keyPressEvent(QKeyEvent* event) {
     viewport()->update();
 }
 
-// Qt does nothing if a key leads to the current row. But Escape may have cleared the selection in
-// the meantime, or all rows may have been selected.
+// Selects the row to which a key has led. Qt does not, if the row was the current row already. But
+// Escape may have cleared the selection, or all rows may be selected.
 void TableView::selectWhereKeyLeads(const QKeyEvent* event) {
     const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
                        event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||

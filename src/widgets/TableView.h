@@ -13,15 +13,15 @@ namespace ambulet {
 class TableModel;
 class TableViewDataSource;
 
-/// A table of rows under fixed columns, filled by a data source. Main thread only.
+/// A table that shows the rows of a data source. Main thread only.
 ///
 /// - Selection: any number of whole rows. It is kept when the data is reloaded. Escape clears it,
 ///   Ctrl+C copies it.
 /// - Group rows: each heads the rows up to the next one, and stays at the top of the table while
 ///   they scroll ("pinned"), until the next group row pushes it away. The mouse works on a pinned
-///   row as on any other.
-/// - Columns: each but the last is at least as wide as its widest text, until the user changes its
-///   width. The last one takes the rest of the width. A text that does not fit ends with an
+///   row as on any other group row.
+/// - Columns: each is at least as wide as its widest text. The last column takes the rest of the
+///   width; the user can change the width of the others. A text that does not fit ends with an
 ///   ellipsis, and the tooltip has the whole text.
 class TableView : public QTableView {
     Q_OBJECT
@@ -52,8 +52,8 @@ class TableView : public QTableView {
 
     bool isRowSelected(int row) const;
 
-    /// The rectangle of the pinned group row, in the viewport. Null if none is pinned: the group
-    /// row is visible in its own place, or the topmost row has no group row.
+    /// The rectangle of the pinned group row, in the viewport. Null if none is pinned, because the
+    /// group row is wholly visible in its own place, or because the topmost row has no group row.
     QRect pinnedRect() const;
 
     QModelIndex indexAt(const QPoint& point) const override;

@@ -14,8 +14,8 @@ class TableViewDataSource {
     /// The text of a cell; null if the cell is empty. `identifier`: the column's.
     virtual QString objectValueForTableColumn(const QString& identifier, int row) const = 0;
 
-    /// A few rows that include the one with the column's widest text. For this, all digits are
-    /// equally wide, and group rows are not bold. Must not format the texts of all rows.
+    /// A few rows that include the row with the column's widest text, if all digits were equally
+    /// wide and group rows were not bold. Must not format the texts of all rows.
     virtual std::vector<int> rowsWithWidestTexts(const QString& identifier) const = 0;
 
     /// The text that is shown in the middle of the table while it has no rows; null for none.

@@ -22,11 +22,11 @@ class WindowController : public QObject {
     bool isWindowLoaded() const { return _window != nullptr; }
 
     /// Shows the window in front of the program's other windows and gives it the keyboard focus.
-    /// Loads it if necessary.
+    /// Loads the window if necessary.
     virtual void showWindow();
 
   protected:
-    /// Creates the window. Called once, when it is first used. The result must not be null.
+    /// Creates the window. Called once, when the window is first used. Must not return null.
     virtual std::unique_ptr<QWidget> loadWindow() = 0;
 
     /// Called once, right after `loadWindow`.
