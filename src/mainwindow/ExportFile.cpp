@@ -36,7 +36,7 @@ RememberedFile ExportFile::remembered() const {
 }
 
 // The bookmark is stored at once, not by the load. Otherwise, if the program ended before the load,
-// the next start would open the previous file.
+// the next start would load the previous file.
 void ExportFile::choose(const QString& path) {
     _path = path;
     _defaults.setString(SettingsKeys::xmlFilePath, path);

@@ -13,7 +13,7 @@ class UserDefaults;
 
 /// What the settings store about a file in order to find it again. A plain value; any thread.
 struct RememberedFile {
-    std::optional<QByteArray> bookmark;  ///< one that `FileBookmark` knows
+    std::optional<QByteArray> bookmark;  ///< a FileBookmark of the file
     std::optional<QString> path;
 
     bool isNone() const { return !bookmark && !path; }
@@ -22,33 +22,35 @@ struct RememberedFile {
 /// The result of looking for a remembered file.
 struct FoundFile {
     std::optional<FileURL> file;
-    std::optional<QByteArray> freshBookmark;  ///< to be stored in place of a stale one
+    std::optional<QByteArray> freshBookmark;  ///< to be stored instead of a stale bookmark
 };
 
-/// The path to show for a file. If a document portal gave the file to a sandboxed program, it is
-/// the path outside the sandbox. Accesses the file system.
+/// The path to show for the file at `path`: its path outside the sandbox if a document portal gave
+/// the file to a sandboxed program, else `path`. Accesses the file system.
 QString shownPath(const QString& path);
 
-/// Looks for the file. The result is the file to which the bookmark resolves; else the path, even
-/// if no file is there; else empty. Accesses the file system, so it may take seconds, or hang.
+/// Finds the file to which the bookmark resolves. If it resolves to none, the result is the path,
+/// even if no file is there. If the bookmark is stale, the result also has a fresh one, if one can
+/// be made. Accesses the file system, so the call may take seconds, or hang.
 FoundFile findFile(const RememberedFile& remembered);
 
 /// The export file that the user has chosen, as stored in the settings. Only `choose` accesses an
 /// export file, namely the one just chosen. Main thread only.
 class ExportFile {
   public:
-    /// Reads the stored path; a registered default does not count. The settings must outlive this.
+    /// Reads the stored path; a registered default does not count. The settings must outlive the
+    /// object.
     explicit ExportFile(UserDefaults& defaults);
 
     /// The path that was chosen last, even if the file has moved since. Empty if no file was ever
     /// chosen.
     const std::optional<QString>& path() const { return _path; }
 
-    /// The stored path and bookmark. A damaged bookmark is left out.
+    /// The stored path and bookmark. Stored data that is not a bookmark is left out.
     RememberedFile remembered() const;
 
-    /// Stores the path of a file and a bookmark of it. If no bookmark can be made, the previous one
-    /// stays stored.
+    /// Stores `path` and a bookmark of the file there. If no bookmark can be made, the previous
+    /// bookmark stays stored.
     void choose(const QString& path);
 
     /// Stores the fresh bookmark, if there is one. Does nothing if the stored bookmark is no longer

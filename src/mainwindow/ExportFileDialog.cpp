@@ -34,7 +34,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// QFileDialog's constructor reads a history file, and its destructor writes it.
+// Moves Qt's history file to a folder that cannot exist. QFileDialog's constructor reads the file,
+// and its destructor writes it.
 void keepFromQtsHistory() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 }
@@ -55,24 +56,24 @@ bool isNamedAsXML(const QString& path) {
     return path.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
-bool isRegularFileNotInUtf8(const QString& path) {
+bool isRegularFileWithNonUtf8Name(const QString& path) {
     const FileURL file(path);
     std::error_code error;
     return file.path != QFile::encodeName(path).toStdString() &&
            std::filesystem::is_regular_file(file.path, error);
 }
 
-// The model's destructor waits for its thread, which may wait for a mount that hangs.
+// The model's destructor waits for the model's thread, which may wait for a mount that hangs.
 void destroyInBackground(QFileSystemModel* model) {
     if (model == nullptr) {
         return;
     }
-    model->moveToThread(nullptr);  // no more events for it
+    model->moveToThread(nullptr);  // the model gets no more events
     try {
         std::thread([model] {
             delete model;
 #ifdef Q_OS_LINUX
-            malloc_trim(0);  // otherwise malloc keeps the memory
+            malloc_trim(0);  // otherwise malloc keeps the model's memory
 #endif
         }).detach();
     } catch (const std::system_error&) {
@@ -113,7 +114,7 @@ QString PlainIcons::type(const QFileInfo& info) const {
     return isNamedAsXML(info.fileName()) ? QStringLiteral("XML") : QStringLiteral("File");
 }
 
-ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
+ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* parent)
     : QFileDialog((keepFromQtsHistory(), nullptr)) {
     setWindowTitle(QStringLiteral("Select a HealthKit XML export file"));
     setOptions(ReadOnly | DontUseCustomDirectoryIcons);
@@ -123,15 +124,15 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* front)
     // Never destroyed, because the model's thread uses it.
     static auto* const icons = new PlainIcons;
     setIconProvider(icons);
-    // Both cases, because native dialogs are case-sensitive.
+    // Both cases, because platforms' dialogs may be case-sensitive.
     setNameFilter(QStringLiteral("XML files (*.xml *.XML)"));
     arrangeWidgets();
     setDirectory(folder);
     winId();
-    windowHandle()->setTransientParent(front);
+    windowHandle()->setTransientParent(parent);
 }
 
-// Only Qt's own dialog has these widgets; the platform's does not.
+// Arranges the widgets of Qt's own dialog. The platform's dialog has none of them.
 void ExportFileDialog::arrangeWidgets() {
     if (auto* const model = findChild<QFileSystemModel*>()) {
         model->setOption(QFileSystemModel::DontWatchForChanges);
@@ -164,13 +165,13 @@ std::optional<QString> ExportFileDialog::ask() {
         if (!path || isNamedAsXML(*path)) {
             return path;
         }
-        // The file is not named as XML. The platform's dialog has closed, and is opened again.
-        // Qt's own dialog stays open in this case; see accept().
+        // The file's name does not end in ".xml". The platform's dialog has closed, and is opened
+        // again. Qt's own dialog stays open in this case; see accept().
     }
     return std::nullopt;
 }
 
-// The name filter only hides other files. The user can still type the name of one.
+// The name filter only hides other files. The user can still type their names.
 void ExportFileDialog::accept() {
     auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     const std::optional<QString> path = chosen();
@@ -180,7 +181,7 @@ void ExportFileDialog::accept() {
         return;
     }
     // QFileDialog does not find files whose names are not UTF-8.
-    if (path && isNamedAsXML(*path) && isRegularFileNotInUtf8(*path)) {
+    if (path && isNamedAsXML(*path) && isRegularFileWithNonUtf8Name(*path)) {
         done(Accepted);
         return;
     }
@@ -210,11 +211,11 @@ QString startFolder(const std::optional<QString>& path) {
     return isFolderThatAnswers(downloads) ? downloads : QDir::homePath();
 }
 
-std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* front) {
+std::optional<QString> askForExportFile(const std::optional<QString>& path, QWindow* parent) {
     QFileSystemModel* model = nullptr;
     std::optional<QString> chosen;
     {
-        ExportFileDialog dialog(startFolder(path), front);
+        ExportFileDialog dialog(startFolder(path), parent);
         chosen = dialog.ask();
         model = dialog.takeModel();
     }

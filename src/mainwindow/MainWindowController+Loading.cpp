@@ -15,7 +15,8 @@ namespace ambulet {
 
 namespace {
 
-// Called right after the days were summed, so the time zone is still the same.
+// The offsets at the starts of the days. Called right after the days were summed, while the time
+// zone is still the same.
 DayOffsets offsetsOf(const std::vector<DailySteps>& days) {
     std::vector<std::chrono::sys_seconds> instants;
     instants.reserve(days.size());
@@ -77,7 +78,8 @@ void MainWindowController::didLoad(const RememberedFile& remembered, std::option
     showStatus(QStringLiteral("Loaded %1 days of data.").arg(_allSteps.size()));
     rebuildDisplayRows();
     updateStatsForSteps(_allSteps);
-    // Otherwise the window may first be painted with its views in their old places.
+    // Lays out the window now. Otherwise it may first be painted with its views in their old
+    // places.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 

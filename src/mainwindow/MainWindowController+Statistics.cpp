@@ -25,8 +25,8 @@ void setBold(QLabel* label, bool bold) {
     }
 }
 
-// Isolates a date or number of a right-to-left language, so that it does not change the order of
-// the left-to-right text around it. Any other text is returned as it is.
+// Isolates a date or number of a right-to-left language, so that the left-to-right text around it
+// keeps its order. Returns any other text as it is.
 QString isolated(const QString& text) {
     constexpr QChar firstStrongIsolate = u'\u2068';
     constexpr QChar popDirectionalIsolate = u'\u2069';
@@ -104,8 +104,8 @@ std::chrono::sys_seconds MainWindowController::startOfDay(std::chrono::sys_secon
     if (const auto midnight = ambulet::startOfDay(day)) {
         return *midnight;
     }
-    // The day has no midnight. Its first instant is between an instant of an earlier day and
-    // `date`.
+    // The day has no midnight. Its first instant is after an instant of an earlier day, and not
+    // after `date`.
     std::chrono::sys_seconds earlier = date - std::chrono::days(2);
     std::chrono::sys_seconds first = date;
     while (first - earlier > std::chrono::seconds(1)) {

@@ -17,11 +17,11 @@ namespace ambulet {
 namespace {
 
 constexpr int leastEditorWidth = 60;
-constexpr int editorRise = 3;  // how far its top is above the label's
+constexpr int editorRise = 3;  // how far the editor's top is above the label's
 
-// Wide enough for a stride below 10 with four decimals.
+// The width of an editor in which a stride below 10 with four decimals fits.
 int widthOfEditor(const QLineEdit& editor) {
-    constexpr int textMargin = 2;  // of QLineEdit, at each side of its text
+    constexpr int textMargin = 2;  // of QLineEdit, on each side of the text
     constexpr int cursor = 1;
     const QFontMetrics metrics(editor.font());
     const int text = metrics.horizontalAdvance(QStringLiteral("0.0000")) + cursor;
@@ -74,13 +74,13 @@ void MainWindowController::strideDidClick() {
     _strideEditor->selectAll();
 }
 
-// Moves the open editor over the stride. The label stops drawing the text from there on, because
-// the editor does not cover all of it.
+// Moves the open editor over the stride. The label draws only the text before the stride meanwhile,
+// because the editor may not cover all of the rest.
 void MainWindowController::placeStrideEditor() {
     if (!_strideEditor || _strideEditor->isHidden()) {
         return;
     }
-    // Without a label: the panel's lower left corner.
+    // For an editor without a label: the panel's lower left corner.
     QRect frame(0, _strideEditor->parentWidget()->height(), 0, 0);
     if (_milesLabel) {
         const double prefix = QFontMetricsF(_milesLabel->font()).horizontalAdvance(_milesPrefix);
@@ -110,7 +110,7 @@ void MainWindowController::cancelStrideEdit() {
     closeStrideEditor();
 }
 
-// Hiding the field ends the edit without a signal, so nothing is stored.
+// Hiding the field ends the edit without a signal, so that closing alone stores nothing.
 void MainWindowController::closeStrideEditor() {
     if (!_strideEditor) {
         return;
@@ -121,7 +121,7 @@ void MainWindowController::closeStrideEditor() {
         _milesLabel->setDrawnLength(std::nullopt);
     }
     if (!hadFocus) {
-        return;  // the user has moved the focus
+        return;  // the user has moved the focus to another control
     }
     if (_strideEditorOpenedByKeyboard && _milesLabel) {
         _milesLabel->setFocus(Qt::ShortcutFocusReason);

@@ -1,4 +1,4 @@
-// Creating the window, and the click that clears the selection.
+// Creating the window, and filtering its events.
 
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
@@ -23,8 +23,8 @@ bool isControl(const QWidget* view) {
            qobject_cast<const QLineEdit*>(view) != nullptr;
 }
 
-// True for repeated events of a held key that triggers an action. The action may have moved the
-// focus to a view that would act on the same key again.
+// Whether `key` is a repetition of a held key that triggers actions. The first press may have moved
+// the focus to a view that would act on the same key again.
 bool isHeldActionKey(const QKeyEvent& key) {
     return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
                                   key.key() == Qt::Key_Escape || key.key() == Qt::Key_Space);
@@ -75,9 +75,10 @@ void MainWindowController::windowDidLoad() {
     loadData();
 }
 
-// Called for every event of the application before any widget gets it. Mouse and key presses are
-// observed at the QWindow, which gets each of them once. Widgets do not: a widget that ignores a
-// press passes it to its parent, and the main window also gets presses that are for an open menu.
+// Called for every event of the main thread's objects, before the object gets the event. Mouse and
+// key presses are observed at the QWindow, which gets each press once, whereas a widget that
+// ignores a press passes it to its parent. The QWindow also gets mouse presses while a menu is
+// open; those do not count.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == nullptr) {
         return false;
@@ -103,7 +104,8 @@ bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     return WindowController::eventFilter(watched, event);
 }
 
-// Compares the type first: QPointer casts the label, which is undefined while it is destroyed.
+// Compares the type first, because comparing a QPointer casts the label, and while the label is
+// destroyed, the cast is undefined.
 bool MainWindowController::changesPlaceOfEditor(QEvent::Type type, const QObject* watched) const {
     switch (type) {
     case QEvent::Move:

@@ -11,7 +11,8 @@ namespace {
 
 constexpr double defaultStrideFeet = 2.5;
 
-// Called first, so that nothing can read the stride before its default is registered.
+// Registers the default stride. The constructor calls it first, before anything can read the
+// stride.
 UserDefaults& withDefaultsRegistered(UserDefaults& defaults) {
     defaults.registerDefaults({{SettingsKeys::strideFootLength, defaultStrideFeet}});
     return defaults;

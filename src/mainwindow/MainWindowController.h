@@ -31,13 +31,15 @@ namespace ambulet {
 class Bundle;
 class UserDefaults;
 
-/// The controller of the main window. It holds everything that the window shows: the loaded days,
-/// their rows, the remembered file, and the formatters for all dates and numbers.
+/// The controller of the main window. It holds the loaded days, their rows, the remembered file,
+/// and the formatters for dates and numbers.
 ///
 /// The window is made from the interface description resources/MainWindowController.ui and owns its
-/// views. The controller refers to them weakly, and works without those that do not exist.
+/// views. The controller has weak references to the views, and works without those that do not
+/// exist.
 ///
-/// Main thread only. Files are read on other threads, which do not use the controller.
+/// Main thread only, except for `resolvedFileURL`. Files are read on other threads, which do not
+/// use the controller.
 class MainWindowController final : public WindowController, public TableViewDataSource {
     Q_OBJECT
 
@@ -49,20 +51,20 @@ class MainWindowController final : public WindowController, public TableViewData
 
     // ---- the file: MainWindowController+Loading.cpp
 
-    /// The file to load: the one to which the bookmark resolves, else the one at the path. If the
-    /// bookmark is stale, the result has a new one. Accesses the file system, which may hang, so it
-    /// is called on the load's thread.
+    /// The file to load, as `findFile` returns it. Accesses the file system, which may hang, so a
+    /// load calls it on its own thread.
     static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts a thread that finds and reads the remembered file, and returns at once. If there is
-    /// none, the status says so. Loads may overlap; none is cancelled, and the result of the one
-    /// that ends last stays on the screen.
+    /// Starts a load and returns at once. The load finds and reads the remembered file on a thread
+    /// of its own, and then shows the result. If no file is remembered, the status says so.
+    /// Loads may overlap; no load is cancelled, and the result of the load that ends last stays.
     void loadData();
 
-    /// Asks the user for an export file, remembers its path, shows the path, and loads the file.
+    /// Asks the user for an export file. If one is chosen, remembers it, shows its path, removes
+    /// the earlier days and starts a load.
     void chooseFileAction();
 
-    /// The path of the remembered file.
+    /// The path of the remembered file. Empty if none is remembered.
     const std::optional<QString>& filePath() const { return _exportFile.path(); }
 
     // ---- days and rows: MainWindowController+Table.cpp
@@ -70,19 +72,19 @@ class MainWindowController final : public WindowController, public TableViewData
     /// The days of the loaded file, newest first.
     const std::vector<DailySteps>& allSteps() const { return _allSteps; }
 
-    /// The table's rows: a month's summary above each month's days, newest first.
+    /// The table's rows: for each month, its summary and then its days. Newest first.
     const std::vector<DisplayRow>& displayRows() const { return _displayRows; }
 
-    /// Makes the rows from the loaded days with the current stride, and reloads the table. Does not
-    /// change the selection or the statistics.
+    /// Makes the rows from the loaded days with the current stride, and reloads the table. The
+    /// selected row indexes stay, as far as they exist. The statistics are not updated.
     void rebuildDisplayRows();
 
-    /// Groups `days` by month: a month row before each run of days of the same month. The order is
-    /// kept, so a month has several rows if the days are not sorted.
+    /// The rows for `days`: a month row before each run of days of the same month. The order is
+    /// kept, so a month may have several rows if the days are not sorted.
     std::vector<DisplayRow> buildDisplayRows(std::span<const DailySteps> days) const;
 
     /// The row of one month. `days`: the days of the month. `stride`: feet per step. The title is
-    /// the date of `days.front()`, formatted by `formatter`.
+    /// the date of the first day, formatted by `formatter`; empty without that date.
     static MonthSummary makeSummary(std::span<const DailySteps> days, double stride,
                                     const DateFormatter& formatter);
 
@@ -99,18 +101,19 @@ class MainWindowController final : public WindowController, public TableViewData
     /// Shows the statistics of the selected days, or of all days if nothing is selected.
     void recomputeStats();
 
-    /// Shows the statistics of the days `steps`, which are sorted, newest first.
+    /// Shows the statistics of the days `steps`, which should be sorted, newest first: the first is
+    /// shown as To, the last as From. Both labels are bold if rows are selected.
     void updateStatsForSteps(std::span<const DailySteps> steps);
 
-    /// The first instant of the local calendar day of `date`: midnight, or if the clock skips
+    /// The first instant of the local calendar day of `date`: midnight, or, if the clock skips
     /// midnight, the instant after the gap.
     static std::chrono::sys_seconds startOfDay(std::chrono::sys_seconds date);
 
     // ---- the stride: MainWindowController+StrideEditor.cpp
 
-    /// Opens the editor over the stride in the miles label. Fills it with the stored stride, also
-    /// if it is open. The open editor moves with the label. If the window is closed or the program
-    /// quits, the edit is committed.
+    /// Opens the editor over the stride in the miles label, with the current stride as its text. If
+    /// the editor is already open, its text is replaced. The open editor moves with the label.
+    /// Closing the window or quitting the program commits the edit.
     void strideDidClick();
 
     /// Stores the editor's number if it is greater than 0, closes the editor, and updates rows and
@@ -125,11 +128,11 @@ class MainWindowController final : public WindowController, public TableViewData
     /// Handles Return and Escape in the editor.
     void doCommandBySelector(EditorCommand command);
 
-    /// Called when the focus has moved from the editor to another control.
+    /// Commits the edit. Called when the focus has moved from the editor to another control.
     void controlTextDidEndEditing();
 
-    /// The editor of the stride; null before the window is loaded. An edit is under way if it is
-    /// visible.
+    /// The editor of the stride; null before the window is loaded. An edit is under way while the
+    /// editor is not hidden.
     InPlaceField* strideEditor() const { return _strideEditor; }
 
     // ---- the window: MainWindowController+Window.cpp
@@ -175,7 +178,7 @@ class MainWindowController final : public WindowController, public TableViewData
     /// The result of a load.
     struct Load {
         FoundFile found;
-        QString shownPath;  // the path to show for the remembered one
+        QString shownPath;  // the path to show for the remembered path
         std::vector<DailySteps> days;
         DayOffsets offsets;  // of local time from UTC, at the start of each day
     };
