@@ -29,7 +29,7 @@ class ControllerTest : public testing::Test {
   protected:
     QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
 
-    /// Writes an export with these step records, at noon UTC, and returns its path.
+    /// Writes an export with these step records, all at noon UTC. Returns the path of the export.
     QString writeExport(const char* name, std::initializer_list<TestRecord> records) const {
         std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<HealthData>\n";
         for (const TestRecord& record : records) {
@@ -45,7 +45,8 @@ class ControllerTest : public testing::Test {
         return file.fileName();
     }
 
-    /// Makes a controller that remembers the file at `file`. Its window is not loaded yet.
+    /// Makes a controller that remembers the path `file`; if it is null, what is stored. The window
+    /// is not loaded yet.
     MainWindowController& makeController(const QString& file = {}) {
         if (!file.isNull()) {
             defaults.setString(SettingsKeys::xmlFilePath, file);
@@ -54,7 +55,7 @@ class ControllerTest : public testing::Test {
         return *controller;
     }
 
-    /// Makes the same controller, shows its window and waits until the file is loaded.
+    /// Makes such a controller, shows its window and waits until the file is loaded.
     MainWindowController& load(const QString& file) {
         makeController(file).showWindow();
         waitForLoad();

@@ -14,8 +14,8 @@ namespace ambulet {
 /// A fixture for tests that choose a file in the controller's file dialog.
 class DialogTest : public ControllerTest {
   protected:
-    /// Opens the real file dialog, calls `inspect` with it, and then chooses `file` in it, or
-    /// cancels it if `file` is null.
+    /// Opens the file dialog, calls `inspect` with the dialog, and then chooses `file`. Cancels the
+    /// dialog if `file` is null.
     void choose(const QString& file, const std::function<void(QFileDialog&)>& inspect = {}) {
         bool answered = false;
         bool typed = false;

@@ -176,7 +176,8 @@ TEST_F(ExportFileDialogTest, listsAFolderOnceIfItServesTwoPurposes) {
     });
 }
 
-// Qt does not list such a file, so the test types its name, as other programs show it.
+// Qt does not list such a file, so the test types the name, with U+FFFD for the byte that is not
+// UTF-8.
 TEST_F(ExportFileDialogTest, canChooseAFileWhoseNameIsNotUtf8) {
     const QString plain = writeExport("plain.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     const QByteArray name = QFile::encodeName(path("M")) + "\xe4rz.xml";
@@ -189,7 +190,7 @@ TEST_F(ExportFileDialogTest, canChooseAFileWhoseNameIsNotUtf8) {
     makeController().showWindow();
     waitForLoad();
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
-    ::unlink(name.constData());  // QTemporaryDir would not remove it
+    ::unlink(name.constData());  // QTemporaryDir would not remove the file
 }
 
 TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
@@ -200,8 +201,8 @@ TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
     }
 }
 
-#ifndef __SANITIZE_ADDRESS__  // its malloc has no statistics
-// AMBULET_NEIGHBOURS: the number of files in the folder of the remembered file.
+#ifndef __SANITIZE_ADDRESS__  // AddressSanitizer's malloc has no statistics
+// AMBULET_NEIGHBOURS: the number of files in the folder of the remembered file, at least 10,000.
 TEST_F(ExportFileDialogTest, freesItsMemoryAfterItHasBeenShown) {
     const int files = std::max(10'000, qEnvironmentVariableIntValue("AMBULET_NEIGHBOURS"));
     for (int i = 0; i < files; ++i) {

@@ -1,5 +1,5 @@
-// What a load changes and what it keeps, also if a file is chosen or the stride is edited
-// meanwhile.
+// What a load changes and what it keeps, also if a file is chosen or the stride is edited during
+// the load.
 
 #include "mainwindow/ControllerTest.h"
 #include "platform/FileBookmark.h"
@@ -14,7 +14,7 @@ namespace {
 
 class LoadingRulesTest : public ControllerTest {
   protected:
-    // Opens the file dialog and chooses `file` in it, or cancels the dialog if `file` is null.
+    // Opens the file dialog and chooses `file`. Cancels the dialog if `file` is null.
     void choose(const QString& file) {
         QTimer answer;
         bool typed = false;

@@ -59,7 +59,7 @@ class LooksTest : public ControllerTest {
         qputenv("LC_ALL", "en_US.UTF-8");
     }
 
-    // Large numbers of steps, in months with long names.
+    // Loads large numbers of steps, in months with long names.
     MainWindowController& loadLongTexts() {
         return load({{"2024-09-30", "98765"},
                      {"2024-09-29", "99999"},
@@ -167,8 +167,8 @@ TEST_F(LooksTest, theMinimumSizeIsBetween560By300And700By420) {
     EXPECT_LE(minimum.height(), 420);
 }
 
-// The highest contrast of any pixel with the most frequent colour. That colour is the background,
-// and the pixel is inside a stroke of the text.
+// The highest contrast of any pixel with the most frequent colour. In a picture of a text, that
+// colour is the background, and the pixel is inside a stroke.
 double bestContrast(const QImage& picture) {
     std::map<QRgb, int> count;
     for (int y = 0; y < picture.height(); ++y) {
@@ -194,7 +194,7 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows)
         controller->window()->activateWindow();
         controller->tableView()->setFocus();
         click(2);
-        controller->strideDidClick();  // its text is selected
+        controller->strideDidClick();  // opens the editor with its text selected
         QWidget other;
         if (!inFront) {
             other.show();
@@ -228,7 +228,7 @@ TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows)
     }
 }
 
-// What the screen shows of `part`, which is in the coordinates of `view`.
+// A picture of `part`, which is in the coordinates of `view`, as the window shows it.
 QImage pictureOf(const QWidget& view, QRect part) {
     part.moveTopLeft(view.mapTo(view.window(), part.topLeft()));
     return view.window()->grab(part).toImage();
@@ -288,7 +288,7 @@ TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
             const QImage without = pictureOf(*control, control->rect());
             control->setFocus(Qt::TabFocusReason);
             ASSERT_TRUE(control->hasFocus());
-            controller->filePathField()->deselect();  // selected text is no focus mark
+            controller->filePathField()->deselect();  // selected text is not an outline
             const QImage with = pictureOf(*control, control->rect());
             int marked = 0;
             for (int y = 0; y < with.height(); ++y) {
@@ -298,7 +298,8 @@ TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
                               contrastRatio(color, beside) >= markContrast;
                 }
             }
-            // An outline is a little smaller than its view. That of the miles surrounds their text.
+            // An outline is a little smaller than its view. The outline of the miles label
+            // surrounds only the text.
             const int width =
                 control == controller->milesLabel() ? control->sizeHint().width() : with.width();
             EXPECT_GE(marked, 2 * (width + with.height()) - 60)
@@ -371,7 +372,7 @@ class PicturesTest : public LooksTest {
         click(6, Qt::ShiftModifier);
     }
 
-    // Scrolls so that a month row is pinned, and shows the focus outline.
+    // Makes the window small, scrolls so that a month row is pinned, and shows the focus outline.
     void scrollAndMark() {
         settle();
         controller->tableView()->setFocus(Qt::TabFocusReason);

@@ -58,7 +58,8 @@ TEST_F(LoadingTest, aRememberedFileThatWasDeletedGivesNoDays) {
     EXPECT_EQ(controller->tableView()->model()->rowCount(), 0);
 }
 
-// The portal's path is stored, because only that path can be opened. The other path is only shown.
+// The portal's path is stored, because only that path can be opened. The path outside is only
+// shown.
 TEST_F(LoadingTest, aFileFromADocumentPortalIsShownWithItsPathOutsideTheSandbox) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "4000"}});
     const std::string host = "/home/walker/Downloads/export.xml";
@@ -201,7 +202,7 @@ TEST_F(LoadingTest, aChosenFileWithoutABookmarkKeepsThePreviousBookmark) {
     EXPECT_EQ(storedBookmark(), bookmark);
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), fifo);
     EXPECT_EQ(controller->filePathField()->text(), fifo);
-    waitForLoad();  // of the earlier file, which the bookmark finds
+    waitForLoad();  // loads the earlier file, which the bookmark finds
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 
@@ -263,7 +264,7 @@ TEST_F(LoadingTest, theOverlappingLoadThatEndsLastDecides) {
     const QObject whileHere;
     QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
                      [&] { loaded.append(controller->allSteps().size()); });
-    // Neither of the two can end before the event loop runs again.
+    // The result of a load is shown only when the event loop runs, so the two loads overlap.
     controller->loadData();
     const QString other = writeExport("other.xml", {{"2024-01-01", "1"}, {"2024-01-02", "2"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(other));
@@ -279,7 +280,7 @@ TEST_F(LoadingTest, aLoadDoesNotTouchAControllerThatWasDestroyed) {
     const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
     makeController(file).showWindow();
     controller.reset();
-    // Another load of the same file gives the first one enough time to end.
+    // Another load of the same file gives the first load time to end.
     load(file);
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
@@ -391,7 +392,7 @@ TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const QString earlier = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(earlier));
-    ASSERT_TRUE(QFile::rename(earlier, path("mount/moved.xml")));  // makes its bookmark stale
+    ASSERT_TRUE(QFile::rename(earlier, path("mount/moved.xml")));  // makes the bookmark stale
     const QString later = writeExport("later.xml", {{"2025-03-02", "1"}, {"2025-03-03", "1"}});
     QList<std::size_t> loaded;
     const QObject whileHere;
@@ -425,7 +426,7 @@ TEST_F(LoadingTest, aLoadThatEndsKeepsTheSelectionInThePathField) {
     EXPECT_EQ(controller->filePathField()->selectedText(), file);
 }
 
-// The C library keeps the time zone that it has read until it is told to read it again.
+// The C library reads TZ again only when it is told to.
 TEST_F(LoadingTest, aLoadReadsTheTimeZoneAgain) {
     const ScopedTimeZone berlin("Europe/Berlin");
     load(writeFile("export.xml", QByteArray::fromStdString(
@@ -491,13 +492,13 @@ TEST_F(LoadingTest, threeHundredLoadsLeakNoThreadsDescriptorsOrMemory) {
             waitForLoad();
         }
     };
-    loadTimes(20);  // allocates what is allocated only once
+    loadTimes(20);  // what is allocated only once is allocated here
     const Resources before = Resources::now();
     loadTimes(300);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Resources::now().threads <= before.threads; }));
     const Resources after = Resources::now();
     EXPECT_EQ(after.descriptors, before.descriptors);
-    constexpr std::size_t perLoad = 100;
+    constexpr std::size_t perLoad = 100;  // bytes
     EXPECT_LT(after.memory, before.memory + 300 * perLoad);
 }
 

@@ -22,7 +22,7 @@ class StatisticsTest : public ControllerTest {
         return all;
     }
 
-    // One letter for each bold label of the six.
+    // The bold labels, each by a letter: f(rom), t(o), d(ays), s(teps), m(iles), a(verage).
     QString bold() const {
         QString letters;
         for (std::size_t i = 0; i < 6; ++i) {
@@ -44,7 +44,7 @@ TEST_F(StatisticsTest, aSelectionIsSummedUp) {
           {"2025-03-01", "10000"},
           {"2025-02-27", "7000"},
           {"2025-02-26", "1"}});
-    // March 2025, 2nd, 1st, February 2025, 27th, 26th
+    // Rows: March 2025, 2nd, 1st, February 2025, 27th, 26th.
     click(1);
     click(4, Qt::ShiftModifier);
     EXPECT_EQ(texts(),
@@ -75,7 +75,7 @@ TEST_F(StatisticsTest, oneSelectedDayIsFirstAndLastAndBothLabelsAreBold) {
     EXPECT_EQ(bold(), QString());
 }
 
-TEST_F(StatisticsTest, averagesArePerSelectedDayAndNotPerDayBetweenThem) {
+TEST_F(StatisticsTest, averagesArePerSelectedDayAndNotPerCalendarDay) {
     // (1000 + 4000) ÷ 2 = 2500; 5000 × 2.5 ÷ 5280 ÷ 2 = 1.1837.
     load({{"2025-03-09", "1000"}, {"2025-03-05", "77"}, {"2025-03-02", "4000"}});
     click(1);
@@ -133,7 +133,7 @@ TEST_F(StatisticsTest, theShownStrideIsRoundedHalfToEven) {
 }
 
 TEST_F(StatisticsTest, theStrideHasADecimalPointAndNoThousandsSeparatorEvenInGerman) {
-    // Makes a locale with a decimal comma, because none may be installed.
+    // Makes a locale with a decimal comma, because the system may have none.
     const QString source = QStringLiteral("de_DE");
     ASSERT_EQ(QProcess::execute(QStringLiteral("localedef"),
                                 {QStringLiteral("--force"), QStringLiteral("--quiet"),
@@ -229,7 +229,7 @@ TEST_F(StatisticsTest, theStartOfADayIsThatOfTheLocalTimeZone) {
     EXPECT_EQ(MainWindowController::startOfDay(day + 5h), day + 5h);
 }
 
-// On 2018-11-04 the clocks of Sao Paulo went from 00:00 to 01:00, at 03:00 UTC.
+// On 2018-11-04, the clocks of Sao Paulo went from 00:00 to 01:00, at 03:00 UTC.
 TEST_F(StatisticsTest, theStartOfADayWithoutMidnightIsItsFirstInstant) {
     const ScopedTimeZone zone("America/Sao_Paulo");
     using namespace std::chrono_literals;

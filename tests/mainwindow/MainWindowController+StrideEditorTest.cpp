@@ -76,7 +76,7 @@ TEST_F(StrideEditorTest, theEditorOpensOverTheStrideThreePointsHigher) {
         QFontMetricsF(label.font()).horizontalAdvance(QStringLiteral("Miles: 7.50 @ "));
     EXPECT_EQ(editor().parentWidget(), label.parentWidget());
     EXPECT_EQ(editor().x(), label.x() + static_cast<int>(std::ceil(prefix)));
-    EXPECT_EQ(editor().y(), label.y() - 3);  // 3 points higher
+    EXPECT_EQ(editor().y(), label.y() - 3);
     EXPECT_EQ(editor().width(), 60);
     EXPECT_EQ(editor().height(), label.height());
 }
@@ -124,7 +124,7 @@ TEST_F(StrideEditorTest, theEditorFollowsTheLabelAndKeepsTheTypedText) {
     EXPECT_TRUE(open());
 }
 
-TEST_F(StrideEditorTest, growsWithItsFontSoThatFourDecimalsFit) {
+TEST_F(StrideEditorTest, theEditorGrowsWithItsFontSoThatFourDecimalsFit) {
     const auto expectWholeTextVisible = [this](int pixels) {
         QFont font = controller->window()->font();
         font.setPixelSize(pixels);
@@ -146,7 +146,7 @@ TEST_F(StrideEditorTest, growsWithItsFontSoThatFourDecimalsFit) {
     }
 }
 
-TEST_F(StrideEditorTest, growsWhileItIsOpenIfTheFontOrTheStyleNeedsMore) {
+TEST_F(StrideEditorTest, theOpenEditorChangesItsWidthWithItsFontAndItsStyle) {
     openAndType("9");
     ASSERT_EQ(editor().width(), 60);
     QFont font = editor().font();
@@ -259,7 +259,7 @@ TEST_F(HeldKeyTest, aHeldSpaceThatOpenedTheEditorTypesNothing) {
     EXPECT_EQ(editor().text(), QStringLiteral("2.50"));
 }
 
-TEST_F(HeldKeyTest, heldArrowKeysContinueToMove) {
+TEST_F(HeldKeyTest, heldArrowKeysContinueToMoveTheSelection) {
     click(1);
     press(Qt::Key_Down, true);
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({3}));
@@ -278,7 +278,7 @@ TEST_F(StrideEditorTest, theEditorOpensAtTheLabelsLeftEdgeIfTheLabelShowsNoStrid
 TEST_F(StrideEditorTest, theEditorOpensInTheCornerOfThePanelIfThereIsNoLabel) {
     delete controller->milesLabel();
     controller->strideDidClick();
-    // Its lower left corner is 3 points above the panel's.
+    // The editor's lower left corner is 3 points above the panel's.
     EXPECT_EQ(editor().geometry(), QRect(0, controller->controlsPanel()->height() - 3, 60, 0));
 }
 
@@ -344,7 +344,7 @@ TEST_F(StrideEditorTest, allDecimalsAreStoredAndUsedButTwoAreShown) {
     QTest::keyClick(&editor(), Qt::Key_Return);
     EXPECT_EQ(stored(), 2.6789);
     // (5280 + 10560) × 2.6789 ÷ 5280 = 8.0367. With 2.68 the label would also show 8.04, so the
-    // rows are checked.
+    // row is checked, too.
     EXPECT_EQ(miles(), QStringLiteral("Miles: 8.04 @ 2.68 ft/step"));
     EXPECT_DOUBLE_EQ(std::get<MonthSummary>(controller->displayRows()[0]).avgMiles(), 2.6789);
     clickLabel();
@@ -402,7 +402,7 @@ TEST_F(StrideEditorTest, aClickOnAnotherFieldStoresTheStride) {
     EXPECT_TRUE(controller->filePathField()->hasFocus());
 }
 
-TEST_F(StrideEditorTest, aCommitAfterACommitOrACancelDoesNothing) {
+TEST_F(StrideEditorTest, aCommitWhileTheEditorIsClosedDoesNothing) {
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
     editor().setText(QStringLiteral("4"));
@@ -482,7 +482,7 @@ TEST_F(StrideEditorTest, aCommitKeepsTheSelectionAndTheScrollPosition) {
     QCoreApplication::processEvents();
     TableView& table = *controller->tableView();
     click(1);
-    click(3, Qt::ControlModifier);  // makes it the current row; scrolling then hides it
+    click(3, Qt::ControlModifier);  // makes 3 the current row; scrolling then hides that row
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / 2);
     const int scrolled = table.verticalScrollBar()->value();
     ASSERT_GT(scrolled, 0);
@@ -496,7 +496,7 @@ TEST_F(StrideEditorTest, aCommitKeepsTheSelectionAndTheScrollPosition) {
     EXPECT_TRUE(controller->fromLabel()->font().bold());
 }
 
-TEST_F(StrideEditorTest, aDialogNeitherStoresNorCancels) {
+TEST_F(StrideEditorTest, theFileDialogNeitherStoresNorCancels) {
     openAndType("9");
     QTimer close;
     QObject::connect(&close, &QTimer::timeout, [] {
@@ -518,7 +518,7 @@ TEST_F(StrideEditorTest, anEditorOpenedByAClickGivesTheFocusToTheTableWhenItClos
         clickLabel();
         QTest::keyClick(&editor(), key);
         EXPECT_TRUE(controller->tableView()->hasFocus());
-        // The focus outline is visible, because a key has closed the editor.
+        // The table shows its focus outline, because a key has closed the editor.
         const QImage with = controller->tableView()->viewport()->grab().toImage();
         controller->tableView()->setFocus(Qt::MouseFocusReason);
         controller->tableView()->clearFocus();

@@ -102,13 +102,12 @@ TEST_F(TableTest, aDayWithoutADateBelongsToNoMonth) {
     EXPECT_EQ(rows.size(), 6U) << "each day has a month row of its own";
 }
 
-TEST_F(TableTest,
-       theRowsWithTheWidestTextsHaveTheGreatestAndLeastNumbersOrAreMonthsAndTheirFirstDays) {
+TEST_F(TableTest, theWidestTextsAreTheGreatestAndLeastNumbersTheTitlesAndOneDateOfEachMonth) {
     load({{"2025-03-02", "7"},
           {"2025-03-01", "123456"},
           {"2025-02-02", "-99999"},
           {"2025-02-01", "8"}});
-    // March, 2nd, 1st, February, 2nd, 1st
+    // Rows: March, 2nd, 1st, February, 2nd, 1st.
     using Rows = std::vector<int>;
     EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("date")), Rows({0, 1, 3, 4}));
     EXPECT_EQ(controller->rowsWithWidestTexts(QStringLiteral("steps")), Rows({3, 0, 4, 2}));
@@ -170,7 +169,7 @@ TEST_F(TableTest, aClickOnAMonthRowKeepsTheSelection) {
     EXPECT_EQ(controller->tableView()->selectedRowIndexes(), std::vector<int>({1}));
 }
 
-TEST_F(TableTest, aNewStrideChangesOnlyTheMiles) {
+TEST_F(TableTest, aNewStrideChangesOnlyTheAverageMiles) {
     load({{"2025-03-02", "4000"}, {"2025-02-02", "9000"}});
     const std::vector<DisplayRow> before = controller->displayRows();
     defaults.setDouble(SettingsKeys::strideFootLength, 3.0);

@@ -99,8 +99,8 @@ TEST_F(WindowTest, onlyTheTableGetsTallerWithTheWindow) {
     const QSize wider(130, 0);
     const struct {
         QSize growth;
-        bool top;     // keeps its distance from the top
-        bool bottom;  // from the bottom
+        bool top;     // the view keeps its distance from the window's top edge
+        bool bottom;  // the view keeps its distance from the window's bottom edge
     } expected[] = {
         {wider, true, false}, {wider, true, false},       {QSize(130, 210), true, true},
         {wider, false, true}, {QSize(0, 0), false, true},
@@ -123,7 +123,7 @@ TEST_F(WindowTest, theMilesLabelIsDirectlyInTheControlsPanel) {
     EXPECT_EQ(controller->milesLabel()->parentWidget(), controller->controlsPanel());
 }
 
-TEST_F(WindowTest, thereIsAButtonTitledChoose) {
+TEST_F(WindowTest, theButtonIsTitledChoose) {
     makeController().showWindow();
     const auto* button = controller->window()->findChild<QPushButton*>();
     ASSERT_NE(button, nullptr);
@@ -135,7 +135,7 @@ TEST_F(WindowTest, theInitialSizeIs880By720) {
     EXPECT_EQ(controller->window()->size(), QSize(880, 720));
 }
 
-TEST_F(WindowTest, theWholeFrameIsOnASmallScreenAtTheStart) {
+TEST_F(WindowTest, aWindowLargerThanTheScreenIsFittedToTheScreenAtTheStart) {
     makeController().window()->setGeometry(100, 100, 5000, 4000);
     controller->showWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(controller->window()));
@@ -168,7 +168,7 @@ TEST_F(WindowTest, positionAndSizeAreStoredWhenTheProgramQuits) {
     EXPECT_EQ(controller->window()->geometry(), QRect(40, 60, 650, 500));
 }
 
-// So that the frame is not lost if the process is killed.
+// Otherwise the frame would be lost if the process were killed.
 TEST_F(WindowTest, aMoveOrResizeIsStoredSoonAfterwards) {
     makeController().showWindow();
     QWidget& window = *controller->window();
@@ -247,7 +247,7 @@ TEST_F(WindowTest, controlWClosesTheWindow) {
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
-TEST_F(WindowTest, thePathFieldAndTheTableSayWhatToDoUntilAFileIsChosen) {
+TEST_F(WindowTest, thePathFieldAndTheTableShowHintsUntilAFileIsChosen) {
     makeController();
     EXPECT_TRUE(controller->textOfEmptyTable().contains(QStringLiteral("export.zip")));
     controller->showWindow();
@@ -306,7 +306,7 @@ TEST_F(WindowTest, tabLeavesTheTableFromAnyRow) {
     }
 }
 
-TEST_F(WindowTest, aHugeStrideKeepsTheMinimumWidthBelow1000) {
+TEST_F(WindowTest, aHugeStrideDoesNotRaiseTheMinimumWidthAbove1000) {
     defaults.setDouble(SettingsKeys::strideFootLength, 1e300);
     load({{"2025-03-02", "4000"}});
     QCoreApplication::processEvents();

@@ -37,7 +37,7 @@ TEST_F(MainWindowControllerTest, aNewControllerHasNoDaysAndNoWindow) {
     EXPECT_EQ(controller->tableView(), nullptr);
 }
 
-// The averages of these months are 7000.5 and 7001.5, half way between two whole numbers.
+// The averages of the two months are 7000.5 and 7001.5.
 TEST_F(MainWindowControllerTest, stepsAreWholeNumbersRoundedHalfToEven) {
     load({{"2025-03-01", "7000"},
           {"2025-03-02", "7001"},
