@@ -1,7 +1,8 @@
-// fuzz_bookmarks: damaged bookmarks from the settings must resolve to their file, to another file
-// at its path, or to nothing. The input consists of the length of a file name, the name, a byte
-// with the version of a bookmark and two options, and the bytes of its identity. The bookmark's
-// path is that name in a temporary folder, so that only temporary folders are searched.
+// fuzz_bookmarks: a damaged bookmark must resolve to its file, to another file at its path, or to
+// nothing. The input is used twice. First it is the whole bookmark. Then it consists of the length
+// of a path, the path, a byte with the version of a bookmark and two options, and the bytes of the
+// identity. The path is relative to a temporary folder, so that only temporary folders are
+// searched.
 
 #include "Rule.h"
 #include "platform/FileBookmark.h"
@@ -38,7 +39,8 @@ class Files {
         _folder.write("inner/longer.xml", "<HealthData></HealthData>");
     }
 
-    /// Its parent folder is searched, so it is a temporary folder, too.
+    /// The folder to which paths are relative. Its parent is temporary, too, because it is
+    /// searched.
     fs::path inner() const { return _folder.path() / "inner"; }
 
     QByteArray identityOfMoved() const {
@@ -56,7 +58,7 @@ class Files {
 };
 
 void checkUnpacked(const QByteArray& data) {
-    // A valid bookmark is not resolved, because its path may be anywhere.
+    // A valid bookmark is not resolved here, because its path may be anywhere.
     require(FileBookmark::isBookmark(data) == FileBookmark::isBookmark(data),
             "isBookmark gives the same result again");
     if (!FileBookmark::isBookmark(data)) {
@@ -67,12 +69,12 @@ void checkUnpacked(const QByteArray& data) {
     }
 }
 
-// With this option, the identity has the size of the input's bytes. Without it, they are cut or
-// padded to the size that the version demands; otherwise hardly any input would be a bookmark.
+// Without this option, the bytes of the identity are cut or padded to the size that the version
+// demands, because otherwise hardly any input would be a bookmark.
 constexpr int anySize = 4;
 
-// With this option, the input's bytes are combined by XOR with the identity of the file
-// "moved.xml". No input can contain that identity, because it differs in each run.
+// With this option, the bytes of the identity are combined by XOR with the identity of the file
+// "moved.xml". That identity differs in each run, so no input can contain it.
 constexpr int nearMoved = 8;
 
 QByteArray identityFrom(const Files& files, QByteArray bytes, quint8 version, int options) {
@@ -137,12 +139,12 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     const fs::path found = resolved->file.path;
     require(files.contains(found) && fs::is_regular_file(found),
-            "the result is a file in the folder");
+            "the result is a file in the temporary folder");
     require(found.native().find('\0') == std::string::npos, "no path contains a NUL");
-    require(resolved->stale || found == path, "a result that is not stale is at its path");
+    require(resolved->stale || found == path, "a result that is not stale is the bookmark's path");
     const auto fresh = FileBookmark::make(resolved->file);
     require(fresh.has_value(), "a bookmark can be made of the result");
     const auto again = FileBookmark::resolve(*fresh);
-    require(again && !again->stale && again->file.path == found, "it resolves to that file");
+    require(again && !again->stale && again->file.path == found, "that bookmark resolves to it");
     return 0;
 }

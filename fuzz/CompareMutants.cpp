@@ -1,10 +1,9 @@
 // compare_mutants FIRST COUNT [small|medium|large|huge]: reads COUNT mutants of sample exports in
-// several ways, and reports those with different results. The mutants are numbered from FIRST; the
-// same number always gives the same mutant. Mutants with different results are saved in the working
-// directory.
+// several ways each. If the results differ, prints them and saves the mutant in the working
+// directory. The mutants have the numbers from FIRST on. With the same last argument, the same
+// number always gives the same mutant.
 //
-// It is built without sanitizers, to read many mutants quickly. fuzz_readers is built with
-// sanitizers.
+// Without sanitizers, this program reads many more mutants than fuzz_readers in the same time.
 
 #include "import/Comparison.h"
 #include "import/Mutants.h"

@@ -1,4 +1,4 @@
-// fuzz_infoplist: all texts of a property list must be read, or none if the list is damaged. The
+// fuzz_infoplist: all texts of a property list must be read, or none if the file is truncated. The
 // input is used twice: as a file; and split at its zero bytes, as keys and texts of a valid file.
 
 #include "Rule.h"
@@ -39,8 +39,8 @@ void checkFile(std::string_view bytes) {
     }
 }
 
-// The text without the characters that XML cannot contain: control characters, U+FFFE and U+FFFF.
-// Carriage returns are left out, too, because they would be read as line feeds.
+// The text without the characters that XML does not allow: most control characters, U+FFFE and
+// U+FFFF. Carriage returns are left out, too, because they would be read as line feeds.
 QString plain(QByteArrayView bytes) {
     QString text = QString::fromUtf8(bytes);
     text.removeIf([](QChar c) {

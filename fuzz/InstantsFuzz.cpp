@@ -1,5 +1,5 @@
-// fuzz_instants: for every text, InstantReader and ICU alone must read the same instant, or none.
-// Texts with letters in the date or the time of day are an exception: only ICU may accept them.
+// fuzz_instants: from every text, InstantReader and ICU must read the same instant, or none. If the
+// date or the time of day has a letter, ICU may read an instant that InstantReader does not read.
 
 #include "Rule.h"
 #include "text/InstantReader.h"
@@ -50,7 +50,7 @@ class Icu {
     icu::SimpleDateFormat _format;
 };
 
-// ICU alone accepts names of months, and numbers such as "1e3".
+// ICU accepts names of months, and numbers such as "1e3". InstantReader does not.
 bool hasLetterBeforeTheOffset(std::string_view text) {
     const std::size_t end = text.find_last_not_of(" \t");
     const std::string_view dateAndTime = text.substr(0, text.rfind(' ', end));
@@ -69,7 +69,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     require(!exact || exact == read, "exactInstant reads the same as instant");
     require(!read || read == expected, "InstantReader reads the same as ICU");
     require(read || !expected || hasLetterBeforeTheOffset(text),
-            "InstantReader reads what ICU reads");
+            "InstantReader reads every instant that ICU reads");
     require(InstantReader().instant(text) == read, "earlier texts have no effect");
     return 0;
 }

@@ -47,7 +47,7 @@ bool isDigit(std::string_view text, std::size_t at) {
     return at < text.size() && text[at] >= '0' && text[at] <= '9';
 }
 
-// Adds digit by digit, with a type that is wide enough.
+// Computes the number digit by digit, in 128 bits, which it does not overflow.
 std::int64_t expectedInteger(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
@@ -64,8 +64,8 @@ std::int64_t expectedInteger(std::string_view text) {
                                    : static_cast<std::int64_t>(value);
 }
 
-// Uses std::from_chars, which ignores the locale. Its text begins with a digit or a point, so it is
-// never "inf" or "nan". Of a hexadecimal number only the 0 is read.
+// Uses std::from_chars, which ignores the locale. Its argument begins with a digit or a point, so
+// "inf" and "nan" are not read. Of a hexadecimal number only the 0 is read.
 double expectedDouble(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
@@ -99,7 +99,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     require(integerValue(text) == expectedInteger(text), "the integer is the one expected");
     const double read = doubleValue(text);
-    require(!std::isnan(read), "a number is a number");
+    require(!std::isnan(read), "the double is not NaN");
     require(std::bit_cast<std::uint64_t>(read) ==
                 std::bit_cast<std::uint64_t>(expectedDouble(text)),
             "the double is the one expected, to the last bit");

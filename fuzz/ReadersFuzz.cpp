@@ -1,6 +1,6 @@
 // fuzz_readers: for every file, expat and ExportReader must give the same result, with all sizes of
-// blocks and chunks and all numbers of threads. An input is a mutant of a sample export, or one
-// that libFuzzer makes from earlier inputs and the seeds.
+// blocks and chunks and all numbers of threads. An input is a mutant of a sample export, or is made
+// from earlier inputs and the seeds, by libFuzzer or by `mutated`.
 
 #include "import/Comparison.h"
 #include "import/Mutants.h"
@@ -27,7 +27,8 @@ size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsig
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const TemporaryFolder folder;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    // The input determines the random sizes and threads, so that a failure can be repeated.
+    // The input determines the random sizes and the number of threads, so that a failure can be
+    // repeated.
     std::minstd_rand chance(static_cast<unsigned>(std::hash<std::string_view>()(bytes)));
     const std::string differences = compareWays(folder.write("export.xml", bytes), chance);
     if (!differences.empty()) {

@@ -1,6 +1,6 @@
-// replay_NAME COUNT FOLDER: runs a fuzzer on the seeds in FOLDER, and then on COUNT mutants of
-// them. The mutants are the same in each run. The tests use it; it needs neither libFuzzer nor
-// clang.
+// replay_NAME COUNT FOLDER: runs the source of fuzz_NAME on the seeds in FOLDER, and then on COUNT
+// changed copies of them, which are the same in each run. Needs neither libFuzzer nor clang, so the
+// tests can use it.
 
 #include <algorithm>
 #include <csignal>
@@ -49,7 +49,8 @@ std::vector<std::string> seedsIn(const std::filesystem::path& folder) {
     return seeds;
 }
 
-// Changes, removes or inserts bytes, inserts a piece of another seed, or ends with one.
+// Changes a byte, removes or inserts bytes, inserts a piece of a seed, or replaces the end of
+// `text` by the end of a seed.
 void mutate(std::string& text, const std::vector<std::string>& seeds, Chance& chance) {
     const std::size_t at = text.empty() ? 0 : chance() % text.size();
     const auto byte = static_cast<char>(chance() % 256);

@@ -5,7 +5,7 @@
 
 namespace ambulet {
 
-/// If `holds` is false, aborts the program like a sanitizer.
+/// If `holds` is false, prints `rule` and aborts the program.
 inline void require(bool holds, const char* rule) {
     if (!holds) {
         std::fprintf(stderr, "broken: %s\n", rule);

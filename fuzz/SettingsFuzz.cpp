@@ -1,5 +1,6 @@
-// fuzz_settings: in every settings file, IniText and QSettings must read the values that were set,
-// and nothing else may change. The input is the file, a zero byte, a text, a zero byte, data.
+// fuzz_settings: IniText must read the values that it sets in any settings file, and change nothing
+// else in the file. IniText and QSettings must read the values that the other one writes. The input
+// consists of the file, a zero byte, a text, a zero byte, and data.
 
 #include "Rule.h"
 #include "platform/IniText.h"
@@ -20,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
-// The data is the rest of the input.
+// The parts of an input. Missing ones are empty. The data may contain zero bytes.
 struct Input {
     QByteArray file;
     QString text;
@@ -58,16 +59,16 @@ void checkSetting(const QByteArray& file, const QString& key, const QVariant& va
     require(after.value(key) == value, "a value that is set is read again");
     for (const QString& other : others) {
         require(other == key || after.value(other) == before.value(other),
-                "setting a value leaves other keys");
+                "setting a value does not change the values of other keys");
     }
     require(file.isEmpty() || changedLines(file, text.content()) <= (before.value(key) ? 1 : 0),
-            "setting a value leaves other lines");
+            "setting a value does not change other lines");
     IniText again(text.content());
     again.setValue(key, value);
     require(again.content() == text.content(), "setting the same value changes nothing");
 }
 
-// QSettings stands for other programs that read and write such a file.
+// QSettings stands for other programs that read and write settings files.
 void checkWithQt(const TemporaryFolder& folder, const Input& input) {
     IniText text({});
     text.setValue(u"text"_s, input.text);
@@ -87,8 +88,8 @@ void checkWithQt(const TemporaryFolder& folder, const Input& input) {
         settings.setValue(u"text"_s, input.text);
     }
     SettingsStore store(path);
-    require(store.value(u"text"_s) == QVariant(input.text), "QSettings's text is read");
-    require(store.value(u"data"_s) == QVariant(input.data), "QSettings's data is read");
+    require(store.value(u"text"_s) == QVariant(input.text), "the text of QSettings is read");
+    require(store.value(u"data"_s) == QVariant(input.data), "the data of QSettings is read");
     std::filesystem::remove(file);
 }
 
