@@ -15,8 +15,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// Expects an error in `part`, `more` bytes after its beginning. The record before `part` must
-// count.
+// Puts `part` between two records. Expects an error `more` bytes after the beginning of `part`, and
+// that only the first record counts.
 void expectStopIn(std::string_view part, std::uint64_t more, XMLErrorReason reason) {
     const std::string bytes = around(part);
     const XMLError stop{byteOf(bytes, part, more), reason};
@@ -39,7 +39,7 @@ TEST(BadInput, aFileOfBlanksHasNoDays) {
     expectNothing(" \n\n", 3, XMLErrorReason::noElement);
 }
 
-TEST(BadInput, aZipHasNoDays) {
+TEST(BadInput, aZipArchiveHasNoDays) {
     expectNothing("PK\x03\x04\x14\x00\x08\x00\x08\x00"s, 2, XMLErrorReason::invalidToken);
 }
 

@@ -6,8 +6,9 @@
 
 namespace ambulet {
 
-/// Reads the file at `path` with expat in blocks of the default size, and compares that with
-/// - expat in blocks of a random size, and
+/// Reads the file at `path` with expat in blocks of the default size, and compares the result with
+/// those of
+/// - expat in blocks of a random size,
 /// - ExportReader on one thread, and
 /// - ExportReader with a random number of threads, and random sizes of blocks and chunks.
 ///

@@ -1,5 +1,5 @@
-// The fast reader and expat must give the same results for every file. fuzz/ReadersFuzz.cpp
-// compares them on more inputs.
+// ExportReader and expat must give the same results for every file. fuzz/ReadersFuzz.cpp compares
+// them on more inputs.
 
 #include "import/ExportReader.h"
 
@@ -47,12 +47,12 @@ TEST(ExportReader, agreesWithExpatOnDamagedExports) {
         wellFormed += reading.error ? 0 : 1;
         days += reading.days.empty() ? 0 : 1;
     }
-    // Checks that the damage leaves enough documents to compare.
+    // Checks that enough of the documents are still well-formed, and that enough have days.
     EXPECT_GT(wellFormed, 60);
     EXPECT_GT(days, 500);
 }
 
-// Mutants of all sizes but the largest. fuzz/CompareMutants.cpp compares any number of them.
+// Mutants of all sizes but the largest. fuzz/CompareMutants.cpp reads any number of mutants.
 TEST(ExportReader, agreesWithExpatOnMutants) {
     const TemporaryFolder folder;
     for (const auto& [size, count] :

@@ -1,5 +1,5 @@
-// Expat's memory limit must refuse the same documents whether expat reads the whole file or
-// continues after the fast reader.
+// The memory limit must refuse the same documents whether expat reads the whole file or continues
+// after the fast reader.
 
 #include "import/Reading.h"
 #include "import/fast/TagScanner.h"

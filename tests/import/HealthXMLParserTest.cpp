@@ -29,7 +29,7 @@ TEST(HealthXMLParser, aFileWithoutStepRecordsHasNoDays) {
     EXPECT_EQ(parse(""), Days());
 }
 
-TEST(HealthXMLParser, aFileThatCannotBeReadHasNoDays) {
+TEST(HealthXMLParser, aFileThatCannotBeOpenedHasNoDays) {
     const TemporaryFolder folder;
     const auto pipe = folder.path() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

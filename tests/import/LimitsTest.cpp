@@ -1,4 +1,4 @@
-// Limits on what a file may contain. They bound the memory.
+// Limits on what a file may contain, which bound the memory of expat.
 
 #include "import/Reading.h"
 #include "import/expat/ExpatMemory.h"
@@ -87,7 +87,7 @@ TEST(Limits, theLimitOfATokenIsExactForTagsCommentsAndInstructions) {
     }
 }
 
-TEST(Limits, aTokenWithoutAnEndIsAnErrorAtTheLimit) {
+TEST(Limits, aTokenThatDoesNotEndWithinTheLimitIsAnError) {
     const std::string bytes = document(step(noon9, "5") + "<!-- " + std::string(1000, 'x'));
     EXPECT_EQ(read(bytes, tokens(200)),
               (Reading{ninth, XMLError{byteOf(bytes, "<!-- x"), XMLErrorReason::tokenTooLong}}));
@@ -152,9 +152,9 @@ TEST(Limits, aDoctypeThatMakesExpatUseTooMuchMemoryIsIgnored) {
     EXPECT_EQ(readFile(path, 4096, kept(1'000'000)), (Reading{both, {}}));
 }
 
-// The content has nearly the most open elements, attributes and long tags that the fast reader
-// accepts. If expat had read it, expat would still hold memory for it, which counts towards the
-// limit for the rest of the file. ExportReader must lower the limit by at least as much.
+// The content has nearly as many open elements, attributes and long tags as the fast reader
+// accepts. If expat had read these, it would still use memory for them, which counts towards the
+// limit. ExportReader must lower the limit for the rest of the file by at least as much.
 TEST(Limits, theMemoryLimitIsTheSameWhicheverReaderReadsTheBeginning) {
     const std::string name(199, 'n');
     std::string content;
@@ -199,7 +199,7 @@ TEST(Limits, theMemoryLimitIsTheSameWhicheverReaderReadsTheBeginning) {
     }
 }
 
-TEST(Limits, aLongPrologMakesNoDifference) {
+TEST(Limits, aPrologMayHaveSeveralMegabytes) {
     const std::string comment = padded("<!--", "-->", 3'000'000);
     const std::string entity = "<!DOCTYPE HealthData [" + comment + "<!ENTITY note 'x'>]>";
     const std::string plain = around("&note;").substr(39);

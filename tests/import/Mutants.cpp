@@ -68,7 +68,7 @@ std::string repeated(std::string_view text, std::size_t size) {
     return result;
 }
 
-/// The offset of the root's start tag.
+/// The offset of the root's start tag; that of the end if there is none.
 std::size_t rootBegin(const std::string& bytes) {
     std::size_t at = bytes.find('<');
     while (at != std::string::npos && at + 1 < bytes.size() &&
@@ -164,9 +164,9 @@ std::vector<std::size_t> valueLengths(Dice& dice, std::size_t size, std::size_t 
     return lengths;
 }
 
-/// Adds many tags with long values. The values of each tag are longer than those before, up to a
-/// limit. Expat stores the values of a tag in blocks. It reuses these for later tags, and allocates
-/// more if a value does not fit.
+/// Adds many tags with long values, which grow from tag to tag up to a limit. Expat stores the
+/// values of a tag in blocks, reuses these blocks for later tags, and allocates more if a value
+/// does not fit.
 std::string withManyLongValues(const std::string& bytes, Dice& dice, std::size_t size) {
     const std::size_t end = contentEnd(bytes);
     const std::size_t longest = dice.oneIn(2) ? 500'000 : dice.length(100'000, 500'000);
@@ -305,9 +305,9 @@ constexpr std::string_view edgePieces[] = {"]]",
 constexpr std::size_t blockSizes[] = {7,    50,   61,     64,     100,     512,     700,
                                       4096, 4099, 32'768, 65'536, 262'144, 524'288, 1'048'576};
 
-/// Inserts a piece of markup at the boundary of a block, or a few bytes before it. If there is a
-/// tag before that, the piece is inserted after the tag and moved to the boundary by padding.
-/// Blocks are counted from the start of the document or of the content.
+/// Inserts a piece of markup or text at the boundary of a block, or a few bytes before. If a tag of
+/// the content ends before that place, the piece is inserted after the tag, behind padding that
+/// ends at the place. Blocks are counted from the start of the document or of the content.
 void putAtEdge(std::string& bytes, Dice& dice) {
     const std::size_t size = dice.oneOf(blockSizes);
     const std::size_t origin = dice.oneIn(2) ? 0 : contentBegin(bytes);
@@ -345,8 +345,9 @@ std::string inUtf16(std::string_view bytes, bool isBigEndian) {
     return result;
 }
 
-/// Encodes `bytes` in UTF-16, or only the parts before and after the content. In the second case, a
-/// reader takes every two bytes of the content for one UTF-16 unit.
+/// Encodes in UTF-16 either all of `bytes`, or only the parts before and after the content. In the
+/// second case, a reader takes every two bytes of the content for one UTF-16 unit, and there may be
+/// no prolog.
 std::string asUtf16(const std::string& bytes, Dice& dice) {
     const bool isBigEndian = dice.oneIn(2);
     std::string mark;

@@ -5,9 +5,9 @@
 
 namespace ambulet {
 
-/// The size of a mutant.
+/// The approximate size of a mutant; up to twice as much in UTF-16.
 enum class MutantSize {
-    small,   // up to about 20 KB
+    small,   // up to 20 KB
     medium,  // 30 to 300 KB
     large,   // 1 to 3 MB
     huge     // 4 to 20 MB, most of it long values

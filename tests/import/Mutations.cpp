@@ -67,7 +67,7 @@ std::string mutated(std::string bytes, std::minstd_rand& chance) {
     const auto upTo = [&chance](std::size_t most) {
         return std::uniform_int_distribution<std::size_t>(0, most)(chance);
     };
-    // Half of the places are at the start or the end of markup.
+    // Half of the places are before or after a character of markup.
     const auto place = [&] {
         const std::size_t at = upTo(bytes.size());
         const std::size_t edge = bytes.find_first_of("<>\"='", at);

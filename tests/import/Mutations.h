@@ -5,8 +5,8 @@
 
 namespace ambulet {
 
-/// Damages `bytes` in a few random places: changes bytes, inserts pieces of markup, cuts off the
-/// end, or removes, doubles or moves spans or encloses them in markup.
+/// Damages `bytes` in one to three random places: changes a byte, inserts a piece of markup or
+/// text, cuts off the end, or removes, doubles, moves or encloses a span.
 std::string mutated(std::string bytes, std::minstd_rand& chance);
 
 }  // namespace ambulet

@@ -106,7 +106,7 @@ Reading readFast(const std::filesystem::path& path, ExportReader::Options option
 
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock) {
-    // Chunks that start inside markup, and chunks that hold the whole content.
+    // The smallest chunks start inside markup. The largest contain all of a small document.
     static constexpr ExportReader::Options ways[] = {
         {.threads = 1},
         {.threads = 1, .blockSize = 7},

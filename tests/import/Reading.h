@@ -52,25 +52,27 @@ inline const Days both = {{"2024-03-10", 7}, {"2024-03-09", 5}};
 /// A document with the two records of `both`, and `part` between them.
 std::string around(std::string_view part);
 
+/// Reads the file with ExpatReader.
 Reading readFile(const std::filesystem::path& path, std::size_t blockSize,
                  ExpatReader::Limits limits = {});
 
-/// Reads the file with ExportReader, which tries the fast reader first.
+/// Reads the file with ExportReader, which uses the fast reader where it can.
 Reading readFast(const std::filesystem::path& path, ExportReader::Options options);
 
-/// Reads a file with the contents `bytes` by expat, in blocks of 1, 2, 7 and 4096 bytes, of the
-/// default size, and in a single block. If `limits` are the default ones, also reads it with
-/// ExportReader, with several sizes of blocks and numbers of threads. Expects the same result each
-/// time, and returns it.
+/// Reads a file that contains `bytes` with ExpatReader, in blocks of 1, 2, 7 and 4096 bytes, of the
+/// default size, and in a single block. If `limits` are the default ones, also reads the file with
+/// ExportReader, as `readByAll` does. Expects the same result each time, and returns that result.
 Reading read(std::string_view bytes, ExpatReader::Limits limits = {});
 
-/// Reads the file at `path` by expat in blocks of the default size, and with ExportReader in all
-/// the ways of `read`, except those with blocks or chunks smaller than `smallestBlock`. Returns
-/// expat's result. `differences` describes how the others differ from it; empty if none does.
+/// Reads the file with ExpatReader in blocks of the default size, and with ExportReader, with
+/// several numbers of threads and sizes of blocks and chunks, at least `smallestBlock` bytes.
+/// Returns the result of ExpatReader. Sets `differences` to a description of the other results that
+/// differ from that; empty if none does.
 Reading readByAll(const std::filesystem::path& path, std::string& differences,
                   std::size_t smallestBlock = 1);
 
-/// Like `read`, but without the smallest blocks, which take too long for large documents.
+/// Like `read`, but without blocks and chunks of fewer than 4096 bytes, which take too long for
+/// large documents.
 Reading readLarge(std::string_view bytes, ExpatReader::Limits limits = {});
 
 }  // namespace ambulet

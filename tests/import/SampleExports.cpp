@@ -52,8 +52,8 @@ std::string withDoctype() {
            step(noon9, "5") + step(noon10, "7") + step(noon10, "9") + "</HealthData>\n";
 }
 
-/// Records of one kind. There are so many that the fast reader has cached everything that repeats
-/// before the last one.
+/// Records with the same attributes. There are so many records that the fast reader has cached all
+/// markup between their values before it reads the last one.
 std::string regular() {
     std::string content;
     for (int number = 0; number < 24; ++number) {

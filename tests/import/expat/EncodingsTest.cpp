@@ -56,7 +56,7 @@ TEST(Encodings, utf16NeedsNoByteOrderMarkAndNoDeclaration) {
     }
 }
 
-// Two bytes of a record in ASCII are one letter of another script in UTF-16.
+// In UTF-16, two bytes of an ASCII text are one character, usually of another script.
 TEST(Encodings, utf16TextWithTheBytesOfARecordIsNotARecord) {
     std::string record = step(noon9, "5");
     record.append(record.size() % 2, '\n');

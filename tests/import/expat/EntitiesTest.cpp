@@ -1,7 +1,7 @@
 // Document type declarations:
-// - Entities and defaults that they define are used.
-// - Files that they refer to are never opened.
-// - A malformed declaration is ignored if the root's start tag can be found after it.
+// - The entities and the default values that they declare are used.
+// - The files that they refer to are never opened.
+// - A malformed declaration is ignored if its end can be found.
 
 #include "import/Reading.h"
 #include "import/expat/Declarations.h"
@@ -49,9 +49,9 @@ class OpeningWatch {
     int _descriptor;
 };
 
-// Declarations of e0 to e19. The value of e0 is `first`; that of each other entity refers ten times
-// to its predecessor. `kind` and `reference` are "" and "&" for general entities, "% " and "&#37;"
-// for parameter entities.
+// Declarations of the entities e0 to e19. The value of e0 is `first`; the value of each other
+// entity refers ten times to the entity before. `kind` and `reference` are "" and "&" for general
+// entities, "% " and "&#37;" for parameter entities.
 std::string bomb(std::string_view first, const std::string& kind, const std::string& reference) {
     std::string declarations = "<!ENTITY " + kind + "e0 '" + std::string(first) + "'>\n";
     for (int level = 1; level < 20; ++level) {
@@ -68,7 +68,8 @@ double cpuSeconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-// Declarations of a chain of entities: e0 refers to e1, and so on. The last one refers to none.
+// Declarations of a chain of entities: e0 refers to e1, and so on. The last one is empty. `kind`
+// and `reference` are those of `bomb`.
 std::string chain(std::size_t references, const std::string& kind, const std::string& reference) {
     std::string declarations;
     for (std::size_t level = 0; level < references; ++level) {
@@ -78,7 +79,7 @@ std::string chain(std::size_t references, const std::string& kind, const std::st
     return declarations + "<!ENTITY " + kind + 'e' + std::to_string(references) + " ''>\n";
 }
 
-// A way to use e0 of a chain. For each way, Expat expands the chain with other recursive functions.
+// A way to use e0 of a chain. For each way, other recursive functions of expat expand the chain.
 struct ChainUse {
     std::string kind;
     std::string reference;
@@ -94,7 +95,7 @@ const ChainUse chainUses[] = {
     {"% ", "&#37;", "<!ENTITY % all '<!ENTITY note \"&#37;e0;\">'>%all;", ""},
 };
 
-// Runs `work` on a thread with a stack of the given size in bytes.
+// Runs `work` on a thread with a stack of `bytes` bytes.
 void runOnStack(std::size_t bytes, std::function<void()> work) {
     pthread_attr_t attributes;
     ASSERT_EQ(pthread_attr_init(&attributes), 0);
@@ -293,7 +294,7 @@ TEST(Entities, theMalformedDeclarationOfExportVersion12IsIgnored) {
 >
 ]>)";
     EXPECT_EQ(read(withDoctype(doctype, twoRecords())), (Reading{both, {}}));
-    // Errors after it are still reported, with their offset in the file.
+    // An error after the declaration is still reported, with its offset in the file.
     const std::string broken = withDoctype(doctype, twoRecords() + "</Workout>");
     EXPECT_EQ(read(broken), (Reading{both, XMLError{byteOf(broken, "/Workout", 1),
                                                     XMLErrorReason::mismatchedTag}}));
@@ -338,11 +339,11 @@ TEST(Entities, anErrorBeforeOrAfterTheDeclarationIsReported) {
     const std::string before = "<!-- a -- b --><!DOCTYPE HealthData []><HealthData/>";
     EXPECT_EQ(read(before),
               (Reading{{}, XMLError{byteOf(before, "-- b", 2), XMLErrorReason::invalidToken}}));
-    const std::string unalone =
+    const std::string maybe =
         "<?xml version='1.0' standalone='maybe'?><!DOCTYPE HealthData [ junk ]><HealthData/>";
     EXPECT_EQ(
-        read(unalone),
-        (Reading{{}, XMLError{byteOf(unalone, "maybe"), XMLErrorReason::malformedDeclaration}}));
+        read(maybe),
+        (Reading{{}, XMLError{byteOf(maybe, "maybe"), XMLErrorReason::malformedDeclaration}}));
     const std::string after = "<!DOCTYPE HealthData []> junk <HealthData/>";
     EXPECT_EQ(read(after), (Reading{{}, XMLError{byteOf(after, "junk"), XMLErrorReason::syntax}}));
 }

@@ -18,7 +18,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// Records the names of the tags, with the value of the attribute "a".
+// Records the name of each tag, followed by the value of the attribute "a", or by "-" without one.
 class Recorder : public XMLReaderDelegate {
   public:
     void didStartElement(std::string_view name, const XMLAttributes& attributes) override {
@@ -51,7 +51,7 @@ TEST(ExpatReader, reportsNamesAsTheyAreWritten) {
     EXPECT_EQ(recorder.names, (Names{"p:a-", "p:Größeüü&", "q:b-"}));
 }
 
-TEST(ExpatReader, reportsTheTagsBeforeAnErrorAndItsOffset) {
+TEST(ExpatReader, reportsTheTagsBeforeAnErrorAndReturnsTheError) {
     Recorder recorder;
     EXPECT_EQ(read("<a><b/><c a='1' a='2'/><d/></a>", recorder),
               (XMLError{16, XMLErrorReason::duplicateAttribute}));
@@ -64,7 +64,7 @@ TEST(ExpatReader, passesOnTheExceptionsOfTheDelegate) {
     EXPECT_EQ(recorder.names, (Names{"a-", "throw-"}));
 }
 
-TEST(ExpatReader, readsDamagedExportsTheSameInBlocksOfEverySize) {
+TEST(ExpatReader, theSizeOfTheBlocksMakesNoDifferenceForDamagedExports) {
     const TemporaryFolder folder;
     ExpatReader::Limits limits;
     limits.token = 300;
@@ -81,8 +81,8 @@ TEST(ExpatReader, readsDamagedExportsTheSameInBlocksOfEverySize) {
     }
 }
 
-TEST(ExpatReader, aReadErrorEndsTheReading) {
-    // A process's memory: a regular file, of which byte 0 cannot be read.
+TEST(ExpatReader, aReadErrorIsReturned) {
+    // The memory of this process: a regular file whose first byte cannot be read.
     std::error_code error;
     const auto file = InputFile::open("/proc/self/mem", error);
     Recorder recorder;
@@ -91,7 +91,7 @@ TEST(ExpatReader, aReadErrorEndsTheReading) {
     EXPECT_EQ(recorder.names, Names());
 }
 
-TEST(ExpatReader, oneReaderCanReadManyFiles) {
+TEST(ExpatReader, oneReaderCanReadSeveralFiles) {
     const ExpatReader reader;
     const TemporaryFolder folder;
     std::error_code error;

@@ -56,8 +56,8 @@ void expectDifferingBytes() {
     }
 }
 
-/// Compares all bytes with ranges. A range has `span` + 1 bytes from `lowest` on, without the byte
-/// `gap` bytes after `lowest`.
+/// Compares all bytes with several ranges. A range consists of the `span` + 1 values from `lowest`
+/// on, except `lowest` + `gap`.
 template <class Vectors>
 void expectBytesOutside() {
     for (const int lowest : {0, 0x28, 0x80, 0xFF}) {
@@ -80,7 +80,7 @@ void expectBytesOutside() {
     }
 }
 
-TEST(ByteScan, quotesAmpersandsLessThansNonASCIIAndBytesBelow32AreSpecial) {
+TEST(ByteScan, specialBytesAreTheQuoteAmpersandLessThanNonASCIIAndBytesBelow32) {
     expectSpecialBytes<Baseline>();
 }
 

@@ -18,13 +18,13 @@ namespace {
 constexpr std::string_view root = "<HealthData>\n";
 
 struct Result {
-    std::size_t read = 0;  // number of bytes of the content
+    std::size_t read = 0;  // the number of bytes of the content that were accepted
     TagScanner::ElementNames open;
     Days days;
 };
 
-/// Scans a root element with `content` on three threads, in chunks that hold a few records each.
-/// The scan stops at the end of the content.
+/// Scans a root element with `content` on three threads, in chunks of a few records. After
+/// `content` there is one more record, which is not accepted, because no markup follows it.
 Result readInChunks(std::string_view content) {
     constexpr std::size_t chunkSize = 500;
     constexpr std::size_t blockSize = 200;
@@ -106,7 +106,7 @@ TEST(FileScan, elementsMaySpanChunks) {
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a", "c"}));
 }
 
-TEST(FileScan, aChunkThatClosesAnElementThatIsNotOpenEndsTheScan) {
+TEST(FileScan, aWrongEndTagEndsTheScanAndLaterChunksAreNotAdded) {
     const std::string before = "<a>\n" + steps(100);
     const Result result = readInChunks(before + "<a b=\"\">\n</b>\n" + steps(100) + "</b>\n");
     EXPECT_EQ(result.read, before.size());

@@ -41,8 +41,8 @@ class PieceTest : public testing::Test {
 
 class PredictionTest : public PieceTest {
   protected:
-    /// Lets the prediction learn `value`, followed by the piece `" b="`. Returns whether it then
-    /// accepts `text` as another value followed by the same piece.
+    /// Lets the prediction learn `value` and, after that, the piece `" b="`. Returns whether the
+    /// prediction then holds for `text`.
     bool holds(std::string_view value, std::string_view text) {
         Piece* const piece = add("\" b=\"", next++);
         prediction.learn(value, *piece);
@@ -72,7 +72,7 @@ TEST_F(PredictionTest, failsIfAnotherPieceFollows) {
     EXPECT_FALSE(holds("abc", "abc\" b='"));
 }
 
-TEST_F(PredictionTest, failsIfACharacterMustBeChecked) {
+TEST_F(PredictionTest, failsIfACharacterIsNotPlain) {
     for (const char byte :
          {'"', '\'', '<', '&', '\n', '\t', '\x01', '\x7F', '\x80', '\xFF', '\0'}) {
         EXPECT_FALSE(holds("abc", std::string("a") + byte + "c\" b=\"")) << int{byte};
@@ -90,7 +90,7 @@ TEST_F(PredictionTest, referencesAndNonASCIILettersMustBeTheSame) {
     EXPECT_FALSE(holds("a\nc", "abc\" b=\""));
 }
 
-TEST_F(PredictionTest, knowsTheLengthsOfTheValueAndOfThePieceAfterIt) {
+TEST_F(PredictionTest, knowsTheSizesOfTheValueAloneAndWithThePiece) {
     holds("abc", "");
     EXPECT_EQ(prediction.valueSize(), 3U);
     EXPECT_EQ(prediction.size(), 3U + 5U);
@@ -119,7 +119,7 @@ TEST_F(PieceTest, aPieceIsFoundByItsBytesAndItsElement) {
 TEST_F(PieceTest, piecesWithTextOrCommentsAreNotKept) {
     EXPECT_EQ(add("\">text<a b=\""), nullptr);
     EXPECT_EQ(add("\"/><!-- --><a b=\""), nullptr);
-    EXPECT_EQ(add("\"/>\n"), nullptr) << "nothing says where it ends";
+    EXPECT_EQ(add("\"/>\n"), nullptr) << "no quote marks its end";
 }
 
 TEST_F(PieceTest, aPieceIsKeptUpToTheLimitOfItsBytes) {
@@ -163,7 +163,7 @@ TEST_F(PieceTest, theCacheHasAMaximumSize) {
     EXPECT_NE(add("\" b=\""), nullptr);
 }
 
-TEST_F(PieceTest, anyOfItsPredictionsMayHold) {
+TEST_F(PieceTest, anyPredictionOfAPieceMayHold) {
     Piece* const piece = add("\" a=\"");
     Piece* const follower = add("\" b=\"");
     EXPECT_EQ(piece->predictionAt<Vectors>(padded("Phone\" b=\"").data()), nullptr);

@@ -16,7 +16,7 @@ std::string padded(std::string_view text) {
     return std::string(text) + std::string(ByteScan::width, '\0');
 }
 
-/// Whether `text` is accepted as content, up to a tag with attributes or the end of the text.
+/// Whether `text`, with a start tag after it, is accepted as content.
 bool isContent(std::string_view text) {
     Names names;
     const std::string bytes = padded(std::string(text) + "<a b='");
@@ -143,7 +143,7 @@ TEST(StrictParser, charactersAreThoseOfXMLInTheShortestUTF8) {
     }
 }
 
-TEST(StrictParser, aValueIsReportedWithReferencesResolvedAndWhiteSpaceNormalised) {
+TEST(StrictParser, decodedResolvesReferencesAndNormalisesWhiteSpace) {
     EXPECT_EQ(StrictParser::decoded("a&lt;&#228;&#x1F45F;&#10;b"), "a<\xC3\xA4\xF0\x9F\x91\x9F\nb");
     EXPECT_EQ(StrictParser::decoded("a\tb\nc\r\nd\re"), "a b c d e");
 }

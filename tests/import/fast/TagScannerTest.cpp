@@ -24,7 +24,7 @@ std::string record(std::string_view source, std::string_view value, std::string_
 
 constexpr std::uint64_t noLimit = ~std::uint64_t{0};
 
-/// A record that is not counted when it is the last one, because no markup follows it.
+/// A record for the end of a text. It does not count, because no markup follows it.
 const std::string last = record("Phone", "1000");
 
 class TagScannerTest : public testing::Test {
@@ -40,7 +40,8 @@ class TagScannerTest : public testing::Test {
                                         begin);
     }
 
-    /// Scans `text` in blocks. Between blocks, the scanner drops what it no longer needs.
+    /// Scans `text` in blocks. At the start of a block, the scanner empties its cache if that is
+    /// full.
     void scanInBlocks(const std::string& text) {
         const std::size_t size = text.size();
         const std::string whole = text + last;
@@ -71,7 +72,7 @@ std::string repeated(std::string_view text, int times) {
 
 using Names = TagScanner::ElementNames;
 
-TEST_F(TagScannerTest, aRecordWithoutATypeDoesNotGetTheTypeOfTheOneBefore) {
+TEST_F(TagScannerTest, aRecordWithoutATypeDoesNotGetTheTypeOfThePreviousRecord) {
     const std::string untyped = std::string(" <Record startDate=\"") + noon9 + "\" value=\"5\"/>\n";
     scan(record("Phone", "1") + untyped + last);
     EXPECT_EQ(days(), (Days{{"2024-03-09", 1}}));
@@ -84,7 +85,7 @@ TEST_F(TagScannerTest, aTagWithTwoAttributesOfOneNameIsRefused) {
     }
 }
 
-TEST_F(TagScannerTest, stopsAtTheFirstBoundaryAfterTheStopInsideCachedMarkup) {
+TEST_F(TagScannerTest, aStopInsideCachedMarkupEndsTheScanAtTheNextBoundary) {
     const std::string tag = "<a b=\"\"/>\n";
     const std::string tags = tag + "<c/>\n";
     EXPECT_EQ(scan(repeated(tags, 20), 10 * tags.size() + tag.size() - 1),
@@ -98,10 +99,10 @@ TEST_F(TagScannerTest, addsTheRecordsBeforeAnIncompleteTag) {
     EXPECT_EQ(scanner.open(), Names{"HealthData"});
 }
 
-TEST_F(TagScannerTest, aRecordCountsOnlyAfterTheMarkupBehindItIsRead) {
+TEST_F(TagScannerTest, aRecordCountsOnlyIfTheMarkupAfterItIsAccepted) {
     const std::string one = record("Phone", "5");
     EXPECT_EQ(scan(one + record("Phone", "7")), one.size() + 1)
-        << "what follows the second is not known";
+        << "no markup follows the second record";
     EXPECT_EQ(days(), ninth);
 }
 
@@ -110,7 +111,7 @@ TEST_F(TagScannerTest, stopsAtTheFirstBoundaryAtOrAfterTheStop) {
     const std::string text = repeated(one, 20);
     for (const std::size_t stop : {one.size() + 1, 7 * one.size() + 1}) {
         EXPECT_EQ(scan(text, stop), stop);
-        EXPECT_EQ(scan(text, stop + 1), stop + one.size()) << "where the tag ends";
+        EXPECT_EQ(scan(text, stop + 1), stop + one.size()) << "at the start of the next tag";
     }
 }
 
@@ -151,14 +152,15 @@ TEST_F(TagScannerTest, aMismatchedEndTagIsRefusedInCachedBytesToo) {
     std::string other = record("Phone", "1", ">");
     other.replace(other.find("Record"), 6, "Recort");
     const std::size_t reached = scan(known + other + entry + record("Phone", "1"));
-    EXPECT_EQ(reached, (known + other).size() + 2) << "before the entry: a wrong end tag follows";
+    EXPECT_EQ(reached, (known + other).size() + 2)
+        << "before the entry that the wrong end tag follows";
     EXPECT_EQ(days(), (Days{{"2024-03-09", 20}}));
     EXPECT_EQ(scanner.open(), (Names{"HealthData", "Recort"}));
 }
 
 TEST_F(TagScannerTest, aValueVerifiedInOtherQuotesIsVerifiedAgain) {
-    // Because of the texts between the tags, no piece between them is cached, so all tags start
-    // after the same piece.
+    // The pieces between the tags contain text, so they are not cached: one Piece object stands for
+    // all of them.
     const std::string known = repeated("text<a b=\"it's\" c=\"d\"/>", 3);
     const std::string other = "text<a b='it's\" c=\"d\"/>";
     EXPECT_EQ(scan(known + other + last), known.size() + 4);
@@ -186,7 +188,7 @@ TEST_F(TagScannerTest, theTypeMayBeSpelledWithReferences) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 2}}));
 }
 
-TEST_F(TagScannerTest, theScanEndsBeforeTheRootsEndTag) {
+TEST_F(TagScannerTest, theRootsEndTagIsRefused) {
     EXPECT_EQ(scan(last + "</HealthData>"), 1U);
     EXPECT_EQ(scan("<a/></HealthData>"), 0U);
     EXPECT_EQ(days(), Days());
@@ -210,7 +212,7 @@ TEST_F(TagScannerTest, manyDifferentValuesOfAnAttributeAreRead) {
     EXPECT_EQ(days(), (Days{{"2024-03-09", 5000}}));
 }
 
-TEST_F(TagScannerTest, recordsOfAllTypesInRandomOrderAreAdded) {
+TEST_F(TagScannerTest, stepRecordsAmongRecordsOfOtherTypesAreAdded) {
     const std::vector<std::string> sources = {"Phone", "Watch 1", "Watch 2", "a pair of pods"};
     std::mt19937 chance(1);
     std::string text;

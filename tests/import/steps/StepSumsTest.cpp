@@ -36,7 +36,7 @@ Days oneEach(std::initializer_list<const char*> startDates) {
     return asText(sums.days());
 }
 
-TEST(StepSums, setReplacesAllSumsAndLaterRecordsAreAddedToThem) {
+TEST(StepSums, setReplacesAllSumsAndLaterRecordsAreAddedToTheNewOnes) {
     StepSums sums;
     sums.add(noon9, "1");
     const StepSums::ByDate before = sums.byDate();
@@ -111,8 +111,8 @@ TEST(StepSums, theDayOfTheSpringChangeHas23HoursAndThatOfTheAutumnChange25) {
     StepSums sums;
     for (const auto& [first, hoursAround] :
          {std::pair(2024y / March / 31, 26), std::pair(2024y / October / 27, 28)}) {
-        // A record every half hour, starting an hour or two before the day, which begins at 22:00
-        // or 23:00 UTC.
+        // A record every half hour, from 21:00 UTC on. The first day begins at 23:00 UTC, the
+        // second at 22:00 UTC.
         const sys_seconds begin = sys_days(first) - 3h;
         for (int half = 0; half < 2 * (hoursAround + 3); ++half) {
             sums.add(utcText(begin + half * 30min), "1");
@@ -152,8 +152,8 @@ TEST(StepSums, aDayThatTheTimeZoneSkippedHasNoRecords) {
 }
 
 TEST(StepSums, theReturnOfSummerTimeToEgyptIn2023IsKnown) {
-    // Egypt reintroduced summer time in 2023. In summer its day begins at 21:00 UTC, in winter at
-    // 22:00 UTC.
+    // Egypt reintroduced summer time in 2023. A day there begins at 21:00 UTC in summer, and at
+    // 22:00 UTC in winter.
     const ScopedTimeZone cairo("Africa/Cairo");
     EXPECT_EQ(oneEach({"2023-07-01 20:59:59 +0000", "2023-07-01 21:00:00 +0000",
                        "2023-12-01 21:59:59 +0000", "2023-12-01 22:00:00 +0000"}),
@@ -183,7 +183,7 @@ TEST(StepSums, recordsOfDistantDaysMayAlternate) {
     const ScopedTimeZone local("America/Los_Angeles");
     StepSums sums;
     for (int hour = 0; hour < 24; ++hour) {
-        // They are 4096 days apart, so they share an entry of the cache.
+        // These dates are 4096 days apart, so they share an entry of the cache.
         for (const char* date : {"1990-01-01", "2001-03-20"}) {
             char text[64];
             std::snprintf(text, sizeof text, "%s %02d:30:00 -0800", date, hour);

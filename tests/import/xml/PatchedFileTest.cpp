@@ -17,7 +17,8 @@ struct Cut {
     const char* text;
 };
 
-// Reads all bytes, `count` at a time, with the offset of each in the file.
+// All patched bytes, read `count` at a time, and the offset in the file for each of them and for
+// the end.
 std::pair<std::string, std::vector<std::uint64_t>> spliced(const std::vector<Cut>& cuts,
                                                            std::size_t count) {
     const TemporaryFolder folder;
