@@ -43,8 +43,8 @@ class AboutWindowController final : public WindowController {
         QRect frame;
     };
 
-    /// A label without a parent whose text is centred, and its frame in a content that is `width`
-    /// wide. `y`: the frame's lower edge. `h`: its height. The left and right margins are 20
+    /// A label without a parent whose text is centred, and its frame in a content area of the given
+    /// width. `y`, `h`: the frame's lower edge and height. The left and right margins are 20
     /// points.
     static FramedLabel centeredLabel(const QString& text, const QFont& font, LabelColor color,
                                      int y, int h, int width);

@@ -13,7 +13,7 @@ class UserDefaults;
 
 /// What the settings store about a file in order to find it again. A plain value; any thread.
 struct RememberedFile {
-    std::optional<QByteArray> bookmark;  ///< a FileBookmark of the file
+    std::optional<QByteArray> bookmark;  ///< a FileBookmark; tried before the path
     std::optional<QString> path;
 
     bool isNone() const { return !bookmark && !path; }
@@ -29,13 +29,13 @@ struct FoundFile {
 /// the file to a sandboxed program, else `path`. Accesses the file system.
 QString shownPath(const QString& path);
 
-/// Finds the file to which the bookmark resolves. If it resolves to none, the result is the path,
-/// even if no file is there. If the bookmark is stale, the result also has a fresh one, if one can
+/// Finds the file to which the bookmark resolves. Without such a file, the result is the path, even
+/// if no file is there. If the bookmark is stale, the result also has a fresh bookmark, if one can
 /// be made. Accesses the file system, so the call may take seconds, or hang.
 FoundFile findFile(const RememberedFile& remembered);
 
 /// The export file that the user has chosen, as stored in the settings. Only `choose` accesses an
-/// export file, namely the one just chosen. Main thread only.
+/// export file, the chosen one. Main thread only.
 class ExportFile {
   public:
     /// Reads the stored path; a registered default does not count. The settings must outlive the

@@ -104,8 +104,8 @@ std::chrono::sys_seconds MainWindowController::startOfDay(std::chrono::sys_secon
     if (const auto midnight = ambulet::startOfDay(day)) {
         return *midnight;
     }
-    // The day has no midnight. Its first instant is after an instant of an earlier day, and not
-    // after `date`.
+    // The day has no midnight. Its first instant is later than `earlier`, which is on an earlier
+    // day, and not later than `date`.
     std::chrono::sys_seconds earlier = date - std::chrono::days(2);
     std::chrono::sys_seconds first = date;
     while (first - earlier > std::chrono::seconds(1)) {

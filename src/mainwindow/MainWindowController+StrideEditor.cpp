@@ -121,7 +121,7 @@ void MainWindowController::closeStrideEditor() {
         _milesLabel->setDrawnLength(std::nullopt);
     }
     if (!hadFocus) {
-        return;  // the user has moved the focus to another control
+        return;  // the focus is elsewhere already
     }
     if (_strideEditorOpenedByKeyboard && _milesLabel) {
         _milesLabel->setFocus(Qt::ShortcutFocusReason);

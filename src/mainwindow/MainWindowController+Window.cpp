@@ -1,4 +1,4 @@
-// Creating the window, and filtering its events.
+// Creating the window, and the event filter.
 
 #include "mainwindow/MainWindowController.h"
 #include "platform/Bundle.h"
@@ -78,7 +78,7 @@ void MainWindowController::windowDidLoad() {
 // Called for every event of the main thread's objects, before the object gets the event. Mouse and
 // key presses are observed at the QWindow, which gets each press once, whereas a widget that
 // ignores a press passes it to its parent. The QWindow also gets mouse presses while a menu is
-// open; those do not count.
+// open; they do not clear the selection.
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == nullptr) {
         return false;

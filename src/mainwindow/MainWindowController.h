@@ -57,7 +57,8 @@ class MainWindowController final : public WindowController, public TableViewData
 
     /// Starts a load and returns at once. The load finds and reads the remembered file on a thread
     /// of its own, and then shows the result. If no file is remembered, the status says so.
-    /// Loads may overlap; no load is cancelled, and the result of the load that ends last stays.
+    /// Loads may overlap; no load is cancelled, and the window keeps the result of the load that
+    /// ends last.
     void loadData();
 
     /// Asks the user for an export file. If one is chosen, remembers it, shows its path, removes
@@ -125,7 +126,7 @@ class MainWindowController final : public WindowController, public TableViewData
 
     enum class EditorCommand { InsertNewline, CancelOperation };
 
-    /// Handles Return and Escape in the editor.
+    /// Called for Return and Escape in the editor. Return commits the edit, Escape cancels it.
     void doCommandBySelector(EditorCommand command);
 
     /// Commits the edit. Called when the focus has moved from the editor to another control.

@@ -8,10 +8,11 @@ namespace ambulet {
 /// description holds it, as the window's `frameAutosaveName`.
 namespace SettingsKeys {
 
-/// Text: the path of the chosen file. It is present if the user has ever chosen a file.
+/// Text: the path of the chosen file. Present if the user has ever chosen a file.
 inline const QString xmlFilePath = QStringLiteral("xmlFilePath");
 
-/// Data: a FileBookmark of the chosen file.
+/// Data: a FileBookmark of the chosen file. If none could be made of that file, it is of an earlier
+/// one.
 inline const QString xmlFileBookmark = QStringLiteral("xmlFileBookmark");
 
 /// Number: feet per step, greater than 0.

@@ -31,8 +31,8 @@ QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text,
                      text, text, base, window);
     palette.setColor(QPalette::Highlight, highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    // Disabled text is too faint to pass the tests. Text in an inactive window has a colour of its
-    // own.
+    // Disabled text gets a colour that is too faint to pass the tests. Text in an inactive window
+    // gets a colour of its own.
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, between(text, window, 0.7F));
         palette.setColor(QPalette::Inactive, role, between(text, window, 0.2F));

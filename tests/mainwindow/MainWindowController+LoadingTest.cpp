@@ -160,7 +160,7 @@ TEST_F(LoadingTest, cancellingTheDialogDoesNotStopALoad) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, choosingAFileClearsTheOldOneAndShowsTheNewPathAtOnce) {
+TEST_F(LoadingTest, choosingAFileRemovesTheEarlierDaysAndShowsTheNewPathAtOnce) {
     load({{"2025-03-02", "4000"}});
     const QString other = writeExport("other.xml", {{"2024-01-01", "1"}, {"2024-01-02", "2"}});
     choose(other);
@@ -258,7 +258,7 @@ TEST_F(LoadingTest, aMovedFileIsFoundByItsBookmarkWhichIsThenReplaced) {
     EXPECT_EQ(defaults.persistent(SettingsKeys::xmlFilePath), old);
 }
 
-TEST_F(LoadingTest, theOverlappingLoadThatEndsLastDecides) {
+TEST_F(LoadingTest, theLoadThatEndsLastDecidesWhatIsShown) {
     load({{"2025-03-02", "1"}});
     QList<std::size_t> loaded;
     const QObject whileHere;

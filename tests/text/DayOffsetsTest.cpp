@@ -17,7 +17,7 @@ using namespace std::chrono;
 using namespace std::chrono_literals;
 
 constexpr sys_seconds march(sys_days(2025y / March / 1) - 1h);  // midnight in Berlin, in winter
-constexpr sys_seconds july(sys_days(2025y / July / 1) - 2h);    // and in summer
+constexpr sys_seconds july(sys_days(2025y / July / 1) - 2h);    // the same, in summer
 
 TEST(DayOffsets, stayThoseOfTheTimeZoneInWhichTheyWereMade) {
     std::vector<sys_seconds> instants = {march, july};
