@@ -1,5 +1,5 @@
-// Measures the time for one step record, with the date in the form that phones write and in another
-// form, and the time to read a whole export.
+// Measures the time for one record, for the parts of its handling, and for a whole export. Dates
+// are in the form that phones write, or in another form.
 
 #include "Ratios.h"
 #include "import/ExportReader.h"
@@ -84,8 +84,8 @@ void recordOfOtherType(benchmark::State& state) {
 }
 BENCHMARK(recordOfOtherType);
 
-// The part of a step record's time after its attributes are found: for the date, its day and the
-// number.
+// The work for a step record after its attributes are found: reading the date and the number, and
+// finding the day.
 void dateAndDay(benchmark::State& state) {
     StepSums sums;
     withEach(state, phoneForm, [&](const std::string& startDate) { sums.add(startDate, "117"); });

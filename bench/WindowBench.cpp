@@ -2,9 +2,8 @@
 // - with single updates, while the table has the days of 40 years, and
 // - while EXPORT, of about a gigabyte, is loaded.
 //
-// Each row has the median and the longest time, and the ratio of the longest to the limit.
-//
-// The window draws to memory.
+// Prints for each the median and the longest time, and the longest time divided by a limit. The
+// window is drawn in memory.
 
 #include "mainwindow/MainWindowController.h"
 #include "mainwindow/SettingsKeys.h"
@@ -110,11 +109,11 @@ void benchTable(MainWindowController& controller) {
         }));
     }
     print("selecting all days, with their statistics", selections, updateLimitMs);
-    print("the statistics of all selected days alone", statistics, updateLimitMs);
+    print("the statistics alone, with all days selected", statistics, updateLimitMs);
     print("clearing the selection, with statistics", clearings, updateLimitMs);
 }
 
-// Another thread posts an event every two milliseconds. The time that each event waits is measured.
+// Another thread posts an event every two milliseconds. Measures the time that each event waits.
 void benchLoading(MainWindowController& controller) {
     using Clock = std::chrono::steady_clock;
     std::vector<double> waits;
@@ -152,7 +151,7 @@ int main(int argc, char** argv) {
     }
     const QTemporaryDir folder;
     UserDefaults defaults(folder.filePath(QStringLiteral("settings.ini")));
-    std::printf("%-44s %11s %11s\n", "", "middle", "worst");
+    std::printf("%-44s %11s %11s\n", "", "median", "longest");
     {
         defaults.setString(SettingsKeys::xmlFilePath, writeFortyYears(folder));
         MainWindowController controller(defaults, Bundle::main());

@@ -1,9 +1,10 @@
 // measure COMMAND [ARGUMENT]...: runs a command. Then prints the command's CPU time and wall time
-// in seconds, and its peak memory in KB, to standard error. What the command itself writes there is
-// dropped. The exit status is 1 if the command cannot be run or is killed by a signal.
+// in seconds, and its peak memory in KB, to standard error. What the command itself writes to
+// standard error is dropped. The exit status is 1 if the command cannot be run or is killed by a
+// signal.
 //
-// Until a child process executes its program, the kernel counts the parent's memory as the child's.
-// So the parent must be small.
+// Until a child process executes its program, the kernel counts the memory of the parent as memory
+// of the child. So this program must be small.
 
 #include <cstdio>
 #include <ctime>

@@ -8,9 +8,10 @@
 
 namespace ambulet {
 
-/// Shared by the peers of stepdays: the block size, and printing days as stepdays does.
+/// The size of the blocks in which the peers read a file, except for peer_qt.
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
 
+/// Prints the days as stepdays does.
 inline void printDays(const StepSums& sums) {
     for (const DailySteps& day : sums.days()) {
         const std::chrono::year_month_day date = localDate(day.date().value());

@@ -1,14 +1,14 @@
-"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER. For each
-file it prints a table. A row has, for one program:
+"""compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER.
+For each file it prints a table. A row has, for one program:
 - the median CPU time and the median wall time,
 - the shortest and the longest wall time,
 - the peak memory in MB, minus that for an empty document,
 - the median times, divided by those of the table's reference program.
 After the tables it prints the goals.
 
-AMBULET_BASELINE may be a folder with the programs of another build, the baseline. Then each table also has the
-baseline's stepdays. A table is added for an export that the baseline's makeexport writes. Goals relative to the
-baseline are printed, too."""
+AMBULET_BASELINE may be a folder with the programs of another build, the baseline. Then each table also has
+the baseline's stepdays, there is a table for an export that the baseline's makeexport writes, and goals
+relative to the baseline are printed."""
 import os
 import statistics
 import subprocess
@@ -45,18 +45,20 @@ IN_VARIANTS = [ONE, TWO, OLD_ONE, EXPAT]
 IN_DAMAGE = [ONE, FOUR, OLD_ONE, BY_EXPAT]
 
 LIFELIKE = {"first": "makeexport's export", "second": "the second generator's export"}
+BASELINES = "the baseline's export"
 # The variants that must be read at least as fast as by the baseline.
 AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]
 
-tables = {}   # by name, then by program: medians and most memory
+tables = {}   # by name, then by program: the median times and the most memory
 differ = []   # the tables in which not all programs of this build printed the same days
-limited = []  # the tables of documents whose reading ends at a memory limit
+limited = []  # the tables of documents whose reading ends at a limit of memory
 
 
 def compare(name, title, path, names, base):
     names = [program for program in names if program in programs]
     verdict = subprocess.run(programs[BY_EXPAT] + [path], capture_output=True, text=True, check=False).stderr.strip()
-    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each; {verdict}")
+    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each; {verdict}; "
+          f"/: divided by {base}")
     print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU /':>8}{'wall /':>8}", flush=True)
     results = {program: [] for program in names}
     for turn in range(runs):
@@ -70,7 +72,7 @@ def compare(name, title, path, names, base):
               f"{row['cpu'] / table[base]['cpu']:8.2f}{row['wall'] / table[base]['wall']:8.2f}", flush=True)
     if len({run.output for program in names if program not in (READ, OLD_ONE, OLD_TWO) for run in results[program]}) > 1:
         differ.append(title)
-        print("not all read the same days")
+        print("The programs read different days.")
     if "memory" in verdict:
         limited.append(name)
 
@@ -98,17 +100,17 @@ def goals():
             yield f"{title}, two threads, wall / baseline's", 0.80, over(name, TWO, "wall", OLD_TWO)
         yield f"{title}, one thread, CPU / read()'s", 2.1, over(name, ONE, "cpu", READ)
     if baseline:
-        yield "the baseline's export, one thread, CPU / baseline's", 0.90, over("old", ONE, "cpu", OLD_ONE)
+        yield f"{BASELINES}, one thread, CPU / baseline's", 0.90, over("old", ONE, "cpu", OLD_ONE)
         for name in AS_FAST:
             yield f"{titles[name]}, one thread, CPU / baseline's", 1.0, over(name, ONE, "cpu", OLD_ONE)
     ratio, name = worst(tables.keys() - limited)
-    yield f"the slowest document ({name}), CPU / expat's", 1.1, ratio
+    yield f"the slowest document ({titles[name]}), CPU / expat's", 1.1, ratio
     if limited:
         ratio, name = worst(limited)
-        yield f"the slowest that a memory limit ends ({name}), CPU / expat's", 2, ratio
+        yield f"the slowest document stopped by a memory limit ({titles[name]}), CPU / expat's", 2, ratio
     memory, name = max((row["memory"], name) for name, rows in tables.items() for program, row in rows.items()
                        if program in (ONE, TWO, FOUR, BY_EXPAT))
-    yield f"most memory ({name}), MB above an empty run", 16, memory
+    yield f"most memory ({titles[name]}), MB above that for an empty document", 16, memory
     yield "documents of which the programs read different days", 0, len(differ)
 
 
@@ -126,13 +128,14 @@ exports = {"first": variants.export(makeexport, os.path.join(folder, f"export-{s
 if baseline:
     exports["old"] = variants.export(os.path.join(baseline, "makeexport"), os.path.join(folder, f"old-{size}.xml"), size)
 for name, path in exports.items():
-    compare(name, LIFELIKE.get(name, "The baseline's export").capitalize(), path, IN_EXPORTS, EXPAT)
+    compare(name, LIFELIKE.get(name, BASELINES).capitalize(), path, IN_EXPORTS, EXPAT)
 
-small = part_of(size, 4)  # large enough for the variants: only the time per byte counts
+small = part_of(size, 4)  # enough for the variants: only the time per byte counts
 whole = variants.export(makeexport, os.path.join(folder, f"export-{small}.xml"), small)
 changed, damaged = variants.variants(folder, whole), damage(folder)
-titles = {name: title for name, (title, _) in {**changed, **damaged}.items()}
-assert len(titles) == len(changed) + len(damaged), "a name is used twice"
+titles = {**LIFELIKE, "old": BASELINES,
+          **{name: title for name, (title, _) in {**changed, **damaged}.items()}}
+assert len(titles) == len(LIFELIKE) + 1 + len(changed) + len(damaged), "a name is used twice"
 for name, (title, path) in changed.items():
     compare(name, title, path, IN_VARIANTS, EXPAT)
 for name, (title, path) in damaged.items():

@@ -1,4 +1,4 @@
-"""Artificial documents. Some have one very large part; others make a reader store, look up or search a
+"""Artificial documents. Some have one very large part. Others make a reader store, look up or search a
 lot."""
 import itertools
 import os
@@ -8,11 +8,12 @@ from variants import made
 
 SIZE = 40 * 2**20  # large enough that reading takes much longer than starting the program
 ROOT, END = b"<HealthData>\n", b"\n</HealthData>\n"
-LONGEST = 9_990_000  # slightly less than the limit of a tag, comment or value
+LONGEST = 9_990_000  # slightly less than the limit of a tag or comment, in bytes
 
 
 def filled(begin, piece, end=b"", size=SIZE):
-    """Writes a document that repeats `piece`, which is a text or a function of a number."""
+    """A writer of a document: `begin`, then `piece` repeated up to `size` bytes, then `end`. `piece` is a
+    text, or a function of the number of the repetition."""
     def write(file):
         left = size - file.write(begin)
         pieces = map(piece, itertools.count()) if callable(piece) else itertools.repeat(
@@ -41,17 +42,17 @@ def seldom_new():
 
 
 def letters(length):
-    """Tags that all have the same value of non-ASCII letters."""
+    """A writer of tags that all have the same value of non-ASCII letters, `length` bytes long."""
     return filled(ROOT, b'<a b="' + "\u00e9".encode() * (length // 2) + b'"/>\n', END)
 
 
 def distinct_letters(n):
-    """Values of non-ASCII letters, all of them different, of 2 to 10 KB."""
+    """A tag with a value of 2 to 15 KB, a repeated non-ASCII letter and `n`. No two values are equal."""
     return b'<a b="' + chr(0x100 + n % 4000).encode() * (1000 + 37 * n % 4000) + b'%d"/>\n' % n
 
 
 def distinct_markup(n):
-    """Tags with different white space between their attributes."""
+    """A tag with two attributes. The white space around the second depends on `n`."""
     spaces = bytes(b" \t\n "[n >> 2 * bit & 3] for bit in range(10))
     return b'<a b=""' + spaces[:5] + b'c=""' + spaces[5:] + b"/>"
 
@@ -65,21 +66,21 @@ WRITERS = {
     "most": ("Many names, then a tag and its value just below the limits, then many short tags", written(
         ROOT, each(5000, lambda n: b"<n%d/>" % n), b'<a b="' + b"a" * (2**21 - 1000) + b'"' + b" " * 7_800_000 + b"/>",
         b'<a b="1"/>' * 300_000, END)),
-    "pools": ("72 tags of long values", written(
+    "pools": ("72 tags with long values", written(
         ROOT, each(72, lambda n: b'<a b="%s"/>\n' % (b"a" * (100_000 + 300 * n))), END)),
     "seldom": ("Very short tags whose value seldom changes", seldom_new()),
-    "letters2": ("Values of 2 KB beyond ASCII", letters(2_000)),
-    "letters20": ("Values of 20 KB beyond ASCII", letters(20_000)),
-    "letters250": ("Values of 250 KB beyond ASCII", letters(250_000)),
-    "distinct": ("Distinct values beyond ASCII", filled(ROOT, distinct_letters, END)),
+    "letters2": ("Non-ASCII values of 2 KB", letters(2_000)),
+    "letters20": ("Non-ASCII values of 20 KB", letters(20_000)),
+    "letters250": ("Non-ASCII values of 250 KB", letters(250_000)),
+    "distinct": ("Non-ASCII values, each different", filled(ROOT, distinct_letters, END)),
     "texts": ("Texts of 100 to 300 KB", filled(
         ROOT, lambda n: b"<a/>" + b"text " * (20_000 + 10_000 * (n % 5)), END)),
     "text": ("One text", filled(ROOT, b"a", END)),
-    "deep": ("Elements opened without end", filled(ROOT, b"<a>\n")),
+    "deep": ("Elements that are never closed", filled(ROOT, b"<a>\n")),
     "elements": ("A new element name in each tag", filled(ROOT, lambda n: b"<n%d/>\n" % n, END)),
     "attributes": ("A new attribute name in each tag", filled(ROOT, lambda n: b'<r a%d=""/>\n' % n, END)),
     "markup": ("Different white space in each tag", filled(ROOT, distinct_markup, END)),
-    "doctype": ("A malformed doctype without end", filled(
+    "doctype": ("A malformed doctype that is never closed", filled(
         b"<!DOCTYPE HealthData [<!ELEMENT a EMPTY>< ", b"<!ELEMENT a EMPTY>\n")),
     "default": ("Two default values just below the limit", written(
         b"<!DOCTYPE a [", each(2, lambda n: b'<!ATTLIST a b%d CDATA "%s">' % (n, b"a" * 9_900_000)), b"]>", ROOT,
@@ -97,7 +98,7 @@ WRITERS = {
 
 
 def damage(folder):
-    """The title and the path of each document, by its name."""
+    """Makes the documents in `folder`. Returns the title and the path of each, by its name."""
     return {name: (title, made(os.path.join(folder, f"damage-{name}.xml"), write, __file__))
             for name, (title, write) in WRITERS.items()}
 

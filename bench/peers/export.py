@@ -1,9 +1,9 @@
 """export.py SIZE [SEED] [FILE]: writes an export of about SIZE to a file or to standard output. SIZE is a
 number with K, M or G (powers of 1024).
 
-The export covers ten years of a phone, a watch, a scale and an app, in blocks by type. A larger export is denser. The
-same size and seed give the same bytes. This generator shares neither code nor tables with makeexport. So a reader that
-is fast on the exports of both is not tuned to one generator."""
+The export covers ten years of a phone, a watch, a scale and an app, in blocks by type. A larger export is
+denser. The same size and seed give the same bytes. This generator shares neither code nor tables with
+makeexport. So a reader that is fast on the exports of both is not tuned to one generator."""
 import bisect
 import datetime
 import itertools
@@ -16,7 +16,8 @@ chance = random.Random(int(sys.argv[2]) if len(sys.argv) > 2 else 1)
 out = open(sys.argv[3], "wb") if len(sys.argv) > 3 else sys.stdout.buffer
 rnd, gauss, wait = chance.random, chance.gauss, chance.expovariate
 
-# A time is a number of seconds in local time, counted from the first day. Each day has the offset of New York at noon.
+# A time is a number of seconds in local time, counted from the first day. The offset from UTC of a day is
+# that of New York at noon.
 DAYS, HOUR = 3650, 3600
 MIDDAYS = [datetime.datetime(2015, 10, 3, 12, tzinfo=ZoneInfo("America/New_York")) + datetime.timedelta(day)
            for day in range(DAYS + 10)]
@@ -30,13 +31,14 @@ def stamp(time):
 
 
 def releases(major, models):
-    """The releases of a device: date, version, model. Each autumn has a new system with three minor releases."""
+    """The releases of a device's system: date, version, model of the device. Each autumn has a major release,
+    which three minor ones follow."""
     return [(24 * HOUR * (365 * year + 80 * minor - 60 * (year + minor > 0) + chance.randint(0, 60)),
              f"{major + year}.{minor}" + (f".{chance.randint(1, 3)}" if rnd() < 0.4 else ""),
              models[year * len(models) // 10]) for year in range(10) for minor in range(4)]
 
 
-# The devices: name, device, releases.
+# The sources of records: sourceName, device, releases.
 APPLE = "manufacturer:Apple Inc., model:"
 PHONE = ("Renée’s iPhone", f"name:iPhone, {APPLE}iPhone",
          releases(9, ["iPhone8,1", "iPhone10,6", "iPhone13,2", "iPhone16,1"]))
@@ -73,7 +75,8 @@ def one_of(prefix, *words):
     return lambda: prefix + chance.choice(words)
 
 
-# The types of records: type, share of the bytes, devices, hours of the day, maximum seconds, unit, value, children.
+# The types of records: type, share of the bytes in thousandths, sources, hours of the day, most seconds from
+# start to end, unit, value, children.
 DAY, NIGHT = (7, 23), (0, 24)
 TYPES = [
     ("BodyMass", 4, [SCALE], (7, 9), 0, "kg", normal(64, 2, ".2f"), entry("HKWasUserEntered", 0)),
@@ -100,8 +103,8 @@ TYPES = [
 
 
 def records(name, share, makers, hours, longest, unit, value, children):
-    """The block of a type, sorted by time. Records come in runs: those of a run have the same device,
-    with the same address."""
+    """The block of a type, sorted by time. It consists of runs of records from the same source, with the same
+    address of the device."""
     begin = f' <Record type="HK{"Quantity" if unit else "Category"}TypeIdentifier{name}" sourceName="'
     unit = f' unit="{unit}"' if unit else ""
     budget, created, left = size * share / 1000, 0, 0
@@ -118,7 +121,7 @@ def records(name, share, makers, hours, longest, unit, value, children):
             head += unit
         left -= 1
         end = time + int(longest * rnd())
-        if not created - 300 < end < created:  # else it is stored together with those before
+        if not created - 300 < end < created:  # otherwise it is stored together with the record before
             created = end + wait(0.02)
         inner = children(time) if children else ""
         text = (f'{head} creationDate="{stamp(created)}" startDate="{stamp(time)}" endDate="{stamp(end)}" '

@@ -7,7 +7,7 @@ import tempfile
 import time
 
 WIDTH, HEIGHT = 960, 800
-EACH = 8  # compares every eighth line, which is quick and enough to notice changed text
+EACH = 8  # every eighth line is compared: this is quick, and enough to notice changed text
 
 
 class Screen:
@@ -23,7 +23,7 @@ class Screen:
             self.display = ":" + number.readline().strip()
         with open(self._file(), "rb") as file:
             self._map = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
-        # An X window dump: numbers of 32 bits, the most significant byte first.
+        # The file is an X window dump. Its header has numbers of 32 bits, the most significant byte first.
         header = struct.unpack(">25I", self._map[:100])
         header_size, bytes_per_line, colors = header[0], header[12], header[19]
         begin = header_size + colors * 12
@@ -45,12 +45,13 @@ class Screen:
         return [self._map[line] for line in self._lines]
 
     def save(self, path):
-        """The whole picture as an X window dump."""
+        """Writes the whole picture to a file, as an X window dump."""
         with open(path, "wb") as file:
             file.write(self._map)
 
     def wait(self, condition, what):
-        """The time at which the picture first meets the condition."""
+        """Waits until the picture meets the condition. Returns the time. After a minute raises TimeoutError,
+        which names `what`."""
         end = time.monotonic() + 60
         while not condition(self.look()):
             if time.monotonic() > end:
@@ -59,7 +60,8 @@ class Screen:
         return time.monotonic()
 
     def wait_until_still(self, seconds):
-        """The picture, as soon as it has not changed for the given number of seconds."""
+        """Waits until the picture has not changed for the given number of seconds. Returns the lines that are
+        compared."""
         picture, since = self.look(), time.monotonic()
         while time.monotonic() - since < seconds:
             time.sleep(0.01)

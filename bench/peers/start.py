@@ -1,6 +1,6 @@
-"""start.py BIN FOLDER RUNS SIZE: measures, on the screen, how long the application takes to show its window, and to
-show the days of a remembered export in FOLDER. It compares the first time with that of bare_window, and the second
-with that of stepdays. The programs run alternately."""
+"""start.py BIN FOLDER RUNS SIZE: measures, on the screen, how long the application takes to show its window,
+and to show the days of a remembered export in FOLDER. It compares the first time with that of bare_window,
+and the second with that of stepdays. The programs run alternately, RUNS times but at least five."""
 import os
 import statistics
 import subprocess
@@ -19,10 +19,10 @@ binaries, folder, runs, size = sys.argv[1], sys.argv[2], max(int(sys.argv[3]), 5
 
 
 class Shown:
-    """A run of a program on the screen, up to the end of the with block."""
+    """A run of a program on the screen, until the end of the with block."""
 
     def __init__(self, screen, home, program):
-        # Without a session bus, so that the answers of other programs are not part of the time.
+        # Without a session bus, so that the time does not include answers of other programs.
         environment = {**os.environ, "DISPLAY": screen.display, "QT_QPA_PLATFORM": "xcb", "HOME": home,
                        "XDG_CONFIG_HOME": home, "XDG_RUNTIME_DIR": home, "LC_ALL": "C.UTF-8", "TZ": "UTC",
                        "DBUS_SESSION_BUS_ADDRESS": f"unix:path={home}/no-bus"}
@@ -47,7 +47,7 @@ class Shown:
 
 
 class Settings:
-    """A home folder in which the application remembers a file, during the with block."""
+    """A home folder with settings that remember a file. It exists during the with block."""
 
     def __init__(self, file):
         self._file = file
@@ -63,8 +63,8 @@ class Settings:
 
 
 def final_picture(screen, home):
-    """The picture of the application's window with the days, which is also saved as days.xwd. After this call all files
-    are cached in memory."""
+    """Returns the picture of the application's window with the days, and saves it as days.xwd. After this
+    call, all files that the application reads are cached in memory."""
     for _ in range(2):  # the first start has no stored frame to restore
         with Shown(screen, home, "ambulet"):
             picture = screen.wait_until_still(1)
@@ -73,19 +73,19 @@ def final_picture(screen, home):
 
 
 def measure(screen, home, export):
-    """The times in ms, by what was measured."""
+    """The measured times in ms, by their names."""
     stepdays = [os.path.join(binaries, "stepdays"), export]
     measured(binaries, stepdays)
     with Shown(screen, home, "bare_window"):
         pass
     days = final_picture(screen, home)
-    times = {"bare window painted": [], "window painted": [], "days in it": [], "stepdays": []}
+    times = {"bare window painted": [], "window painted": [], "days in the window": [], "stepdays": []}
     for _ in range(runs):
         with Shown(screen, home, "bare_window") as bare:
             times["bare window painted"].append(bare.painted)
         with Shown(screen, home, "ambulet") as shown:
             times["window painted"].append(shown.painted)
-            times["days in it"].append(shown.time_of(days))
+            times["days in the window"].append(shown.time_of(days))
         times["stepdays"].append(measured(binaries, stepdays).wall * 1000)
     return times
 
@@ -101,8 +101,8 @@ for what, values in times.items():
     print(f"{what:24}{statistics.median(values):8.1f}{min(values):8.1f}{max(values):8.1f}")
 median = {what: statistics.median(values) for what, values in times.items()}
 print_goals([
-    ("window painted, of the bare window's time", WINDOW_OVER_BARE,
+    ("window painted / bare window painted", WINDOW_OVER_BARE,
      median["window painted"] / median["bare window painted"]),
-    ("days in it, ms later than stepdays", DAYS_AFTER_STEPDAYS,
-     median["days in it"] - median["stepdays"]),
+    ("days in the window minus stepdays, ms", DAYS_AFTER_STEPDAYS,
+     median["days in the window"] - median["stepdays"]),
 ])

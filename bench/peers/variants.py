@@ -1,4 +1,4 @@
-"""The files to read: exports, and variants of an export that have about its size."""
+"""The files to read: exports, and variants of one export, which have about the same size."""
 import itertools
 import os
 import random
@@ -8,7 +8,7 @@ import sys
 
 
 def made(path, write, *sources):
-    """Writes a file with `write`, and returns its path. A file that is newer than all sources is not written again."""
+    """Writes a file with `write`, unless a file that is as new as all sources exists. Returns its path."""
     if not os.path.exists(path) or any(os.path.getmtime(path) < os.path.getmtime(source) for source in sources):
         with open(path + ".part", "wb") as file:
             write(file)
@@ -29,8 +29,8 @@ def other_export(path, size):
 
 
 def records(file):
-    """The lines of an export; the lines of a top-level record are one item. Yields whether an item is a record, and its
-    text."""
+    """Yields the lines of an export as pairs: whether the text is a top-level record, and the text. All lines
+    of a top-level record are one text."""
     for line in file:
         if line.startswith(b" <Record ") and not line.endswith(b"/>\n"):
             line += b"".join(iter(file.readline, b" </Record>\n")) + b" </Record>\n"
@@ -40,14 +40,15 @@ def records(file):
 
 
 def with_each(change):
-    """Writes a copy of an export with each record changed by `change`."""
+    """A writer of a copy of an export in which `change` has changed each record."""
     def write(source, copy):
         copy.writelines(change(text) if is_record else text for is_record, text in records(source))
     return write
 
 
 def mixed(in_order):
-    """Writes a copy with the records in another order: `in_order` gets their start dates and returns their indexes."""
+    """A writer of a copy with the records in another order. `in_order` gets the start dates of the records,
+    and returns their indexes in the new order."""
     def write(source, copy):
         dates, begins, lengths, place = [], [], [], 0
         for is_record, text in records(source):
@@ -103,17 +104,18 @@ def cut(source, copy):
 
 
 def variants(folder, whole):
-    """Makes the variants of the export at the path `whole`. Returns the title and the path of each, by its name."""
+    """Makes the variants of the export at the path `whole`. Returns the title and the path of each, by its
+    name."""
     writers = {
-        "timed": ("Records of all types mixed, in order of time", mixed(by_time)),
-        "mixed": ("Records of all types mixed, in no order", mixed(by_chance)),
-        "shuffled": ("Attributes shuffled", shuffle_attributes()),
+        "timed": ("Records of all types, sorted by time", mixed(by_time)),
+        "mixed": ("Records of all types, in random order", mixed(by_chance)),
+        "shuffled": ("Attributes in random order", shuffle_attributes()),
         "single": ("Single quotes", turn_quotes),
         "comments": ("A comment before each record", comment_each()),
         "references": ("A reference in each record", with_each(
             lambda record: record.replace(b'startDate="2', b'startDate="&#50;', 1))),
         "cut": ("Cut off near the end", cut),
-        "names": ("An attribute name beyond ASCII in each record", with_each(
+        "names": ("A non-ASCII attribute name in each record", with_each(
             lambda record: record.replace(b" <Record ", b' <Record \xc3\xa4="" ', 1))),
     }
 

@@ -1,8 +1,9 @@
 // An export is written in one pass, section by section: the records of each type, then the
-// correlations, workouts and summaries. Each section gets a share of the bytes. The position in a
-// section determines the time: the first byte is the first day, the last byte the last day. So an
-// export of any size covers all years; in a small one, many days have no records. Memory does not
-// grow with the size, because the text is written in blocks.
+// correlations, workouts and summaries. Each section gets a share of the bytes. Except for the
+// summaries, the position of an element in its section determines its time: the first byte is on
+// the first day of the section, the last byte on the last day. So an export of any size covers all
+// years; in a small one, many days have no records. Memory does not grow with the size, because the
+// text is written in blocks.
 //
 // Times are local. The offset from UTC is looked up when a date is written, or when steps are added
 // to the sums.
@@ -25,7 +26,7 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-// Smaller exports have no declarations of elements, so that their bytes are used for records.
+// Smaller exports have no declarations of elements, so that more of their bytes are records.
 constexpr std::uint64_t declarationsFrom = std::uint64_t{64} << 10;
 
 constexpr std::size_t usualLength = 440;  // average length of a record, in bytes
@@ -44,7 +45,8 @@ void appendPart(std::string& text, std::integral auto number) {
     text += std::to_string(number);
 }
 
-/// At most one part may be a random number, because the order of evaluation is unspecified.
+/// Appends the parts. At most one of them may call Random, because the order of evaluation is
+/// unspecified.
 void append(std::string& text, const auto&... parts) {
     (appendPart(text, parts), ...);
 }
@@ -72,7 +74,7 @@ std::string dateText(local_seconds time) {
 /// The attributes sourceName, sourceVersion and device. The address of the device is new in each
 /// call.
 std::string sourceText(const Source& source, local_days day, Random& random) {
-    // A system has five minor versions in a year, with two patch versions each.
+    // In each year a system has five minor versions, each followed by two patches.
     const auto since = static_cast<unsigned>((day - firstDay).count());
     std::string version;
     append(version, source.major + static_cast<int>(since / 365), ".", since % 365 / 73);
@@ -108,11 +110,11 @@ struct Times {
     local_seconds end;
 };
 
-/// The time that a position in a section determines.
+/// The time of an element, by its position in a section.
 struct Moment {
     local_days day;
     seconds ofDay;      // the time of day, in proportion to the bytes already written for the day
-    std::int64_t left;  // number of elements that still fit into the day, at least 1
+    std::int64_t left;  // the number of elements that still fit into the day, at least 1
 };
 
 class Export {
@@ -153,8 +155,8 @@ class Export {
         _text.clear();
     }
 
-    /// Calls `add`, which appends one element, until the section has its share of the bytes. The
-    /// first day of the section is `since`.
+    /// Writes a section whose first day is `since`: calls `add`, which appends one element, until
+    /// the section has its share of the bytes.
     void fill(unsigned share, local_days since, auto add) {
         _shares += share;
         const std::uint64_t room = _size > _begin ? _size - _begin : 0;
@@ -192,7 +194,7 @@ class Export {
         Burst burst;
         if (type.name == "StepCount") {
             fill(type.share, since, [&](const Moment& at) { addSteps(type, at, burst); });
-            if (_stepsDay == local_days::min()) {  // even the smallest export gets a step record
+            if (_stepsDay == local_days::min()) {  // even the smallest export has a step record
                 addSteps(type, {firstDay, 0s, 1}, burst);
             }
             return;
@@ -221,8 +223,8 @@ class Export {
     }
 
     /// The times of the next record. Starts a new burst if the last one is over. A record that
-    /// would overlap the previous one starts at the end of that one instead, unless that is ten
-    /// minutes later or more. All records start on `moment.day`.
+    /// would overlap the previous one starts where that one ends, unless this is ten minutes later
+    /// or more. All records start on `moment.day`.
     Times timesOf(const RecordType& type, const Moment& moment, seconds length, Burst& burst) {
         if (burst.left == 0) {
             burst.left = 1 + static_cast<int>(_random.below(1U << _random.below(7)));
@@ -268,7 +270,7 @@ class Export {
         Random random(_seed ^ (static_cast<std::uint64_t>(day.time_since_epoch().count()) << 32));
         const bool isWeekend = weekday(day) == Saturday || weekday(day) == Sunday;
         int steps = isWeekend ? 5200 : 3900;
-        for (int i = 0; i < 3; ++i) {  // a sum of three numbers is mostly near the middle
+        for (int i = 0; i < 3; ++i) {  // a sum of random numbers is mostly near the middle
             steps += random.between(0, 3000);
         }
         return random.oneIn(40) ? steps + random.between(4000, 9000) : steps;
@@ -358,8 +360,8 @@ class Export {
                length * _random.between(90, 160) / 1e3, "\" unit=\"kcal\"/>\n </Workout>\n");
     }
 
-    /// An activity summary for each day. Small exports have fewer, so that the summaries keep to
-    /// their share.
+    /// An activity summary for each day. Small exports have fewer summaries, so that these keep to
+    /// their share of the bytes.
     void writeSummaries() {
         constexpr std::int64_t length = 270;
         const days all = lastDay - firstDay;
@@ -387,8 +389,8 @@ class Export {
     std::uint64_t _begin = 0;    // the position after the prolog
     unsigned _shares = 0;        // the sum of the shares of the sections so far
     bool _failed = false;
-    local_days _stepsDay = local_days::min();
-    std::int64_t _stepsLeft = 0;  // to be written for that day
+    local_days _stepsDay = local_days::min();  // the day of the last step record
+    std::int64_t _stepsLeft = 0;               // still to be written for _stepsDay
 };
 
 }  // namespace

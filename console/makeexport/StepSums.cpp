@@ -37,8 +37,8 @@ std::string StepSums::lines(const std::string& zone) const {
     bool hasMidnight = false;
     bool hasRecords = false;
     std::int64_t steps = 0;
-    // From the newest to the oldest. The line of a day is added when the day before it begins.
-    // There is always one, because the oldest quarter hours have no records.
+    // From the newest quarter hour to the oldest. The line of a day is added when the loop reaches
+    // an earlier day. It always does, because the oldest quarter hours have no records.
     for (std::size_t i = _quarterHours.size(); i > 0; --i) {
         const std::time_t time = (begin + QuarterHours(i - 1)).time_since_epoch().count();
         std::tm tm{};

@@ -8,20 +8,18 @@
 
 namespace makeexport {
 
-/// The sums of the steps of an export, by the start of their records.
-///
-/// Has one sum for each quarter hour of UTC. In the years that exports cover, every day of every
-/// time zone starts at a quarter hour.
+/// The sums of the steps of an export, by the start of the records: one sum for each quarter hour
+/// of UTC. In the years that exports cover, every day of every time zone starts at a quarter hour.
 class StepSums {
   public:
     StepSums();
 
-    /// `start`: an instant that is between firstDay and lastDay in local time.
+    /// Adds a record. `start`: an instant that is between firstDay and lastDay in local time.
     void add(std::chrono::sys_seconds start, std::int64_t steps);
 
     /// The days that have records in a time zone, newest first. One line for each day: the date, a
-    /// tab, the steps. A day whose midnight the clock skips is left out. Changes the TZ variable of
-    /// the process; main thread only.
+    /// tab, the steps. A day whose midnight the clock skips is left out. Changes the environment
+    /// variable TZ; main thread only.
     std::string lines(const std::string& zone) const;
 
   private:

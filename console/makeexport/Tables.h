@@ -7,7 +7,7 @@
 #include <string_view>
 
 /// The constants of an export: devices, types of records and their frequency, offsets from UTC,
-/// declarations. Only Export.cpp includes this.
+/// declarations. Only Export.cpp includes this header.
 namespace makeexport {
 
 using namespace std::chrono_literals;
@@ -15,9 +15,9 @@ using std::string_view;
 
 struct Source {
     string_view name;
-    string_view device;                   // empty if its records have no device
+    string_view device;                   // empty if records from the source have no device
     std::span<const string_view> models;  // successive models over the ten years
-    int major;  // the system version in the first year; it increases each autumn
+    int major;  // the system version in the first year; one more each autumn
 };
 
 constexpr std::array<string_view, 5> phones = {"iPhone7,2", "iPhone10,4", "iPhone12,1",
@@ -83,7 +83,7 @@ struct RecordType {
     Sources sources;
     Hours hours;
     std::array<int, 2>
-        seconds;       // the shortest and the longest time from start to end; not for steps
+        seconds;       // the shortest and the longest time from start to end; unused for StepCount
     string_view unit;  // empty for a category
     Range range;
     const Metadata* metadata = nullptr;
@@ -120,8 +120,8 @@ constexpr unsigned allShares = std::accumulate(
     recordTypes.begin(), recordTypes.end(), correlationShare + workoutShare + summaryShare,
     [](unsigned sum, const RecordType& type) { return sum + type.share; });
 
-/// A day of each year from which another offset from UTC holds. The offset changes with daylight
-/// saving time, and at the start and the end of a journey, which goes elsewhere each year.
+/// From the day `since` of each year, the offset from UTC is `offset`. The value `abroad` stands
+/// for a journey in July, whose offset depends on the year (`journeys`).
 struct OffsetChange {
     std::chrono::month_day since;
     std::chrono::minutes offset;

@@ -20,15 +20,16 @@ constexpr const char* help =
     R"(Usage: makeexport [--seed N] [--size SIZE] [--sums ZONE=FILE]... FILE
 
 Writes a made-up export of a phone's health data to FILE; - is standard output.
-It covers the ten years up to 2025-09-30 whatever its size: a large one is
-dense, a small one sparse. The same seed and size always give the same bytes.
+The export covers the ten years up to 2025-09-30: a large one is dense, a small
+one sparse. The same seed and size always give the same bytes.
 
   --seed N          a number that selects the export; 1 if not given
-  --size SIZE       about how large, from 1K to 8G (of 1024) or in bytes; 20M if
-                    not given. Under 64K it has no element declarations.
+  --size SIZE       about how large: from 1K to 8G (powers of 1024), or a number of
+                    bytes; 20M if not given. Under 64K the export has no element
+                    declarations.
   --sums ZONE=FILE  also writes the steps of each day in a time zone, such as
-                    Asia/Kolkata: a line a day, yyyy-MM-dd, a tab, the steps,
-                    newest first. A day whose midnight the zone's clocks skip
+                    Asia/Kolkata. One line per day, newest first: yyyy-MM-dd,
+                    a tab, the steps. A day whose midnight the zone's clocks skip
                     has no line. May be given several times.
 
 Exit status: 0 done, 1 a file cannot be written, 2 the arguments are wrong.
@@ -112,7 +113,8 @@ Arguments readArguments(const std::vector<std::string>& words) {
     return arguments;
 }
 
-/// Creates a file with the content that `write` writes. On failure prints why and returns false.
+/// Creates a file and calls `write` with it; "-" is standard output. On failure prints the reason
+/// and returns false.
 bool makeFile(const std::string& path, auto write) {
     std::FILE* file = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
     const bool isWritten = file != nullptr && write(file);

@@ -1,13 +1,13 @@
 // picture FILE [PROGRAM [ARGUMENT]...]
 //
-// Saves a picture of the screen as FILE. If PROGRAM is given, picture
-// 1. starts it on the display,
-// 2. waits until it has drawn something and the screen has not changed for 1.5 seconds,
-// 3. ends the program and saves the last picture.
+// Saves a picture of the screen as FILE. If PROGRAM is given, `picture`
+// 1. starts PROGRAM,
+// 2. waits until PROGRAM has drawn something and the screen has not changed for 1.5 seconds,
+// 3. ends PROGRAM, and saves the last picture from before this end.
 //
-// The exit status is 1 if the program cannot be started or ends by itself, or if FILE cannot be
-// written. It is also 1 if, after a minute, the program has drawn nothing or the screen still
-// changes; the last picture is saved even then.
+// The exit status is 1 if PROGRAM cannot be started or ends by itself, or if FILE cannot be
+// written. It is also 1 if, after a minute, PROGRAM has drawn nothing or the screen still changes;
+// the last picture is saved even then.
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

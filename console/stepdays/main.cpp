@@ -1,6 +1,7 @@
 // stepdays [--threads N] [--reader expat|fast] FILE: prints the days of a health export, newest
 // first. One line for each day: the date, a tab, the steps. To standard error it prints the first
-// error in the file, or "well-formed". By default it reads the file like the application.
+// error in the file, or "well-formed". --reader expat reads with expat alone; fast, the default,
+// reads with the same code as the application.
 
 #include "import/ExportReader.h"
 #include "import/HealthXMLParser.h"
