@@ -19,8 +19,8 @@
 //
 // Expat stops if it would use more memory than its limit. If it had read the whole file, it would
 // also keep memory for the part that was read fast, at most `mostKept` bytes. So the limit for the
-// rest is lowered by `mostKept`. If expat then runs out of memory, the whole file may still be
-// within the limit, because the part may need less. So expat reads the whole file again.
+// rest is lowered by `mostKept`. If expat then runs out of memory, the whole file may still need
+// less than the limit, because `mostKept` is an upper bound. So expat reads the whole file again.
 //
 // For the part that was read fast, expat would keep at most, in bytes:
 //
@@ -28,7 +28,7 @@
 //              scanned in order) accepts 128 of elements and 128 of attributes. A name has up to
 //              200 bytes, and expat needs about 150 more. That is 450,000; the rest is a margin
 //     120,000  the names of 200 open elements (100 that are open where a chunk begins, and 100 that
-//              are opened in it); expat stores each name twice, as written and in UTF-8
+//              are opened in it); expat stores each of these names twice
 //     400,000  the values of tags of up to 8,191 bytes. Expat keeps the blocks that it allocated
 //              for the values of a tag; a search for the worst case found 30,000 bytes
 //   1,200,000  the values of longer tags, which have at most `mostLongTagBytes` together. Each tag
@@ -87,7 +87,7 @@ bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate
     StepSums scanned;
     const ScanPlace place = scan.scan(file, start, scanned);
 #ifdef __GLIBC__
-    // Otherwise malloc would keep the memory that the fast reader has freed, besides expat's.
+    // Otherwise malloc would keep the memory that the fast reader has freed while expat needs more.
     malloc_trim(0);
 #endif
     if (place.offset - start.offset < file.size() / leastScannedDivisor) {

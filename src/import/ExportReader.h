@@ -25,12 +25,13 @@ class ExportReader {
         unsigned threads = 1;
 
         /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that
-        /// several threads read. From 1 byte to 8 MiB. They make no difference to the result.
+        /// several threads read. From 1 byte to 8 MiB. They make no difference to the result,
+        /// except that expat may run out of memory a few tags earlier or later.
         std::size_t blockSize = ExpatReader::defaultBlockSize;
         std::size_t chunkSize = std::size_t{512} * 1024;
     };
 
-    /// The number of cores of the machine, but at most 4.
+    /// The number of cores of the machine, but at most 4; 1 if it is unknown.
     static unsigned usualThreads();
 
     explicit ExportReader(Options options) : _options(options) {}

@@ -7,18 +7,15 @@
 
 namespace ambulet {
 
-/// Observes the declarations in the prolog of a document, by handlers of expat.
+/// Observes the declarations in the prolog of a document, with handlers of expat.
 class Declarations {
   public:
-    /// Whether the declarations so far are plain. Plain declarations
-    /// - have no version but XML 1.0, and no encoding but UTF-8;
-    /// - do not declare entities or refer to parameter entities;
-    /// - do not declare default values of attributes;
-    /// - give attributes no type but CDATA, because values of other types are normalised
-    ///   differently;
-    /// - have no external subset.
-    ///
-    /// They do not change the contents of start tags.
+    /// Whether the declarations so far are plain. Plain declarations do not change the contents of
+    /// start tags:
+    /// - If there is an XML declaration, its version is 1.0, and it names no encoding but UTF-8.
+    /// - There is no external subset, no entity, and no reference to a parameter entity.
+    /// - No attribute has a default value.
+    /// - All attributes have the type CDATA. Values of other types are normalised differently.
     bool arePlain() const { return _arePlain; }
 
     /// Whether more than `mostNestingEntities` entities refer to others. If so, the parser has been

@@ -78,7 +78,7 @@ XMLError DocumentParser::placed(XMLError error) const {
         error.reason = XMLErrorReason::entityNesting;
     }
     // Text after the root is an error at its first byte. Expat may report another offset or another
-    // reason, depending on the end of the text and on the blocks.
+    // reason, depending on the end of the text and on the size of the blocks.
     const std::error_code junk = XMLErrorReason::junkAfterRoot;
     if (_goodAfterRoot && error.reason.category() == junk.category() &&
         !isMarkup(*_goodAfterRoot)) {

@@ -16,7 +16,8 @@
 namespace ambulet {
 
 /// An expat parser that reads one document, on one thread, block by block and within the limits.
-/// The size of the blocks makes no difference to what it reports.
+/// The size of the blocks makes no difference to the tags and the error that are reported, except
+/// that memory may run out a few tags earlier or later.
 ///
 /// The parsers of a thread must be destroyed in the reverse order of their construction.
 class ExpatParser {

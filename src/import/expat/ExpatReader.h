@@ -22,7 +22,8 @@ class ExpatReader {
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;
 
     /// `blockSize`: the number of bytes that are read at once, except within long tokens; at least
-    /// 1. It makes no difference to the result.
+    /// 1. It makes no difference to the result, except that memory may run out a few tags earlier
+    /// or later.
     explicit ExpatReader(std::size_t blockSize = defaultBlockSize, Limits limits = {})
         : _blockSize(blockSize), _limits(limits) {}
 

@@ -30,7 +30,7 @@ std::error_code kindError(int descriptor) {
 
 std::optional<InputFile> InputFile::open(const std::filesystem::path& path,
                                          std::error_code& error) {
-    // Without O_NONBLOCK, opening a pipe would wait for a writer. The flag does not affect files.
+    // Without O_NONBLOCK, opening a pipe would wait for a writer. Regular files ignore the flag.
     InputFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     error = file._descriptor < 0 ? lastError() : kindError(file._descriptor);
     return error ? std::nullopt : std::optional(std::move(file));

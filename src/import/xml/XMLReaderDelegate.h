@@ -22,7 +22,7 @@ class XMLAttributes {
     /// The value of the attribute `name`. Nothing if the tag has no such attribute.
     std::optional<std::string_view> value(const char* name) const {
         for (const char* const* each = _namesAndValues; *each != nullptr; each += 2) {
-            // Most names differ in the first character, which avoids a call.
+            // Most names differ in the first character, so strcmp is seldom called.
             if (each[0][0] == name[0] && std::strcmp(each[0], name) == 0) {
                 return each[1];
             }
