@@ -1,5 +1,5 @@
-// Documents that no phone should write. The records before the first error count. The size of the
-// blocks in which the file is read makes no difference.
+// Documents that no phone should write. The records before the first error count. `read` checks
+// that the size of the blocks makes no difference.
 
 #include "import/Reading.h"
 
@@ -35,7 +35,7 @@ TEST(BadInput, anEmptyFileHasNoDays) {
     expectNothing("", 0, XMLErrorReason::noElement);
 }
 
-TEST(BadInput, aFileOfBlanksHasNoDays) {
+TEST(BadInput, aFileOfWhiteSpaceHasNoDays) {
     expectNothing(" \n\n", 3, XMLErrorReason::noElement);
 }
 

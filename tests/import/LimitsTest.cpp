@@ -182,7 +182,7 @@ TEST(Limits, theMemoryLimitIsTheSameWhicheverReaderReadsTheBeginning) {
         }
         return folder.write("export.xml", around(content + nesting + closing));
     };
-    // The greatest depth that expat alone can read, by bisection.
+    // Finds the greatest depth that expat alone can read, by bisection.
     std::size_t allowed = 1;
     std::size_t refused = 100'000;
     while (refused - allowed > 1) {

@@ -235,7 +235,8 @@ constexpr std::string_view inDoctypes[] = {
     "\v",
     "\xC3"};
 
-/// Declarations of entities, each of which refers to the next one.
+/// Declarations of general or parameter entities, each of which refers to the next one, except the
+/// last.
 std::string nestedEntities(Dice& dice) {
     const bool isParameter = dice.oneIn(3);
     const std::size_t levels = dice.length(2, 700);

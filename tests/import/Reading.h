@@ -33,7 +33,7 @@ struct Reading {
 /// The name and the attributes of a step record's tag, without "<" and "/>".
 std::string stepAttributes(std::string_view startDate, std::string_view value);
 
-/// A step record, as XML.
+/// The tag of a step record, and a line break.
 std::string step(std::string_view startDate, std::string_view value);
 
 /// A document with an XML declaration and a root element that contains `content`.

@@ -95,7 +95,7 @@ TEST(FileScan, aScanThatRunsOutOfMemoryIsRightOrThrowsBadAlloc) {
 TEST(FileScan, theScanEndsBeforeTheRootsEndTag) {
     const Result result = readInChunks(steps(200) + "</HealthData>\n");
     EXPECT_EQ(result.days, onNinth(199))
-        << "the last record is followed by the end tag, and not read";
+        << "the last record does not count, because the end tag after it is refused";
     EXPECT_EQ(result.read, steps(199).size());
 }
 
@@ -116,7 +116,7 @@ TEST(FileScan, aWrongEndTagEndsTheScanAndLaterChunksAreNotAdded) {
 
 TEST(FileScan, anEndTagMustMatchTheElementOpenedInAnEarlierChunk) {
     const Result result = readInChunks("<a>\n" + steps(100) + "</b>\n" + steps(100));
-    // The last record is followed by the end tag, and not read.
+    // The last record before the end tag does not count, because that tag is refused.
     EXPECT_EQ(result.days, onNinth(99));
     EXPECT_EQ(result.read, ("<a>\n" + steps(99)).size());
     EXPECT_EQ(result.open, (TagScanner::ElementNames{"HealthData", "a"}));
@@ -163,7 +163,7 @@ TEST(FileScan, theScanEndsAtTheMaximumDepthOfAScanner) {
     }
     const Result result = readInChunks(content);
     EXPECT_EQ(result.open.size(), TagScanner::deepest);
-    // The last record is followed by the tag that is refused.
+    // The last record before the refused tag does not count.
     EXPECT_EQ(result.days, onNinth(2 * (static_cast<int>(TagScanner::deepest) - 1) - 1));
 }
 

@@ -111,8 +111,8 @@ TEST(StepSums, theDayOfTheSpringChangeHas23HoursAndThatOfTheAutumnChange25) {
     StepSums sums;
     for (const auto& [first, hoursAround] :
          {std::pair(2024y / March / 31, 26), std::pair(2024y / October / 27, 28)}) {
-        // A record every half hour, from 21:00 UTC on. The first day begins at 23:00 UTC, the
-        // second at 22:00 UTC.
+        // A record every half hour, from 21:00 UTC of the day before. 31 March begins at 23:00 UTC,
+        // 27 October at 22:00 UTC.
         const sys_seconds begin = sys_days(first) - 3h;
         for (int half = 0; half < 2 * (hoursAround + 3); ++half) {
             sums.add(utcText(begin + half * 30min), "1");

@@ -96,7 +96,7 @@ TEST(InputFile, aFileWithoutReadPermissionIsNotOpened) {
     const auto path = folder.write("file", "content");
     std::filesystem::permissions(path, std::filesystem::perms::none);
     std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    // In another process, because root may read every file: the process gives up root's rights.
+    // Root may read every file, so the file is opened in a process that gives up root's rights.
     const pid_t child = fork();
     if (child == 0) {
         constexpr uid_t nobody = 65534;
