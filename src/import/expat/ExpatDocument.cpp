@@ -23,7 +23,7 @@ void ExpatDocument::start(ExpatLimits limits) {
     _parser = std::make_unique<DocumentParser>(_bytes, _delegate, _blockSize, limits);
 }
 
-/// Reads to the end of the root's start tag. Leaves out a malformed document type declaration.
+/// Reads to the end of the root's start tag. Leaves out a document type declaration with an error.
 std::optional<XMLError> ExpatDocument::readProlog() {
     start(_limits);
     const std::optional<XMLError> error = _parser->readProlog();

@@ -28,8 +28,8 @@ struct PlainProlog {
 ///     const auto prolog = document.readPlainProlog();
 ///     error = prolog ? document.readFrom(…) : document.read();
 ///
-/// A malformed document type declaration is ignored if its end can be found. An object reads once,
-/// on one thread.
+/// A document type declaration with an error is ignored, as described at ExpatReader. An object
+/// reads once, on one thread.
 class ExpatDocument {
   public:
     ExpatDocument(const InputFile& file, XMLReaderDelegate& delegate, std::size_t blockSize,

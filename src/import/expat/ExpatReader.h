@@ -13,7 +13,9 @@ class InputFile;
 /// Reads XML documents with expat, which decides what is well-formed.
 /// - Namespaces are not processed.
 /// - Internal entities are expanded. External ones are never opened.
-/// - A malformed document type declaration is ignored if its end can be found.
+/// - A document type declaration that has an error, or exceeds a limit, is ignored if its end can
+/// be
+///   found, unless its entities may be nested too deeply.
 /// - The use of memory and stack is bounded for every file.
 class ExpatReader {
   public:
