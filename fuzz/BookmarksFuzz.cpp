@@ -39,8 +39,7 @@ class Files {
         _folder.write("inner/longer.xml", "<HealthData></HealthData>");
     }
 
-    /// The folder to which paths are relative. Its parent is temporary, too, because it is
-    /// searched.
+    /// The folder to which paths are relative. Its parent, which is searched, is temporary, too.
     fs::path inner() const { return _folder.path() / "inner"; }
 
     QByteArray identityOfMoved() const {

@@ -1,7 +1,7 @@
 // compare_mutants FIRST COUNT [small|medium|large|huge]: reads COUNT mutants of sample exports in
 // several ways each. If the results differ, prints them and saves the mutant in the working
 // directory. The mutants have the numbers from FIRST on. With the same last argument, the same
-// number always gives the same mutant.
+// number gives the same mutant.
 //
 // Without sanitizers, this program reads many more mutants than fuzz_readers in the same time.
 

@@ -47,7 +47,7 @@ bool isDigit(std::string_view text, std::size_t at) {
     return at < text.size() && text[at] >= '0' && text[at] <= '9';
 }
 
-// Computes the number digit by digit, in 128 bits, which it does not overflow.
+// Computes the number digit by digit, in 128 bits, so that nothing overflows.
 std::int64_t expectedInteger(std::string_view text) {
     text = withoutSpace(text);
     const bool negative = text.starts_with('-');
