@@ -24,7 +24,7 @@ struct Token {
     ~Token() { destroyed.set_value(); }
 };
 
-TEST(BackgroundTask, theWorkRunsOnItsOwnThreadAndTheCompletionOnThatOfTheReceiver) {
+TEST(BackgroundTask, theWorkRunsOnAnotherThreadAndTheCompletionOnTheReceiversThread) {
     QObject receiver;
     QEventLoop loop;
     QThread* completionThread = nullptr;
@@ -56,7 +56,7 @@ TEST(BackgroundTask, theCompletionRunsInTheEventLoopAndNotDuringTheCall) {
     EXPECT_TRUE(returnedBefore);
 }
 
-TEST(BackgroundTask, tasksRunConcurrentlyAndCompleteInTheOrderInWhichTheyEnd) {
+TEST(BackgroundTask, aTaskCompletesWhileAnEarlierTaskIsStillRunning) {
     QObject receiver;
     QEventLoop loop;
     std::latch secondCompleted(1);
@@ -121,8 +121,8 @@ TEST(BackgroundTask, theWorkTheCompletionAndTheResultNeedOnlyBeMovable) {
 }
 
 TEST(BackgroundTask, theWorkIsDestroyedBeforeTheCompletionIsPosted) {
-    // The receiver no longer exists. So instead of being posted, the completion is destroyed, which
-    // the test can see.
+    // The receiver no longer exists, so the completion is destroyed instead of being posted. The
+    // test can see that.
     std::vector<std::string> destroyed;
     const auto witness = [&destroyed](std::promise<void>& seen, const char* name) {
         return std::shared_ptr<void>(nullptr, [&destroyed, &seen, name](void*) {
@@ -238,7 +238,7 @@ TEST(BackgroundTask, aCompletedCallLeavesNoSignalConnection) {
     EXPECT_EQ(receiver.receivers(SIGNAL(destroyed(QObject*))), 0);
 }
 
-TEST(BackgroundTask, theCompletionIsDroppedWhenTheReceiverIsDestroyedAfterItWasPosted) {
+TEST(BackgroundTask, aPostedCompletionIsDroppedWhenTheReceiverIsDestroyed) {
     // If no thread can be started, the completion has been posted when the call returns.
     EXPECT_TRUE(passesWithoutThreads([] {
         auto receiver = std::make_unique<QObject>();

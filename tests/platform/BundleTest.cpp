@@ -39,7 +39,7 @@ class BundleTest : public testing::Test {
     TestFolder _folder;
 };
 
-TEST_F(BundleTest, aTextEntryIsReturnedUnchanged) {
+TEST_F(BundleTest, aTextIsReturnedEvenIfItIsEmpty) {
     const Bundle bundle = bundleOf(propertyList(
         "<key>A</key><string>Schritte &amp; &#x41;\xe2\x80\xa6</string><key>B</key><string/>"));
     EXPECT_EQ(bundle.information(u"A"_s), u"Schritte & A…"_s);

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 constexpr const char* attribute = "user.document-portal.host-path";
 
-// A folder on a file system with extended attributes of users. In some versions of Linux a tmpfs
-// has none, and the usual folder for temporary files may be on one.
+// A folder on a file system that stores extended attributes of users. In some versions of Linux, a
+// tmpfs does not, and the usual folder for temporary files may be on a tmpfs.
 std::string folderWithAttributes() {
     for (const std::string& place :
          {testing::TempDir(), std::string(AMBULET_BUILD), std::string("/var/tmp")}) {
@@ -50,7 +50,7 @@ TEST_F(DocumentPortal, aHostPathKeepsInvalidUTF8AndLosesATrailingNUL) {
     EXPECT_EQ(hostPathOfFile(_path), "/home/w\xe4lker/export.xml");
 }
 
-TEST_F(DocumentPortal, anotherFileHasNoHostPath) {
+TEST_F(DocumentPortal, aFileWithoutAnAbsolutePathInTheAttributeHasNoHostPath) {
     EXPECT_EQ(hostPathOfFile(_path), std::nullopt);
     EXPECT_EQ(hostPathOfFile(bytes(_folder.path(u"gone.xml"_s))), std::nullopt);
     setHostPath(_path, "not absolute");

@@ -24,7 +24,7 @@ struct Token {
 int theApplicationEndsWithoutWaitingForWork(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QObject receiver;
-    // Never destroyed, because the work is still running when main returns.
+    // The latches are never destroyed, because the work is still running when main returns.
     auto* const started = new std::latch(1);
     auto* const never = new std::latch(1);
     runInBackground(

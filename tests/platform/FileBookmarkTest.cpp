@@ -198,9 +198,9 @@ TEST_F(FileBookmarkTest, aRenamedFileIsFoundAmongTenThousandOtherFiles) {
 }
 
 // Each case: what happens to the file, and what its bookmark then resolves to.
-TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
+TEST_F(FileBookmarkTest, aBookmarkResolvesAsListedAfterEachChangeOfItsFile) {
     const QString moved = u"disk/exports/moved.xml"_s;
-    const auto copyBack = [&] {  // another file with the same name, size and content
+    const auto copyBack = [&] {  // makes another file with the same path, size and content
         ASSERT_TRUE(QFile::copy(_path, _folder.path(moved)));
         ASSERT_TRUE(QFile::remove(_path));
         ASSERT_TRUE(QFile::rename(_folder.path(moved), _path));
@@ -222,21 +222,21 @@ TEST_F(FileBookmarkTest, resolvesAsInThisTableAfterMovesAndReplacements) {
              _folder.write(u"disk/exports/apple/export.xml"_s, "newer");
          },
          _path, true},
-        {"deleted and copied anew", true, copyBack, _path, true},
+        {"replaced by a copy", true, copyBack, _path, true},
         {"deleted", true, [&] { QFile::remove(_path); }, std::nullopt, false},
-        {"a folder in its place", true,
+        {"deleted, and a folder put in its place", true,
          [&] {
              QFile::remove(_path);
              _folder.makeFolder(u"disk/exports/apple/export.xml"_s);
          },
          std::nullopt, false},
-        {"a link to it in its place", true,
+        {"moved, and a link to the file put in its place", true,
          [&] {
              moveTo(moved);
              QFile::link(_folder.path(moved), _path);
          },
          _path, false},
-        {"a link to nothing in its place", true,
+        {"deleted, and a link to nothing put in its place", true,
          [&] {
              QFile::remove(_path);
              QFile::link(_folder.path(u"missing"_s), _path);

@@ -36,8 +36,8 @@ TEST(FileIdentity, inodeDeviceNameAndSizeIdentifyAFileWithoutABirthTime) {
     EXPECT_FALSE(file.isSameFileAs({9, 42, std::nullopt, "export.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "other.xml", 1000}));
     EXPECT_FALSE(file.isSameFileAs({8, 42, std::nullopt, "export.xml", 1001}));
-    // An identity from a bookmark of version 1 has no size. Without a birth time, either, it
-    // matches no file.
+    // An identity from a bookmark of version 1 has no size. If it has no birth time either, it is
+    // the identity of no file.
     const FileIdentity old{8, 42, std::nullopt, "export.xml", std::nullopt};
     EXPECT_FALSE(old.isSameFileAs(file));
     EXPECT_FALSE(old.isSameFileAs(old));

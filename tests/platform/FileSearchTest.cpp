@@ -20,7 +20,8 @@ constexpr SearchBounds far{.entries = 1'000'000, .time = 1h};
 
 class FileSearch : public testing::Test {
   protected:
-    // Creates a file, and if there is an `otherName`, a hard link of that name to it.
+    // Creates a file and returns its identity. If there is an `otherName`, also creates a hard link
+    // of that name to the file.
     FileIdentity identityOf(const QString& name, const QString& otherName = {}) const {
         const QString file = _folder.write(name);
         if (!otherName.isEmpty()) {

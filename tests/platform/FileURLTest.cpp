@@ -31,7 +31,7 @@ TEST_F(FileURLTest, aReplacementCharacterMatchesBytesThatAreNotUtf8) {
 }
 
 TEST_F(FileURLTest, theFirstByNameOfSeveralMatchingFilesIsTaken) {
-    // So many that the folder is unlikely to list M\xe4.xml first by chance.
+    // With so many files, the folder is unlikely to list M\xe4.xml first by chance.
     for (char byte = '\xff'; byte >= '\xe4'; --byte) {
         write(std::string("M") + byte + ".xml");
     }

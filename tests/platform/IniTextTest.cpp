@@ -115,7 +115,7 @@ TEST(IniText, onlyTheGeneralSectionIsReadAndTheLastOfEqualKeysWins) {
     EXPECT_EQ(IniText("[General]\n;key=2\nkey\nkeys=1\n").value(u"key"_s), std::nullopt);
 }
 
-TEST(IniText, aWriteChangesOneLineOnly) {
+TEST(IniText, aWriteKeepsAllOtherLines) {
     IniText text("# comment\n[General]\na=1\nb = 2\n\n\xff\xfe no sense\n[Other]\na=3");
     text.setValue(u"b"_s, u"new"_s);
     text.setValue(u"c"_s, u"added"_s);

@@ -27,7 +27,7 @@ QStringList filesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-// Runs `body` in another process, which then exits without any cleanup.
+// Runs `body` in another process, which then exits without any cleanup. Returns the process ID.
 template <typename Body>
 pid_t inAnotherProcess(const Body& body) {
     const pid_t child = fork();
@@ -118,8 +118,9 @@ TEST(SettingsFaults, aValueThatCouldNotBeStoredIsStoredByTheNextWrite) {
     EXPECT_EQ(contentOf(file), "[General]\na=1\nb=2\n");
 }
 
-// Uses the system's limit of the file size: the write that exceeds it is short, the next one fails.
-TEST(SettingsFaults, aDiskThatFillsUpAtAnyByteKeepsTheFile) {
+// Uses the system's limit of the file size: a write that exceeds the limit is short, and the next
+// write fails.
+TEST(SettingsFaults, theFileIsKeptAtWhateverByteTheDiskFillsUp) {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const QString file = folder.write(u"settings.ini"_s, stored);
@@ -140,7 +141,7 @@ TEST(SettingsFaults, aDiskThatFillsUpAtAnyByteKeepsTheFile) {
     }));
 }
 
-TEST(SettingsFaults, aProcessKilledAtAnyMomentKeepsTheFileAndTheNextWriteCleansUp) {
+TEST(SettingsFaults, theFileStaysWholeIfAWriterIsKilledAndTheNextWriteCleansUp) {
     const TestFolder folder;
     const QString file = folder.write(u"settings.ini"_s, stored);
     const QString large(20'000, u'x');
@@ -206,7 +207,7 @@ TEST(SettingsFaults, eightProcessesThatWriteAtTheSameTimeLoseNoValue) {
     EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
 }
 
-TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotBlock) {
+TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotPreventAWrite) {
     const TestFolder folder;
     const int held = ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_GE(held, 0);

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Expects that values which cannot be stored stay in memory.
+// Expects that a store at this place keeps values in memory.
 void expectKeptForTheRun(const QString& place) {
     SettingsStore store(place);
     store.setValue(u"key"_s, u"value"_s);
@@ -32,7 +32,7 @@ void expectKeptForTheRun(const QString& place) {
     EXPECT_EQ(store.value(u"none"_s), std::nullopt);
 }
 
-// Records the name and the kind of every change in a folder.
+// Records which files in a folder are created, get other attributes or are renamed.
 class Watch {
   public:
     explicit Watch(const QString& folder) : _queue(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
@@ -76,7 +76,7 @@ TEST(SettingsStore, onlyTheOwnerCanEverReadTheFile) {
     }
     umask(before);
     EXPECT_EQ(modeOf(file), 0600U);
-    // The mode of a file with this name never changed. So it was right from the start.
+    // The mode of a file with this name never changed. So the mode was right from the start.
     bool seen = false;
     for (const auto& [name, change] : watch.changes()) {
         seen = seen || name == u"settings.ini"_s;
@@ -229,7 +229,7 @@ TEST(SettingsStore, valuesStayInMemoryIfTheFolderCannotBeCreated) {
     EXPECT_EQ(contentOf(file), "x");
 }
 
-TEST(SettingsStore, aFolderAtTheLockFilesPathDoesNotBlock) {
+TEST(SettingsStore, aFolderWithTheNameOfALockFileIsIgnored) {
     const TestFolder folder;
     folder.makeFolder(u"settings.ini.lock"_s);
     SettingsStore store(folder.path(u"settings.ini"_s));

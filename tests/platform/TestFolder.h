@@ -41,7 +41,7 @@ class TestFolder {
     TemporaryFolder _folder;
 };
 
-/// A path in the operating system's encoding.
+/// A path in the encoding of the file system.
 inline std::string bytes(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }

@@ -10,9 +10,9 @@
 
 namespace ambulet {
 
-/// Runs `body` in another process that obeys file permissions: if the tests run as root, it runs as
-/// the user nobody. `body` must create the files that it needs. Returns whether all its
-/// expectations passed. Failures are printed.
+/// Runs `body` in another process that file permissions restrict: if the tests run as root, this
+/// process runs as the user nobody. `body` must create the files that it needs. Returns whether all
+/// expectations of `body` passed. Failures are printed.
 inline bool passesUnprivileged(const std::function<void()>& body) {
     constexpr unsigned nobody = 65534;
     std::fflush(nullptr);

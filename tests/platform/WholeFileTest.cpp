@@ -52,7 +52,7 @@ TEST_F(WholeFileTest, aFileThatHasChangedSinceItWasReadIsNotReplaced) {
     EXPECT_EQ(names(), QStringList(u"file"_s));
 }
 
-TEST_F(WholeFileTest, aFileThatWasCreatedSinceItWasReadIsNotReplaced) {
+TEST_F(WholeFileTest, aFileThatWasCreatedSinceTheReadIsNotReplaced) {
     WholeFile whole = file();
     EXPECT_EQ(whole.read(limit), "");
     write("another");

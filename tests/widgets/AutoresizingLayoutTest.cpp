@@ -12,7 +12,7 @@ using Vertically = AutoresizingLayout::Vertically;
 
 class AutoresizingLayoutTest : public testing::Test {
   protected:
-    // A view 30 x 40 with its lower left corner at (10, 20) of a content of 100 x 200.
+    // Adds a view of 30 x 40 with its lower left corner at (10, 20) in a content of 100 x 200.
     QWidget* addView(Horizontally horizontally, Vertically vertically) {
         auto view = std::make_unique<QWidget>();
         QWidget* const added = view.get();
@@ -40,7 +40,7 @@ TEST_F(AutoresizingLayoutTest, theStretchingMarginOrSizeTakesTheDifference) {
         Horizontally horizontally;
         Vertically vertically;
         QRect larger;   // in a content of 150 x 270
-        QRect smaller;  // in one of 80 x 170
+        QRect smaller;  // in a content of 80 x 170
     } const cases[] = {
         {Horizontally::RightMargin, Vertically::TopMargin, {10, 210, 30, 40}, {10, 110, 30, 40}},
         {Horizontally::Width, Vertically::Height, {10, 140, 80, 110}, {10, 140, 10, 10}},
@@ -98,7 +98,7 @@ TEST_F(AutoresizingLayoutTest, theScaleMultipliesFramesAndPixelSizesOfFonts) {
     resize(170, 300);
     for (const QWidget* const view : {before, after}) {
         EXPECT_EQ(view->geometry(), QRect(15, 300 - 30 - 60, 45 + 20, 60));
-        EXPECT_EQ(view->font().pixelSize(), 17);  // 16.5
+        EXPECT_EQ(view->font().pixelSize(), 17);  // 1.5 * 11 = 16.5, rounded
     }
     EXPECT_EQ(inPoints->font().pointSize(), 10);
     layout->setScale(1);

@@ -21,7 +21,7 @@ QRect available() {
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-// Half of the free width is left of the window, a quarter of the free height above it.
+// Expects half of the free width left of the window, and a quarter of the free height above it.
 void expectCentered(const QWidget& window) {
     const QRect frame = window.frameGeometry();
     const int left = frame.left() - available().left();
@@ -95,7 +95,8 @@ TEST(AuxiliaryWindow, centringLeavesAMaximisedOrFullScreenWindowAlone) {
     }
 }
 
-// The offscreen platform applies the flag only when the window's state is set.
+// Adds the window's frame or removes it. The offscreen platform applies the flag only when the
+// window's state is set.
 void setFrame(QWindow& handle, bool frame) {
     handle.setFlag(Qt::FramelessWindowHint, !frame);
     handle.setWindowState(Qt::WindowFullScreen);

@@ -37,7 +37,7 @@ QPalette darkPalette() {
     return palette;
 }
 
-TEST_F(ButtonTest, itsFocusMarkContrastsWithTheSameButtonWithoutIt) {
+TEST_F(ButtonTest, theFocusMarkContrastsWithTheSameButtonWithoutTheFocus) {
     for (const QPalette& palette : {QApplication::style()->standardPalette(), darkPalette()}) {
         window.setPalette(palette);
         for (const bool down : {false, true}) {

@@ -36,14 +36,14 @@ TEST_F(ClickableLabelTest, aPressThatIsReleasedOutsideIsNoClick) {
     EXPECT_EQ(clicks.size(), 0);
 }
 
-TEST_F(ClickableLabelTest, spaceReturnAndEnterClickIt) {
+TEST_F(ClickableLabelTest, spaceReturnAndEnterClickTheLabel) {
     for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_A}) {
         QTest::keyClick(&label, key);
     }
     EXPECT_EQ(clicks.size(), 3);
 }
 
-TEST_F(ClickableLabelTest, tabReachesItAndClicksDoNotFocusIt) {
+TEST_F(ClickableLabelTest, tabFocusesTheLabelButAClickDoesNot) {
     EXPECT_EQ(label.focusPolicy(), Qt::TabFocus);
     label.clearFocus();
     QTest::mouseClick(&label, Qt::LeftButton);

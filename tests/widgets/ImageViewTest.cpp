@@ -49,7 +49,7 @@ TEST(ImageView, aSmallImageIsScaledUpProportionally) {
 
 TEST(ImageView, anImageOfTheViewsSizeIsShownUnscaled) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
-        // Scaling would make lines grey that are one pixel wide.
+        // The lines are one pixel wide. Scaling would make them grey.
         QImage lines =
             filled(static_cast<int>(200 * ratio), static_cast<int>(100 * ratio), Qt::white);
         for (int x = 0; x < lines.width(); x += 2) {

@@ -17,8 +17,8 @@ QPalette paletteOf(const QColor& text, const QColor& ground, const QColor& link)
     return palette;
 }
 
-// The contrast of two greys by WCAG 2. Luminance is a weighted mean of three values, one for each
-// channel. For a grey they are equal, so one of them is the luminance.
+// The contrast ratio of two greys. Luminance is a weighted mean of three values, one for each
+// channel. For a grey the three values are equal, so each of them is the luminance.
 double contrastOfGreys(const QColor& one, const QColor& other) {
     const auto luminance = [](const QColor& grey) {
         EXPECT_EQ(grey.red(), grey.green());

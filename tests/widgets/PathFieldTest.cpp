@@ -28,7 +28,7 @@ TEST(PathField, theTooltipHasTheWholePath) {
     EXPECT_EQ(field.toolTip(), path);
 }
 
-// Qt renders a tooltip that looks like HTML.
+// Qt renders a tooltip that looks like HTML as HTML.
 TEST(PathField, theTooltipShowsAPathThatLooksLikeHTMLUnchanged) {
     PathField field;
     const QString path = QStringLiteral("/home/a <b>bold</b>  &lt; name/<br>/export.xml");
@@ -40,8 +40,9 @@ TEST(PathField, theTooltipShowsAPathThatLooksLikeHTMLUnchanged) {
     EXPECT_EQ(shown.toPlainText(), path);
 }
 
-// The field is far too short for the paths. If two paths look different although they differ only
-// in their last letters, then the end is shown. The same holds for the first letters.
+// The field is far too short for the paths. If paths look different although they differ only in
+// their last letters, the end is shown. The same holds for the start. If paths look equal although
+// they differ only in the middle, the middle is not shown.
 TEST(PathField, aLongPathIsShownWithoutItsMiddle) {
     PathField field;
     field.resize(200, 30);

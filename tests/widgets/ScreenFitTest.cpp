@@ -88,7 +88,7 @@ TEST_F(ScreenFitTest, aWindowThatIsOnlyTooTallKeepsItsWidth) {
     EXPECT_EQ(window.width(), 300);
 }
 
-TEST_F(ScreenFitTest, aWindowThatIsOnlyTooTallIsMovedHorizontallyToo) {
+TEST_F(ScreenFitTest, aTooTallWindowBeyondTheRightEdgeIsMovedHorizontallyToo) {
     show({screen.right() - 10, 120, 300, screen.height()});
     fitOnScreen(window);
     EXPECT_EQ(window.frameGeometry().bottomRight(), screen.bottomRight());

@@ -118,7 +118,7 @@ TEST_F(TableViewTest, aDragFromAGroupRowDoesNotChangeTheSelection) {
     EXPECT_EQ(table.selectedRowIndexes(), Rows({7}));
 }
 
-TEST_F(TableViewTest, theFirstArrowKeyGoesToTheFirstSelectableRow) {
+TEST_F(TableViewTest, withoutACurrentRowAKeyGoesToTheFirstSelectableRow) {
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown}) {
@@ -188,7 +188,7 @@ TEST_F(TableViewTest, selectingTheSameRowsAgainDoesNotNotify) {
     EXPECT_EQ(rows.notifications, 1);
 }
 
-TEST_F(TableViewTest, deselectAllOnAnEmptySelectionDoesNotNotify) {
+TEST_F(TableViewTest, deselectAllNotifiesOnlyIfRowsWereSelected) {
     table.deselectAll();
     EXPECT_EQ(rows.notifications, 0);
     click(1);
@@ -256,8 +256,8 @@ TEST_F(TableViewTest, aTableTooNarrowForTheLastColumnsMinimumScrollsHorizontally
     EXPECT_GT(table.horizontalScrollBar()->maximum(), 0);
 }
 
-// Counts the paints of a table while its vertical scroll bar is missing, and the times when the
-// horizontal one appears.
+// Counts the paints of a table, the paints without a vertical scroll bar, and how often the
+// horizontal scroll bar appears.
 class ScrollBarWatch final : public QObject {
   public:
     explicit ScrollBarWatch(TableView& table) : _table(table) {
@@ -283,7 +283,7 @@ class ScrollBarWatch final : public QObject {
     TableView& _table;
 };
 
-TEST_F(TableViewTest, rowsAreNeverPaintedWithoutTheirScrollBarOrWithAHorizontalOne) {
+TEST_F(TableViewTest, aReloadShowsTheVerticalScrollBarAtOnceAndNeverAHorizontalOne) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
     QCoreApplication::processEvents();
     ASSERT_FALSE(table.verticalScrollBar()->isVisible());
@@ -535,7 +535,7 @@ TEST_F(TableViewTest, theFocusIsAContrastingOutlineAndNotFilled) {
 
 TEST_F(TableViewTest, aRightToLeftTextIsDrawnRightToLeft) {
     // The text looks the same as inside a right-to-left embedding (U+202B), and different from the
-    // same text inside a left-to-right embedding (U+202A). DejaVu Sans has these characters.
+    // same text inside a left-to-right embedding (U+202A). DejaVu Sans has the Hebrew letters.
     const QString date = QStringLiteral("2 \u05d1\u05de\u05e8\u05e5 2025");
     const auto cell = [&](const QString& text) {
         rows.textOfRow[1] = text;
@@ -671,7 +671,7 @@ class PaintedRegion final : public QObject {
     QRegion region;
 };
 
-// The group row that heads the topmost visible row is pinned.
+// A table that scrolls: a group row with ten rows, and another group row with a hundred.
 class PinnedRowTest : public TableViewTest {
   protected:
     PinnedRowTest() {
