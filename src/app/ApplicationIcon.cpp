@@ -24,7 +24,7 @@ QIcon iconOfSizes(std::initializer_list<int> sizes, const Bundle& bundle) {
     return icon;
 }
 
-// Sets the icon in all sizes after the first paint, because decoding the large ones takes as long
+// Sets the icon in all sizes after the first paint, because decoding the large sizes takes as long
 // as creating the window.
 class AfterFirstPaint final : public QObject {
   public:

@@ -32,6 +32,6 @@ int main(int argc, char** argv) {
         status = QApplication::exec();
     }
     // Not `return status`: a file may still be read on another thread. Static destructors would
-    // destroy objects that the thread uses, or wait for it.
+    // destroy objects that the thread uses, or wait for the thread.
     std::_Exit(status);
 }

@@ -1,6 +1,7 @@
 // The threads are detached, because no destructor may wait for a thread. So a thread may outlive
-// the receiver and the application object. It must not post once either is gone. So it locks the
-// gate's mutex to post, and both destructors lock the same mutex to record that the object is gone.
+// the receiver and the application object, but must not post once either is gone. Threads post with
+// the gate's mutex locked. With the same mutex locked, each of the two destructors records that its
+// object is gone.
 
 #include "platform/BackgroundTask.h"
 
@@ -44,7 +45,7 @@ void openGate() {
     }
 }
 
-// The receiver of one completion, null once it is destroyed. Guarded by the gate's mutex.
+// The receiver of one completion; null once the receiver is destroyed. Guarded by the gate's mutex.
 struct Address {
     QObject* receiver;
 };

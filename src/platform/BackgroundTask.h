@@ -18,7 +18,7 @@ void run(std::function<void()> work, QObject* receiver, std::function<void()> co
 }  // namespace background
 
 /// Runs `work()` on a new thread, and then `completion(result)` in the event loop of the receiver's
-/// thread. Returns at once. Call it on the receiver's thread.
+/// thread. Returns at once. Call this on the receiver's thread.
 ///
 /// - Calls do not wait for each other, so their completions may run in any order.
 /// - If the receiver or the application object is destroyed before the completion runs, the

@@ -14,8 +14,8 @@ namespace ambulet {
 /// On Linux a bookmark is a record of the absolute path and of the file's `FileIdentity`. On macOS
 /// it is the system's security-scoped bookmark; that variant was never run.
 ///
-/// No operation opens the file. `make` and `resolve` access the file system, so they block if it
-/// hangs. Any thread.
+/// No operation opens the file. `make` and `resolve` access the file system, so they block if the
+/// file system hangs. Any thread.
 class FileBookmark {
   public:
     struct Resolved {

@@ -32,9 +32,9 @@ class WholeFile {
     /// because it also removes the temporary file of a write that is in progress.
     void removeLeftovers() const;
 
-    /// While it is held, excludes other locks on files of the same folder, in this process and in
-    /// others. The constructor waits for them. It gives up, and `isHeld` is false, if the file has
-    /// not changed for half a second, or if the folder cannot be locked.
+    /// A lock on the file's folder, which only one `Lock` in all processes can hold at a time. The
+    /// constructor waits while another `Lock` holds it. The constructor gives up, and `isHeld` is
+    /// false, if the file has not changed for half a second, or if the folder cannot be locked.
     class Lock {
       public:
         explicit Lock(const WholeFile& file);

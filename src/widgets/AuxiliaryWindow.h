@@ -36,8 +36,8 @@ class AuxiliaryWindow final : public QWidget {
     /// Adds a menu bar to a window without one. The window owns the bar and grows by its height.
     void addMenuBar(QMenuBar* menuBar);
 
-    /// Sets the smallest size of the window, including its frame, at factor 1, in points. On a
-    /// screen with less space, this space is the smallest size.
+    /// Sets the smallest size of the window, including its frame, at factor 1, in points. The
+    /// available area of the screen limits this size.
     void setMinimumFrameSize(QSize size);
 
     /// Centres the window on its screen horizontally, and vertically with a quarter of the free

@@ -14,8 +14,8 @@ namespace ambulet {
 
 namespace {
 
-/// Replaces every digit of a text by the widest digit of a font. The result is at least as wide as
-/// every number with the same number of digits.
+/// Replaces every digit of a text by the widest digit of a font. So the result is at least as wide
+/// as every text that differs only in its digits.
 class WidestDigits {
   public:
     explicit WidestDigits(const QFontMetrics& metrics) : _metrics(metrics) {}

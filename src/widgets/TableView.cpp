@@ -65,7 +65,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     auto* const header = new TableHeader(RowDelegate::padding, this);
     header->setHighlightSections(false);
-    header->setMinimumSectionSize(0);  // the minimum widths are those of the columns
+    header->setMinimumSectionSize(0);  // columnDidResize keeps the minimum widths
     header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     setHorizontalHeader(header);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TableView::columnDidResize);
@@ -223,8 +223,8 @@ void TableView::keyPressEvent(QKeyEvent* event) {
     viewport()->update();
 }
 
-// Selects the row to which a key has led. Qt does not, if the row was the current row already. But
-// Escape may have cleared the selection, or all rows may be selected.
+// Selects the row to which a key has led, even if that row was the current row already. Qt does
+// nothing then, but Escape may have cleared the selection, or all rows may be selected.
 void TableView::selectWhereKeyLeads(const QKeyEvent* event) {
     const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
                        event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||

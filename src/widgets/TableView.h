@@ -20,9 +20,9 @@ class TableViewDataSource;
 /// - Group rows: each heads the rows up to the next one, and stays at the top of the table while
 ///   they scroll ("pinned"), until the next group row pushes it away. The mouse works on a pinned
 ///   row as on any other group row.
-/// - Columns: each is at least as wide as its widest text. The last column takes the rest of the
-///   width; the user can change the width of the others. A text that does not fit ends with an
-///   ellipsis, and the tooltip has the whole text.
+/// - Columns: each is wide enough for its widest text, unless the user has made it narrower. The
+///   last column takes the rest of the width. A text that does not fit ends with an ellipsis, and
+///   the tooltip has the whole text.
 class TableView : public QTableView {
     Q_OBJECT
 

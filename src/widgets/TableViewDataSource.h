@@ -14,8 +14,9 @@ class TableViewDataSource {
     /// The text of a cell; null if the cell is empty. `identifier`: the column's.
     virtual QString objectValueForTableColumn(const QString& identifier, int row) const = 0;
 
-    /// A few rows that include the row with the column's widest text, if all digits were equally
-    /// wide and group rows were not bold. Must not format the texts of all rows.
+    /// A few rows, among them the row with the column's widest text. "Widest" assumes that all
+    /// digits are equally wide and that group rows are not bold. Must not format the texts of all
+    /// rows.
     virtual std::vector<int> rowsWithWidestTexts(const QString& identifier) const = 0;
 
     /// The text that is shown in the middle of the table while it has no rows; null for none.
