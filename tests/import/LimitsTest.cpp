@@ -152,9 +152,10 @@ TEST(Limits, aDoctypeThatMakesExpatUseTooMuchMemoryIsIgnored) {
     EXPECT_EQ(readFile(path, 4096, kept(1'000'000)), (Reading{both, {}}));
 }
 
-// The content has nearly as many open elements, attributes and long tags as the fast reader
-// accepts. If expat had read these, it would still use memory for them, which counts towards the
-// limit. ExportReader must lower the limit for the rest of the file by at least as much.
+// The content has nearly as many open elements, names of attributes, and bytes of long tags as the
+// fast reader accepts. If expat had read these, it would still use memory for them, which counts
+// towards the limit. ExportReader must lower the limit for the rest of the file by at least as
+// much.
 TEST(Limits, theMemoryLimitIsTheSameWhicheverReaderReadsTheBeginning) {
     const std::string name(199, 'n');
     std::string content;

@@ -50,7 +50,7 @@ class OpeningWatch {
 };
 
 // Declarations of the entities e0 to e19. The value of e0 is `first`; the value of each other
-// entity refers ten times to the entity before. `kind` and `reference` are "" and "&" for general
+// entity refers ten times to the previous one. `kind` and `reference` are "" and "&" for general
 // entities, "% " and "&#37;" for parameter entities.
 std::string bomb(std::string_view first, const std::string& kind, const std::string& reference) {
     std::string declarations = "<!ENTITY " + kind + "e0 '" + std::string(first) + "'>\n";
