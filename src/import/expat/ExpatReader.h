@@ -13,8 +13,7 @@ class InputFile;
 /// Reads XML documents with expat, which decides what is well-formed.
 /// - Namespaces are not processed.
 /// - Internal entities are expanded. External ones are never opened.
-/// - A document type declaration that has an error, or exceeds a limit, is ignored if its end can
-/// be
+/// - A document type declaration that has an error or exceeds a limit is ignored if its end can be
 ///   found, unless its entities may be nested too deeply.
 /// - The use of memory and stack is bounded for every file.
 class ExpatReader {
