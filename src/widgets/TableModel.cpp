@@ -37,13 +37,13 @@ const TableColumn& TableModel::columnOf(const QModelIndex& index) const {
     return _columns[static_cast<std::size_t>(index.column())];
 }
 
-bool TableModel::isShown(const QModelIndex& index) const {
+bool TableModel::hasRowOf(const QModelIndex& index) const {
     return index.isValid() && _dataSource != nullptr &&
            index.row() < _dataSource->numberOfRowsInTableView();
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
-    if (!isShown(index)) {
+    if (!hasRowOf(index)) {
         return {};
     }
     switch (role) {
@@ -94,7 +94,7 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
     // Without ItemIsEnabled, arrow keys skip the row, a click on the row does not change the
     // selection, and a range of selected rows continues after the row.
-    return isShown(index) && _dataSource->shouldSelectRow(index.row())
+    return hasRowOf(index) && _dataSource->shouldSelectRow(index.row())
                ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
                : Qt::NoItemFlags;
 }

@@ -36,9 +36,9 @@ class TableModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
-    // False without a data source, and for a row that it no longer has. Until `reload`, the views
-    // may ask for such a row.
-    bool isShown(const QModelIndex& index) const;
+    // Whether the data source has the row. Until `reload`, the views may ask for a row that it no
+    // longer has.
+    bool hasRowOf(const QModelIndex& index) const;
     const TableColumn& columnOf(const QModelIndex& index) const;
 
     TableViewDataSource* _dataSource = nullptr;
