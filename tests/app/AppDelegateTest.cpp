@@ -58,12 +58,12 @@ class AppDelegateTest : public testing::Test {
         throw std::logic_error("there is no main window");
     }
 
-    // The item with that text in a window's menu bar.
+    // The item that shows `text` in a menu of the window.
     static QAction& item(const QString& text, const QWidget& window = mainWindow()) {
         return itemShowing(text, *window.findChild<QMenuBar*>());
     }
 
-    // Runs the event loop until the application quits; after 30 seconds gives up and returns 1.
+    // Runs the event loop until the application quits. Returns the exit status; 1 after 30 seconds.
     static int run() {
         QTimer::singleShot(30000, [] { QCoreApplication::exit(1); });
         return QApplication::exec();
@@ -133,7 +133,7 @@ TEST_F(AppDelegateTest, theMenuTitlesDoNotFollowChangesOfTheBundle) {
         EXPECT_NO_THROW(item(title)) << title.toStdString();
     }
     other.showAboutPanel();
-    EXPECT_NO_THROW(item(u"About First"_s, about())) << "a menu bar made after the change";
+    EXPECT_NO_THROW(item(u"About First"_s, about())) << "in a menu bar made after the change";
 }
 
 TEST_F(AppDelegateTest, eachWindowHasAMenuBarWithTheSameItems) {
@@ -157,7 +157,7 @@ TEST_F(AppDelegateTest, eachWindowHasAMenuBarWithTheSameItems) {
     EXPECT_EQ(texts(about()), inMain);
 }
 
-TEST_F(AppDelegateTest, theItemsOfTheGuideWorkAfterTheOtherWindowsAreClosed) {
+TEST_F(AppDelegateTest, theMenusOfTheGuideAndOfAboutWorkAfterTheOtherWindowsAreClosed) {
     delegate.applicationDidFinishLaunching();
     mainWindow().close();
     item(u"About Daily Steps"_s, help()).trigger();
@@ -191,7 +191,7 @@ TEST_F(AppDelegateTest, onlyClosingTheLastOfTheThreeWindowsQuits) {
     delegate.showAboutPanel();
     const QuitSpy quit;
     bool allClosed = false;
-    // Handles the events of closing one window before the next one is closed.
+    // Each window is closed after the events of closing the window before it are handled.
     QTimer::singleShot(0, [&] {
         mainWindow().close();
         QTimer::singleShot(0, [&] {

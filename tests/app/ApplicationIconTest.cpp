@@ -24,7 +24,7 @@ TEST(ApplicationIcon, theIconHasTheSizesThatDesktopsUse) {
     }
 }
 
-TEST(ApplicationIcon, everyShapeHasAContrastOfTwoToOneWithWhatIsBehindIt) {
+TEST(ApplicationIcon, everyShapeHasAContrastOfAtLeastTwoToOneWithWhatIsBehindIt) {
     const QImage icon = applicationIcon(Bundle::main()).pixmap(QSize(256, 256), 1).toImage();
     struct {
         const char* what;

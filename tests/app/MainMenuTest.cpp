@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The items of a menu, one string each: "text" or "text | shortcut"; a separator is "-".
+// One string for each item of a menu: "text" or "text | shortcut", or "-" for a separator.
 QStringList lines(const QMenu& menu) {
     QStringList found;
     for (const QAction* const item : menu.actions()) {
@@ -40,7 +40,7 @@ class MainMenuTest : public testing::Test {
     QMainWindow window;
 };
 
-// The texts of all items, with the marks of their access keys.
+// The texts of all items, in which "&" marks the access key. Without separators.
 QStringList marked(const QWidget& menu) {
     QStringList texts;
     for (const QAction* const item : menu.actions()) {

@@ -21,7 +21,8 @@ inline QString shownText(const QAction& item) {
     return shown;
 }
 
-/// The item that shows `text` in one of the menus of `bar`, or in `bar` if that is a menu.
+/// The item that shows `text` in one of the menus of `bar`, or in `bar` itself if that is a menu.
+/// Throws std::out_of_range if there is none.
 inline QAction& itemShowing(const QString& text, const QWidget& bar) {
     for (QAction* const item : bar.actions()) {
         if (shownText(*item) == text && qobject_cast<const QMenu*>(&bar) != nullptr) {

@@ -23,7 +23,8 @@ class WindowMenuTest : public testing::Test {
 
     QAction& item(const QString& text) { return itemShowing(text, menu); }
 
-    // The items below the four fixed ones; a checked item is marked by "* ".
+    // The items below the four fixed ones: "* " and the text if checked, else the text; "-" for a
+    // separator.
     QStringList list() {
         Q_EMIT menu.aboutToShow();
         QStringList found;
@@ -65,7 +66,7 @@ TEST_F(WindowMenuTest, eachListedWindowHasAnAccessKeyOfItsOwn) {
     for (const QAction* const action : menu.actions().mid(5)) {
         texts.append(action->text());
     }
-    // Z is Zoom's, so the first gets its second letter and the other has none left.
+    // Zoom has Z, so Zebra gets its second letter. Zzz has no other letter.
     EXPECT_EQ(texts, QStringList({u"Z&ebra"_s, u"Zzz"_s}));
 }
 
@@ -127,7 +128,7 @@ TEST_F(WindowMenuTest, minimizeAndZoomActOnTheFrontWindowOnly) {
     EXPECT_FALSE(behind.isMaximized());
 }
 
-TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledIfTheFrontWindowLacksThatButton) {
+TEST_F(WindowMenuTest, minimizeAndZoomAreDisabledIfTheFrontWindowLacksTheirButton) {
     EXPECT_FALSE(item(u"Minimize"_s).isEnabled()) << "there is no window at all";
     EXPECT_FALSE(item(u"Zoom"_s).isEnabled());
     QWidget both;

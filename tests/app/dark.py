@@ -1,4 +1,4 @@
-"""The settings of a dark desktop: environment variables, and the content of kdeglobals."""
+"""The settings of a dark desktop: DARK for the environment, DARK_COLORS for the file kdeglobals."""
 
 DARK = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
 DARK_COLORS = """[Colors:Window]

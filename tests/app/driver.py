@@ -28,12 +28,13 @@ FAULTS = {"LD_PRELOAD": str(BIN / "libambulet_faults.so")}
 
 
 def wait_for(what, condition):
-    """Waits until condition() is true and returns its value. Fails, naming `what`, after PATIENCE."""
+    """Waits until condition() is true, and returns the value of condition(). After PATIENCE it fails with a
+    message that names `what`."""
     end = time.monotonic() + PATIENCE
     while True:
         try:
             value = condition()
-        except (gi.repository.GLib.Error, StopIteration):  # gone, missing or not answering yet
+        except (gi.repository.GLib.Error, StopIteration):  # the object is gone, or not there yet
             value = None
         if value:
             return value
@@ -86,7 +87,7 @@ class ClientMessage(ctypes.Structure):
                 ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 12)]
 
 
-# Xlib's own handler ends the process.
+# Without this, an error of Xlib would end the process.
 IGNORE_ERROR = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(
     lambda display, error: 0)
 
@@ -111,7 +112,7 @@ def close(window):
 
 
 def window_property(window, name):
-    """The value of a window's property, as printed by xprop."""
+    """The value of a window's property, as xprop prints it."""
     told = subprocess.run(["xprop", "-id", window, name], check=True, capture_output=True,
                           text=True).stdout
     return re.split(r"[=:]", told, maxsplit=1)[-1].strip()
@@ -130,7 +131,7 @@ def is_minimized(window):
 
 
 def front_window():
-    """The active X window; None if there is none."""
+    """The active X window, or None."""
     told = subprocess.run(["xdotool", "getactivewindow"], capture_output=True, text=True,
                           check=False)
     return told.stdout.strip() if told.returncode == 0 else None
@@ -194,7 +195,7 @@ class Program:
         return tuple(side * self.scale for side in (box.x, box.y, box.width, box.height))
 
     def click(self, node, *, modifier=None, button=1):
-        """Clicks in the middle of an object."""
+        """Clicks on the middle of an object."""
         x, y, width, height = self.extents(node)
         self.click_at(x + width // 2, y + height // 2, modifier=modifier, button=button)
 
@@ -277,7 +278,7 @@ class Program:
         def is_typed():
             texts = [Atspi.Text.get_text(node, 0, -1) for node in self.all(Atspi.Role.TEXT)]
             if os.path.basename(file) in texts:
-                # Qt replaced the path by the name: its list of suggestions had the focus for a moment.
+                # Qt has replaced the path by the name: the list of suggestions had the focus for a moment.
                 key("ctrl+a")
                 type_text(str(file))
             return str(file) in texts
@@ -318,7 +319,7 @@ class ProgramTest(unittest.TestCase):
 
     def start(self, *arguments, **environment):
         program = self.start_without_waiting(*arguments, **environment)
-        # The window is created before its contents.
+        # Waits for a control, because the window is created before its contents.
         program.find(Atspi.Role.PUSH_BUTTON, "Choose…")
         return program
 
@@ -331,7 +332,7 @@ class ProgramTest(unittest.TestCase):
         self.settings_file.write_text(f'[General]\nxmlFilePath="{file}"\n')
 
     def remember_endless_load(self):
-        """Remembers an export. In a program with the returned environment, loading it never ends."""
+        """Remembers an export. Returns an environment in which the program never ends loading that export."""
         mount = self.folder / "mount"
         mount.mkdir()
         file = mount / "export.xml"
@@ -340,7 +341,7 @@ class ProgramTest(unittest.TestCase):
         return {"AMBULET_HANG": str(mount), **FAULTS}
 
     def export(self, size, name="export.xml"):
-        """Makes an export of about the size, such as "20M"; returns its path."""
+        """Makes an export of about `size`, such as "20M". Returns the path of the export."""
         file = self.folder / name
         subprocess.run([BIN / "makeexport", "--size", size, file], check=True)
         return file

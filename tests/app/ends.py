@@ -1,5 +1,5 @@
 """How the program ends: by signals, by a lost display, by closing its windows in every order. Also two
-copies at the same time, and stored frames outside the screen."""
+copies of the program at the same time, and stored frames outside the screen."""
 
 import itertools
 import os
@@ -14,7 +14,7 @@ from driver import (ABOUT, GUIDE, MAIN, Atspi, Program, ProgramTest, close, fron
 
 class Ends(ProgramTest):
     def assert_settings_whole(self):
-        """The settings file exists and has the path. Its folder contains no other file."""
+        """Asserts that the settings file has the path, and that its folder contains no other file."""
         self.assertIn("xmlFilePath=", self.settings_file.read_text())
         self.assertEqual([entry.name for entry in self.configuration.iterdir()],
                          [self.settings_file.name])
@@ -107,7 +107,7 @@ class Ends(ProgramTest):
                     program.activate(title)
                     close(front_window())
                     if title != order[-1]:
-                        wait_for("it to close", lambda: not windows_named(title))
+                        wait_for(f"{title} to close", lambda: not windows_named(title))
                 self.assertEqual(program.end(), 0)
                 self.settings_file.unlink(missing_ok=True)
 
@@ -142,7 +142,7 @@ class Ends(ProgramTest):
 
 
 def stored_frame(x, y, width, height, screen=0, maximized=0, full_screen=0):
-    """A frame in the form in which the settings file stores it."""
+    """A frame as it is written in the settings file."""
     def rectangle(left, top):
         return struct.pack(">4i", left, top, left + width - 1, top + height - 1)
 
@@ -165,7 +165,7 @@ class Frames(ProgramTest):
             "one point at the bottom": stored_frame(100, height - 1, 700, 500),
             "another screen": stored_frame(4000, 100, 700, 500, screen=7),
             "a negative screen": stored_frame(4000, 100, 700, 500, screen=-3),
-            "as large as can be": stored_frame(-2 ** 30, -2 ** 30, 2 ** 30, 2 ** 30),
+            "a very large one": stored_frame(-2 ** 30, -2 ** 30, 2 ** 30, 2 ** 30),
             "a negative size": stored_frame(100, 100, -50, -50),
         }
         for name, frame in frames.items():
@@ -179,7 +179,7 @@ class Frames(ProgramTest):
                             and left <= width - 50 and frame_width <= width
                             and frame_height <= height)
 
-                wait_for(f"the window from {name}", in_reach)
+                wait_for(f"the window to be in reach: {name}", in_reach)
                 program.process.terminate()
                 self.assertEqual(program.end(), 0)
 

@@ -1,5 +1,5 @@
-"""Faults of the export file and of the system. The real program must stay usable, quit at once, and keep
-its settings."""
+"""Faults of the export file and of the system. In spite of them, the real program must stay usable, quit at
+once, and keep its settings."""
 
 import os
 import random
@@ -16,7 +16,8 @@ RECORD = (b'<Record type="HKQuantityTypeIdentifierStepCount" value="1" '
 
 class Faults(ProgramTest):
     def write_export(self, records, name="export.xml"):
-        """Writes an export that repeats one record for each day of March. Returns its path."""
+        """Writes an export of about `records` records of one step: repeatedly one for each day of March.
+        Returns the path."""
         file = self.folder / name
         with file.open("wb") as out:
             out.write(b"<HealthData>\n")
@@ -60,7 +61,7 @@ class Faults(ProgramTest):
         limits = f"--pid={program.process.pid}"
         subprocess.run(["prlimit", limits, "--nofile=3:"], check=True)
         program.set_stride("3.25")
-        program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")  # kept in memory
+        program.find(Atspi.Role.PUSH_BUTTON, r"Miles: .* @ 3\.25 ft/step")  # the program keeps it in memory
         self.assertNotIn("strideFootLength", self.settings_file.read_text())
         subprocess.run(["prlimit", limits, "--nofile=1024:"], check=True)
         self.quit(program)

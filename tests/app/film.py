@@ -1,4 +1,4 @@
-"""Films the display. The X server keeps the picture in a file, which is read repeatedly."""
+"""Films the display: reads the file in which the X server keeps the picture again and again."""
 
 import mmap
 import os
@@ -19,7 +19,7 @@ class Film:
         file = pathlib.Path(os.environ["AMBULET_DESKTOP"]) / "Xvfb_screen0"
         with open(file, "rb") as opened:
             self._map = mmap.mmap(opened.fileno(), 0, access=mmap.ACCESS_READ)
-        # An X window dump: numbers of 32 bits, the most significant byte first.
+        # The file is an X window dump. Its header has numbers of 32 bits, the most significant byte first.
         header = struct.unpack(">25I", self._map[:100])
         self._begin, self._width, self._height = header[0] + header[19] * 12, header[4], header[5]
         self._line = header[12]
@@ -55,7 +55,7 @@ class Film:
 
 
 def save(lines, path):
-    """Writes a picture to a PNG file. The picture is given as lines with 4 bytes per pixel."""
+    """Writes a picture, given as lines with 4 bytes per pixel, to a PNG file."""
     def chunk(kind, data):
         body = kind + data
         return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))

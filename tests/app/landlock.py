@@ -2,7 +2,7 @@
 - It can read only at or below the --read and --write paths.
 - It can write only at or below the --write paths.
 - It can neither make nor accept TCP connections.
-Exits with 77 if the kernel does not support this."""
+The exit status is 77 if the kernel does not support this."""
 
 import ctypes
 import os
@@ -11,8 +11,9 @@ import sys
 CREATE_RULESET, ADD_RULE, RESTRICT_SELF = 444, 445, 446
 VERSION_FLAG, PATH_BENEATH = 1, 1
 EXECUTE, WRITE_FILE, READ_FILE, READ_DIR = 1, 2, 4, 8
+TRUNCATE = 1 << 14
 ALL_FILE_RIGHTS = (1 << 15) - 1  # those of version 3: all but ioctl on devices
-FILE_RIGHTS = EXECUTE | WRITE_FILE | READ_FILE | 1 << 14
+FILE_RIGHTS = EXECUTE | WRITE_FILE | READ_FILE | TRUNCATE  # those that a rule for a file may have
 ALL_TCP_RIGHTS = 3
 TCP_VERSION = 4
 PR_SET_NO_NEW_PRIVS = 38
@@ -37,7 +38,7 @@ def call(number, *arguments):
 
 
 def version():
-    """The kernel's version of Landlock; 0 if it has none."""
+    """The version of the kernel's Landlock; 0 if the kernel has none."""
     return max(0, libc.syscall(CREATE_RULESET, None, 0, VERSION_FLAG))
 
 

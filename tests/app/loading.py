@@ -31,7 +31,7 @@ class Loading(ProgramTest):
         program.label("From: [A-Z][a-z]{2} [0-9]+, [0-9]{4}")
         path = program.find(Atspi.Role.TEXT, "Export file")
         self.assertEqual(Atspi.Text.get_text(path, 0, -1), str(file))
-        # Also waits until the dialog's completion list is closed.
+        # The dialog's list of suggestions is closed, too.
         self.assertFalse([node for node in program.all(Atspi.Role.LIST)
                           if has_state(node, Atspi.StateType.SHOWING)])
         self.picture("loaded.png")
@@ -47,7 +47,7 @@ class Loading(ProgramTest):
         self.assertEqual([entry.name for entry in self.configuration.iterdir()],
                          [self.settings_file.name])
 
-    def test_quitting_during_a_load_ends_the_process_without_it(self):
+    def test_quitting_does_not_wait_for_a_load(self):
         endless = self.remember_endless_load()
         for quitting in (lambda: close(front_window()), lambda: key("ctrl+q")):
             program = self.start(**endless)

@@ -6,12 +6,12 @@ import unittest
 from driver import (ABOUT, GUIDE, MAIN, Atspi, ProgramTest, close, front_window, has_state,
                     is_minimized, key, wait_for, window_property, windows_named, xdotool)
 
-MINIMIZE = (0x8, 0x20)  # the function and the decoration in _MOTIF_WM_HINTS
+MINIMIZE = (0x8, 0x20)  # bits of _MOTIF_WM_HINTS: the function and the decoration
 
 
 class Menus(ProgramTest):
     def start_with_all_windows(self):
-        """Starts the program with all windows open; returns it and the X windows by title."""
+        """Starts the program and opens all its windows. Returns the program, and the X windows by title."""
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.activate(MAIN)
@@ -20,17 +20,17 @@ class Menus(ProgramTest):
         return program, {title: program.window(title) for title in (MAIN, GUIDE, ABOUT)}
 
     def start_another(self):
-        """Starts one more copy of the program; returns it and its main window, which is in front."""
+        """Starts one more copy of the program. Returns the copy and its main window, which is in front."""
         self.remember("")  # so that no guide opens
         before = set(windows_named(MAIN))
         program = self.start()
         window = wait_for("one more main window",
                           lambda: next(iter(set(windows_named(MAIN)) - before), None))
-        wait_for("it to be in front", lambda: front_window() == window)
+        wait_for("the new window to be in front", lambda: front_window() == window)
         return program, window
 
     def wait_for_minimized(self, windows):
-        wait_for("all windows minimised", lambda: all(map(is_minimized, windows)))
+        wait_for("all windows to be minimised", lambda: all(map(is_minimized, windows)))
 
     def decorations(self, window):
         """The functions and the decorations that the window requests from the window manager."""
@@ -40,7 +40,7 @@ class Menus(ProgramTest):
         xdotool("windowactivate", window)
         program.wait_until_in_front(title)
 
-    def test_hide_minimises_all_windows_and_show_all_restores_them_whichever_is_in_front(self):
+    def test_hide_minimises_all_windows_whichever_is_in_front_and_show_all_restores_them(self):
         program, windows = self.start_with_all_windows()
         for title, window in windows.items():
             self.restore(program, title, window)
@@ -48,7 +48,7 @@ class Menus(ProgramTest):
             self.wait_for_minimized(windows.values())
             self.restore(program, MAIN, windows[MAIN])
             program.choose("Daily Steps", "Show All")
-            wait_for("all windows", lambda: not any(map(is_minimized, windows.values())))
+            wait_for("all windows to be restored", lambda: not any(map(is_minimized, windows.values())))
             program.wait_until_in_front()
 
     def test_a_window_without_a_minimise_button_gets_one_only_while_it_is_hidden(self):
@@ -58,7 +58,7 @@ class Menus(ProgramTest):
         self.wait_for_minimized(windows.values())
         for title, own in before.items():
             self.assertEqual([asked & bit for asked, bit in zip(own, MINIMIZE)], [0, 0])
-            wait_for("the button", lambda: self.decorations(windows[title])
+            wait_for("the button to appear", lambda: self.decorations(windows[title])
                      == [asked | bit for asked, bit in zip(own, MINIMIZE)])
             self.restore(program, title, windows[title])
             wait_for("the button to go", lambda: self.decorations(windows[title]) == own)
@@ -67,11 +67,11 @@ class Menus(ProgramTest):
         _, other = self.start_another()
         program, own = self.start_another()
         key("ctrl+alt+h")
-        wait_for("the other minimised", lambda: is_minimized(other))
+        wait_for("the other window to be minimised", lambda: is_minimized(other))
         self.assertFalse(is_minimized(own))
         program.choose("Daily Steps", "Show All")
-        wait_for("the other back", lambda: not is_minimized(other))
-        wait_for("its own in front", lambda: front_window() == own)
+        wait_for("the other window to be restored", lambda: not is_minimized(other))
+        wait_for("the program's own window in front", lambda: front_window() == own)
 
     def test_hide_others_keeps_panels_and_show_all_does_not_restore_windows_that_the_user_minimised(self):
         typed = {self.start_another()[1]: kind for kind in ("DOCK", "DESKTOP")}
@@ -79,17 +79,18 @@ class Menus(ProgramTest):
         _, other = self.start_another()
         program, own = self.start_another()
         xdotool("windowminimize", minimized)
-        wait_for("the minimised one", lambda: is_minimized(minimized))
+        wait_for("the window to be minimised", lambda: is_minimized(minimized))
         for window, kind in typed.items():
             subprocess.run(["xprop", "-id", window, "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
                             "_NET_WM_WINDOW_TYPE", f"_NET_WM_WINDOW_TYPE_{kind}"], check=True)
         key("ctrl+alt+h")
-        # This window is the last in the window manager's list, so its request was sent last.
-        wait_for("the other minimised", lambda: is_minimized(other))
+        # Of the windows to be minimised, `other` is the last in the window manager's list, so it is the last
+        # that the program asked the window manager to minimise.
+        wait_for("the other window to be minimised", lambda: is_minimized(other))
         self.assertFalse(any(map(is_minimized, typed)))
         program.choose("Daily Steps", "Show All")
-        wait_for("the other back", lambda: not is_minimized(other))
-        wait_for("its own in front", lambda: front_window() == own)
+        wait_for("the other window to be restored", lambda: not is_minimized(other))
+        wait_for("the program's own window in front", lambda: front_window() == own)
         self.assertTrue(is_minimized(minimized))
 
     def test_show_all_does_not_restore_a_window_that_was_restored_and_minimised_again(self):
@@ -99,13 +100,14 @@ class Menus(ProgramTest):
         key("ctrl+alt+h")
         self.wait_for_minimized((restored, other))
         xdotool("windowmap", restored)
-        wait_for("the restored one", lambda: not is_minimized(restored))
+        wait_for("the window to be restored", lambda: not is_minimized(restored))
         xdotool("windowminimize", restored)
         self.wait_for_minimized((restored,))
         self.restore(program, MAIN, own)
         program.choose("Daily Steps", "Show All")
-        wait_for("the other back", lambda: not is_minimized(other))
-        # Show All restores windows in the order in which they were minimised, so it has passed this one.
+        wait_for("the other window to be restored", lambda: not is_minimized(other))
+        # Show All goes through the windows in the order in which Hide Others minimised them, and `restored`
+        # comes before `other`.
         self.assertTrue(is_minimized(restored))
 
     def test_hide_others_works_whichever_window_is_in_front(self):
@@ -114,16 +116,16 @@ class Menus(ProgramTest):
         for title, window in windows.items():
             self.restore(program, title, window)
             key("ctrl+alt+h")
-            wait_for("the other minimised", lambda: is_minimized(other))
+            wait_for("the other window to be minimised", lambda: is_minimized(other))
             self.assertFalse(any(map(is_minimized, windows.values())))
             self.restore(program, MAIN, windows[MAIN])
             program.choose("Daily Steps", "Show All")
-            wait_for("the other back", lambda: not is_minimized(other))
-            wait_for("its own in front", lambda: front_window() == windows[MAIN])
+            wait_for("the other window to be restored", lambda: not is_minimized(other))
+            wait_for("the program's own window in front", lambda: front_window() == windows[MAIN])
 
     def test_minimize_does_nothing_to_a_window_without_a_minimise_button(self):
         program, windows = self.start_with_all_windows()
-        # Keys are handled in order. When the second has its effect, the first has been handled.
+        # Keys are handled in order. When the second key has its effect, the first has been handled.
         self.restore(program, ABOUT, windows[ABOUT])
         key("ctrl+m", "Tab")
         wait_for("the focus on the link", lambda: any(
@@ -139,7 +141,7 @@ class Menus(ProgramTest):
         program, windows = self.start_with_all_windows()
         program.activate(MAIN)
         key("ctrl+m")
-        wait_for("the main window minimised", lambda: is_minimized(windows[MAIN]))
+        wait_for("the main window to be minimised", lambda: is_minimized(windows[MAIN]))
         self.assertFalse(is_minimized(windows[GUIDE]))
         self.assertFalse(is_minimized(windows[ABOUT]))
 
@@ -150,7 +152,7 @@ class Menus(ProgramTest):
         window = program.window(MAIN)
         before = program.frame(MAIN)
         program.choose("Window", "Zoom")
-        wait_for("the zoomed window", lambda: "MAXIMIZED_VERT" in window_property(
+        wait_for("the window to be maximised", lambda: "MAXIMIZED_VERT" in window_property(
             window, "_NET_WM_STATE"))
         program.choose("Window", "Zoom")
         wait_for("the old size", lambda: program.frame(MAIN) == before)
@@ -190,16 +192,18 @@ class Menus(ProgramTest):
             return [window for window in listed if not is_minimized(window)]
 
         self.restore(program, MAIN, windows[MAIN])
-        wait_for("the other between", lambda: stacking() == [windows[GUIDE], other, windows[MAIN]])
+        wait_for("the other window to be between",
+                 lambda: stacking() == [windows[GUIDE], other, windows[MAIN]])
         program.choose("Window", "Bring All to Front")
-        wait_for("the other below", lambda: stacking() == [other, windows[GUIDE], windows[MAIN]])
+        wait_for("the other window to be below",
+                 lambda: stacking() == [other, windows[GUIDE], windows[MAIN]])
         self.assertTrue(is_minimized(windows[ABOUT]))
 
     def close_all_but(self, program, windows, title):
         for other in windows.keys() - {title}:
             program.activate(other)
             close(front_window())
-            wait_for("it to close", lambda: windows[other] not in windows_named(other))
+            wait_for(f"{other} to close", lambda: windows[other] not in windows_named(other))
         program.activate(title)
 
     def test_every_item_can_be_reached_from_each_window_when_it_is_the_only_one(self):
@@ -264,13 +268,13 @@ class Menus(ProgramTest):
         program, windows = self.start_with_all_windows()
         program.activate(MAIN)
         key("ctrl+m")
-        wait_for("the main window minimised", lambda: is_minimized(windows[MAIN]))
+        wait_for("the main window to be minimised", lambda: is_minimized(windows[MAIN]))
         program.activate(ABOUT)
         key("ctrl+h")
         self.wait_for_minimized(windows.values())
         self.restore(program, ABOUT, windows[ABOUT])
         program.choose("Daily Steps", "Show All")
-        wait_for("the guide back", lambda: not is_minimized(windows[GUIDE]))
+        wait_for("the guide to be restored", lambda: not is_minimized(windows[GUIDE]))
         self.assertTrue(is_minimized(windows[MAIN]))
 
     def test_quit_ends_the_program_whichever_window_is_the_only_one_left(self):

@@ -1,6 +1,6 @@
 """A whole session of the real program under strace and under Landlock. The program must not use the
-network. It must write nothing but its settings. It must read nothing but itself, its settings, the chosen
-file, and files of the system and the desktop."""
+network. It must write nothing but its settings and files of the desktop. It must read nothing but itself,
+its settings, the chosen file, and files of the system and the desktop."""
 
 import os
 import pathlib
@@ -31,7 +31,7 @@ CHANGES = re.compile(r"^(rename|unlink|mkdir|rmdir|link|symlink|truncate|chmod|f
 
 def local_sockets():
     """The addresses of the display, the session bus, the accessibility bus, and the system's name service,
-    in the form of strace's output: those in the abstract name space begin with "@"."""
+    as strace prints them: those in the abstract name space begin with "@"."""
     display = os.environ["DISPLAY"].removeprefix(":").partition(".")[0]
     bus = re.findall(r"unix:(path|abstract)=([^,;]*)", os.environ["DBUS_SESSION_BUS_ADDRESS"])
     return [*(f"{kind}/tmp/.X11-unix/X{display}" for kind in ("", "@")),
@@ -125,7 +125,7 @@ class Privacy(ProgramTest):
         self.assertGreater(len(calls), 1000)
         read = set()
         for call in calls:
-            if call.name in ("connect", "sendto", "sendmsg", "sendmmsg"):  # even if it failed
+            if call.name in ("connect", "sendto", "sendmsg", "sendmmsg"):  # even if the call failed
                 for kind, address in re.findall(r'sun_path=(@?)"([^"]*)', call.arguments):
                     self.assertIn(kind + address, local_sockets())
         for call in filter(lambda call: call.succeeded, calls):
@@ -145,7 +145,7 @@ class Privacy(ProgramTest):
                 elif "O_DIRECTORY" not in call.arguments and not os.path.isdir(path):
                     self.assertTrue(self.is_allowed_to_be_read(path), call.arguments)
                 read.add(os.path.normpath(path))
-        self.assertIn(str(self.file), read)  # so the check above sees opened files
+        self.assertIn(str(self.file), read)  # so the loop above sees opened files
         self.assertIn(str(self.settings_file), read)
         self.assertEqual(sorted(os.listdir(self.configuration)), [self.settings_file.name])
 
@@ -166,7 +166,7 @@ class Privacy(ProgramTest):
             return subprocess.run([*confined, sys.executable, "-c", code, *map(str, arguments)],
                                   check=False, capture_output=True, text=True).stderr
 
-        # The restrictions are in force.
+        # Checks that the restrictions are in force.
         self.assertEqual(tried("import sys; open(sys.argv[1])", self.file), "")
         for neighbour in ("neighbour.xml", "neighbour", ".hidden"):
             self.assertIn("PermissionError", tried("import sys; open(sys.argv[1])",

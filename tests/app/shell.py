@@ -14,7 +14,7 @@ MWM_MAXIMIZE_DECORATION = 0x40
 
 class Shell(ProgramTest):
     def assert_centered(self, program, title):
-        """Horizontally centred, with a quarter of the free height above it."""
+        """Waits until the window is centred horizontally, with a quarter of the free height above it."""
         width, height = map(int, xdotool("getdisplaygeometry").split())
 
         def place():
@@ -24,7 +24,7 @@ class Shell(ProgramTest):
         wait_for(f"{title} to be centred", place)
 
     def decorations(self, program, title):
-        """The decorations that the window requests; the window manager need not grant them."""
+        """The decorations that the window requests from the window manager."""
         hints = window_property(program.window(title), "_MOTIF_WM_HINTS").split(",")
         return int(hints[2], 16)
 
@@ -185,7 +185,7 @@ class Shell(ProgramTest):
         close(front_window())
         self.assertEqual(program.end(), 0)
 
-    def test_the_program_runs_while_only_the_guide_is_open_and_its_done_button_ends_it(self):
+    def test_the_program_runs_while_only_the_guide_is_open_and_done_in_the_guide_ends_the_program(self):
         program = self.start()
         program.wait_until_in_front(GUIDE)
         program.activate(MAIN)

@@ -1,4 +1,4 @@
-"""The windows on a display of 1024 x 600. Some of them are too large for it."""
+"""The windows on a display of 1024 x 600, which is lower than the main window is by default."""
 
 import unittest
 
@@ -49,9 +49,9 @@ class SmallScreen(ProgramTest):
             program.wait_until_in_front()
             if start == "first":
                 program.choose("Window", "Zoom")
-            wait_for("the zoomed window", lambda: "MAXIMIZED_VERT" in window_property(
+            wait_for("the window to be maximised", lambda: "MAXIMIZED_VERT" in window_property(
                 program.window(MAIN), "_NET_WM_STATE"))
-            wait_for("its size", lambda: program.frame(MAIN) == (0, 0, 1024, 600))
+            wait_for("the size", lambda: program.frame(MAIN) == (0, 0, 1024, 600))
             close(front_window())
             self.assertEqual(program.end(), 0)
 

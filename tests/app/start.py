@@ -25,7 +25,8 @@ def background(lines):
 
 class Start(ProgramTest):
     def film(self, name, file, **environment):
-        """Films a start with the remembered file. Returns the number of states of the window's content."""
+        """Films a start with `file` as the remembered export. Returns the number of different pictures of the
+        window."""
         self.remember(file)
         xdotool("mousemove", 0, 0)  # the server draws the pointer into the picture
         with Film() as film:
@@ -39,7 +40,8 @@ class Start(ProgramTest):
         # The first states show the empty display, and perhaps the window before it is painted.
         states = film.states(*place)
         display, last = background(states[0]), background(states[-1])
-        # A picture may be taken while the server copies the first one, which goes from top to bottom.
+        # A picture may be taken while the server copies the window's first picture to the display, from top
+        # to bottom. Such a picture still has the last line of the empty display.
         whole = [state for state in states if state[-1] != states[0][-1]]
         shown = [state for state in whole if background(state) == last]
         others = [state for state in whole if background(state) not in (display, last)]
@@ -56,7 +58,8 @@ class Start(ProgramTest):
         return len(distinct)
 
     def slow_export(self):
-        """An export that takes part of a second to read: it is large and not in UTF-8."""
+        """An export that takes so long to read that the window is first seen without rows. It is large and not in
+        UTF-8."""
         record = b'<Record type="HKQuantityTypeIdentifierStepCount" value="9876" startDate="2025-%02d-%02d 12:00:00 +0000"/>'
         days = b"".join(record % (month, day) for month in range(1, 13) for day in range(1, 29))
         file = self.folder / "slow.xml"

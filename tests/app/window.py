@@ -10,7 +10,6 @@ from driver import (MAIN, Atspi, ProgramTest, close, front_window, has_state, ke
 
 State = Atspi.StateType
 
-# The rows, newest first: a month, its days, a month, its day.
 EXPORT = """<?xml version="1.0" encoding="UTF-8"?>
 <HealthData>
  <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-03-03 12:00:00 +0000" value="5280"/>
@@ -19,6 +18,7 @@ EXPORT = """<?xml version="1.0" encoding="UTF-8"?>
  <Record type="HKQuantityTypeIdentifierStepCount" startDate="2025-02-28 12:00:00 +0000" value="5280"/>
 </HealthData>
 """
+# The rows of the table.
 MARCH, MARCH_3, MARCH_2, MARCH_1, FEBRUARY, FEBRUARY_28 = range(6)
 
 
@@ -89,13 +89,13 @@ class Stride(WindowTest):
         self.program.find(Atspi.Role.PUSH_BUTTON, "Miles: 4\\.00 @ 2\\.00 ft/step")
         self.expect_days(1)
 
-    def test_the_editor_stays_open_while_another_window_is_in_front(self):
+    def test_the_editor_stays_open_while_the_window_is_minimised(self):
         self.program.click(self.miles())
         wait_for("the editor", self.editors)
         type_text("9")
         before = xdotool("getactivewindow").strip()
         xdotool("windowminimize", before)
-        wait_for("the window to go", lambda: not has_state(
+        wait_for("the window to be inactive", lambda: not has_state(
             self.program.find(Atspi.Role.FRAME), State.ACTIVE))
         xdotool("windowactivate", "--sync", before)
         self.program.wait_until_in_front()

@@ -1,7 +1,7 @@
-"""compile.py BUILD CXX: compiles the sources of src that macOS compiles, and the tests and developers'
-programs that do not use Qt, with a clang of this system, libc++, and the headers in stubs instead of the
-Mac's. Nothing is linked or run. This does not show whether the stubs agree with the Mac's headers, or
-whether the program works there."""
+"""compile.py BUILD CXX: compiles all sources of src for macOS, and the tests and developers' programs that do
+not use Qt. CXX is a clang of this system. It uses libc++, and the headers in stubs instead of those of the
+Mac. Nothing is linked or run. This does not show whether the stubs agree with the headers of the Mac, or
+whether the program works on a Mac."""
 
 import concurrent.futures
 import json
@@ -31,8 +31,8 @@ def includes():
 
 
 def sources_without_qt():
-    """The sources outside src whose build on this system does not use Qt. CMake leaves NumbersFuzz out
-    where std::from_chars does not read doubles, as in libc++ 19."""
+    """The sources outside src whose build on this system does not use Qt. NumbersFuzz is left out, as CMake
+    leaves it out if std::from_chars does not read doubles, which is so in libc++ 19."""
     sources = {pathlib.Path(entry["file"]) for entry in ENTRIES
                if "-DQT_CORE_LIB" not in entry["command"]}
     return sorted(source for source in sources

@@ -95,15 +95,16 @@ class Hardening(unittest.TestCase):
         self.assertRegex(symbols, r"__(read|pread64|memcpy|memmove|strcpy|fdelt)_chk")
         self.assertIn("__glibcxx_assert_fail", symbols)
 
-    @unittest.skipUnless(os.uname().machine == "x86_64", "only x86 has these")
+    @unittest.skipUnless(os.uname().machine == "x86_64", "only x86 has this protection")
     def test_control_flow_protection_is_on(self):
-        # The code is checked. The program has the ELF note only if the system's start files have it.
+        # The code is checked, not the ELF note, which the linker writes only if the system's start files
+        # have it.
         code = subprocess.run(["objdump", "--disassemble=main", PREFIX / "bin" / "ambulet"],
                               check=True, capture_output=True, text=True).stdout
         self.assertRegex(code, r"<main>:\n.*endbr64")
 
     def test_each_source_is_compiled_with_every_flag(self):
-        # Not all of the flags can be seen in the program.
+        # Not every flag can be seen in the program.
         flags = {"-fstack-protector-strong", "-fstack-clash-protection", "-fPIE",
                  "-ftrivial-auto-var-init=zero", "-D_FORTIFY_SOURCE=3", "-D_GLIBCXX_ASSERTIONS"}
         if os.uname().machine == "x86_64":

@@ -1,7 +1,7 @@
 """Tests of the program in bubblewrap, with the permissions of the Flatpak: a read-only system, separate
 settings, no network, and only those files of the user that a document portal would provide. No portal
-runs. In its place, a folder is mounted at its path, and the file in it has the attribute that a portal sets.
-Run this file under tests/app/with-desktop."""
+runs. Instead, a folder is mounted at a portal's path, and the file in this folder has the attribute that a
+portal sets. Run this file under tests/app/with-desktop."""
 
 import os
 import pathlib
@@ -17,7 +17,7 @@ HOST_PATH = "/home/walker/Downloads/export.xml"
 
 
 class Child:
-    """The process that bubblewrap has started, with the functions of subprocess.Popen that are needed."""
+    """The process that bubblewrap has started: `pid` is its own; everything else is that of bubblewrap."""
 
     def __init__(self, sandbox):
         self._sandbox = sandbox
@@ -35,7 +35,7 @@ class Sandboxed(ProgramTest):
         self.portal.mkdir()
 
     def hand_over(self, size):
-        """Puts an export at the place where the portal would, and replaces an earlier one."""
+        """Puts an export at the place where the portal would put it. Replaces an earlier export."""
         file = self.export(size)
         os.setxattr(file, "user.document-portal.host-path", HOST_PATH.encode())
         file.rename(self.portal / "export.xml")

@@ -17,7 +17,7 @@
 
 namespace ambulet {
 
-/// A test fixture with a controller of its own that uses the application's bundle.
+/// A test fixture with its own controller, which reads the application's bundle.
 template <typename Controller>
 class AuxiliaryWindowCase : public testing::Test {
   protected:
@@ -57,7 +57,8 @@ class AuxiliaryWindowCase : public testing::Test {
     Controller controller{Bundle::main()};
 };
 
-/// Expects that several threads that ask for the controller at the same time get the same one.
+/// Expects that threads that ask for the shared controller at the same time get the same one, that
+/// it belongs to the calling thread, and that its window can be shown.
 template <typename Controller>
 void expectOneSharedController() {
     std::vector<Controller*> seen(8);

@@ -8,7 +8,7 @@
 
 namespace ambulet {
 
-/// Sets or removes an environment variable, and restores it when destroyed.
+/// Sets an environment variable, or removes it if there is no value. The destructor restores it.
 class ScopedVariable {
   public:
     ScopedVariable(std::string name, const std::optional<std::string>& value)
@@ -35,7 +35,7 @@ class ScopedVariable {
     std::optional<std::string> _old;
 };
 
-/// Sets the time zone of the process, such as "Europe/Berlin", and restores it when destroyed.
+/// Sets the time zone of the process, such as "Europe/Berlin". The destructor restores it.
 class ScopedTimeZone {
   public:
     explicit ScopedTimeZone(const std::string& name) {
@@ -53,7 +53,7 @@ class ScopedTimeZone {
     std::optional<ScopedVariable> _variable;
 };
 
-/// Sets the user's locale, such as "de_DE.UTF-8", and restores it when destroyed.
+/// Sets the user's locale, such as "de_DE.UTF-8". The destructor restores it.
 class ScopedLocale {
   public:
     explicit ScopedLocale(const std::string& name) : _variable("LC_ALL", name) {}

@@ -1,5 +1,5 @@
-// These definitions replace the C library's functions. They find the originals with dlsym and call
-// them.
+// The functions at the end replace those of the C library. They find the originals with dlsym and
+// call them.
 
 #include "support/Faults.h"
 
@@ -84,8 +84,8 @@ struct Hanging {
 // Never destroyed, because a thread may still be waiting when the process ends.
 Hanging& hanging = *new Hanging;
 
-// True if the call must fail, because the main thread accesses the hanging folder. All other
-// threads, and with AMBULET_HANG the main thread too, wait here until the folder is released.
+// True if the call must fail, because the main thread accesses the hanging folder. Other threads
+// that access it wait here until it is released; with AMBULET_HANG, the main thread, too.
 bool hangs(const char* path) {
     std::unique_lock lock(hanging.mutex);
     if (hanging.folder.empty() || path == nullptr ||
@@ -110,22 +110,23 @@ void logOpen(const char* path) {
     }
 }
 
-// The number of std::threads that can still be started. Libraries start theirs in other ways.
+// The number of std::threads that can still be started. Threads that libraries start in other ways
+// do not count.
 std::atomic<int> threadsLeft = std::getenv("AMBULET_THREADS") == nullptr
                                    ? std::numeric_limits<int>::max()
                                    : std::atoi(std::getenv("AMBULET_THREADS"));
 
 bool isRefused(void* (*body)(void*)) {
     Dl_info info{};
-    // Without a limit dladdr() is not called, because it may block in a process made by fork().
+    // Without a limit, dladdr() must not be called: it may block in a process made by fork().
     return std::getenv("AMBULET_THREADS") != nullptr &&
            dladdr(reinterpret_cast<void*>(body), &info) != 0 && info.dli_fname != nullptr &&
            std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos &&
            threadsLeft.fetch_sub(1) <= 0;
 }
 
-// The environment variable AMBULET_SLOW_READ is a time in milliseconds: for the whole run, each
-// pread takes that much longer. Only exports are read by pread.
+// The environment variable AMBULET_SLOW_READ is the number of milliseconds by which each pread is
+// delayed. The program reads only exports by pread.
 void delayRead() {
     static const char* const text = std::getenv("AMBULET_SLOW_READ");
     if (text != nullptr) {
@@ -133,13 +134,14 @@ void delayRead() {
     }
 }
 
-// The environment variable AMBULET_READ_ERROR is an offset: for the whole run, reading any file at
-// or after it fails.
+// The environment variable AMBULET_READ_ERROR is an offset. Reading by pread fails at this offset
+// and after it, in every file.
 const off_t readError = std::getenv("AMBULET_READ_ERROR") == nullptr
                             ? std::numeric_limits<off_t>::max()
                             : std::atoll(std::getenv("AMBULET_READ_ERROR"));
 
-// The number of bytes that can be read; -1, with errno set, if reading fails.
+// Delays the read. Returns the number of bytes that can be read; -1, with errno set, if reading
+// fails.
 ssize_t readable(off_t offset, size_t size) {
     delayRead();
     if (offset >= readError) {
@@ -154,7 +156,8 @@ Function* real(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-// Calls the function `name`, or fails if it would hang.
+// Calls the C library's function `name`. Fails instead if the path is in the hanging folder and
+// this is the main thread.
 template <typename Argument>
 int unlessHanging(const char* name, const char* path, Argument argument) {
     return hangs(path) ? -1 : real<int(const char*, Argument)>(name)(path, argument);

@@ -17,13 +17,14 @@ class NotCopyable {
     ~NotCopyable() = default;
 };
 
-// A test program that links Faults.cpp calls the operating system through it. The objects of the
-// classes below affect the whole process for as long as they exist. Only one object of each class
-// may exist at a time.
+// A test program that links Faults.cpp calls the operating system through it. Objects of the
+// classes below affect the whole process while they exist. Only one object of each class may exist
+// at a time.
 
 /// Makes calls to the operating system fail.
 class Fault : NotCopyable {
   public:
+    /// `Open` is the creation of a temporary file (mkostemp).
     enum class Call { Open, Read, Write, Fsync, Rename, Flock };
 
     /// The first `at` - 1 calls of the kind `call` succeed. The later ones fail with `error`, with
@@ -54,8 +55,8 @@ class OtherDevices : NotCopyable {
 
 /// Makes every start of a thread fail.
 ///
-/// The environment variable AMBULET_THREADS is the number of std::threads that can be started in
-/// the whole run of a program. Libraries start their threads in other ways.
+/// The environment variable AMBULET_THREADS limits the number of std::threads that a program can
+/// start during its whole run. Threads that libraries start in other ways do not count.
 class NoThreads : NotCopyable {
   public:
     NoThreads();
@@ -77,7 +78,7 @@ class HangingFolder : NotCopyable {
 };
 
 /// Calls a function right before the process opens `path` for the first time. For a temporary file,
-/// that is the template of its name.
+/// `path` is the template of the file's name.
 class BeforeOpening : NotCopyable {
   public:
     BeforeOpening(const std::string& path, const std::function<void()>& action);
@@ -91,7 +92,7 @@ class BeforeLocking : NotCopyable {
     ~BeforeLocking();
 };
 
-/// Records the paths of all files and folders that the process opens.
+/// Records the paths that the process passes to open, openat and opendir.
 class OpenLog : NotCopyable {
   public:
     OpenLog();

@@ -1,5 +1,5 @@
-// Replaces operator new and aligned_alloc. The sanitizers still check the memory, because it comes
-// from malloc and posix_memalign.
+// Replaces operator new and aligned_alloc. Sanitizers still check the memory, because malloc and
+// posix_memalign allocate it.
 
 #include "support/LittleMemory.h"
 

@@ -2,9 +2,9 @@
 
 namespace ambulet {
 
-/// Limits the memory of the threads other than the main one. While the object exists, they can
-/// allocate memory `allocations` times in total; all later allocations fail. A test program that
-/// uses it links LittleMemory.cpp. Only one object may exist at a time.
+/// Limits the memory of all threads except the main thread. While the object exists, `allocations`
+/// calls of operator new and aligned_alloc by these threads succeed, and all later ones fail. Test
+/// programs that use this class link LittleMemory.cpp. Only one object may exist at a time.
 class LittleMemory {
   public:
     explicit LittleMemory(int allocations);

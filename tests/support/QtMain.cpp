@@ -1,6 +1,6 @@
 // The main function of test programs that need an application object. Windows are drawn in memory.
-// Settings are in a temporary folder, so that no test reads or writes the user's. The font does not
-// depend on those that are installed.
+// Settings are in a temporary folder, so that no test reads or writes those of the user. The font
+// is the same on every desktop.
 
 #include <QApplication>
 #include <QFont>

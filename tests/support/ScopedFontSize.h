@@ -5,7 +5,7 @@
 
 namespace ambulet {
 
-/// Sets the size of the application's font, and restores it when destroyed.
+/// Sets the size of the application's font. The destructor restores it.
 class ScopedFontSize {
   public:
     explicit ScopedFontSize(int pixels) {

@@ -1,6 +1,6 @@
 // The folders of src depend on each other in one direction only. The CMakeLists.txt of each folder
-// declares what it may include (ambulet_layer), and CMake writes all of it to the file ARROWS.
-// These tests check every include against that file.
+// declares what the folder may include (ambulet_layer), and CMake writes these declarations to the
+// file ARROWS. These tests check every include against that file.
 
 #include <gtest/gtest.h>
 
@@ -55,7 +55,8 @@ ArrowTable declaredArrows() {
     return readArrows(file);
 }
 
-// Everything that a folder reaches by one or more arrows.
+// The folders that `folder` reaches by one or more arrows, and the libraries that it or they may
+// include.
 Arrows reachedFrom(const std::string& folder, const ArrowTable& table) {
     Arrows reached{{}, table.at(folder).libraries};
     std::vector<std::string> next(table.at(folder).folders.begin(), table.at(folder).folders.end());
@@ -71,8 +72,8 @@ Arrows reachedFrom(const std::string& folder, const ArrowTable& table) {
     return reached;
 }
 
-// The library of a system header, by its name in `table`; empty for headers of the standard library
-// and the operating system.
+// The library of a header in angle brackets, by its name in `table`. Empty if `table` has no such
+// library, as for headers of the standard library and the operating system.
 std::string libraryOf(const std::string& header, const ArrowTable& table) {
     static const std::regex qt("^Q[A-Z].*|^qt.*|^Qt.*");
     if (std::regex_match(header, qt)) {

@@ -16,7 +16,7 @@ std::string exportOf(const std::string& seed, const std::string& size) {
     return ended.out;
 }
 
-/// A dense export. It is made once for all tests that use it.
+/// A dense export, which is made once for all tests.
 const Reading& tenMegabytes() {
     static const Reading reading = readExport(exportOf("1", "10M"));
     return reading;
@@ -71,7 +71,7 @@ TEST(Export, aSmallExportHasAStepRecordAndDeclaresNoElements) {
     EXPECT_NE(sumsOf(reading, "UTC"), "");
 }
 
-TEST(Export, theRecordsFollowTheProfileInBlocksByType) {
+TEST(Export, theSectionsHaveAFixedOrderAndTheRecordsOfATypeAreTogether) {
     const std::vector<std::string> expected = {"ExportDate",  "Me",      "Record",
                                                "Correlation", "Workout", "ActivitySummary"};
     EXPECT_EQ(tenMegabytes().children, expected);

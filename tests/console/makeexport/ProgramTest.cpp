@@ -60,7 +60,7 @@ TEST_F(Program, memoryDoesNotGrowWithTheExport) {
     EXPECT_EQ(run("--size 300M /dev/null").status, 0);
     getrusage(RUSAGE_CHILDREN, &large);
     // The memory of two equal runs can differ by more than 1 MB. Eight bytes for each of the
-    // 750,000 records would be 6 MB. The limit of 4 MB is between the two.
+    // 730,000 records would be 6 MB. The limit, 4 MB, is between these.
     EXPECT_LT(large.ru_maxrss, small.ru_maxrss + 4096);
 }
 

@@ -8,7 +8,7 @@
 
 namespace makeexport {
 
-/// What expat reads from an export.
+/// An export as expat reads it.
 struct Reading {
     using Attributes = std::map<std::string, std::string>;
     struct Record {
@@ -25,7 +25,7 @@ struct Reading {
     /// - missing required attributes,
     /// - elements in a parent that may not contain them.
     ///
-    /// Each kind is reported once. The order and number of children are not checked.
+    /// Equal errors are reported once. The order and number of children are not checked.
     std::set<std::string> violations;
 };
 

@@ -53,7 +53,7 @@ TEST(Stepdays, printsOneLineForEachDayNewestFirst) {
     EXPECT_EQ(stepdays(file), (Outcome{0, "2024-03-10\t-300\n2024-03-09\t17\n", "well-formed\n"}));
 }
 
-TEST(Stepdays, daysAreThoseOfTheProcesssTimeZone) {
+TEST(Stepdays, daysAreThoseOfTheTimeZoneInTZ) {
     const TemporaryFolder folder;
     const auto file = folder.write("export.xml", threeRecords + "</HealthData>");
     for (const auto& [zone, output] :

@@ -1,6 +1,6 @@
 #pragma once
 
-// Included before each source: Qt's headers then declare what they have on macOS.
+// Included before each source, so that Qt's headers declare what they have on macOS.
 
 #if __has_include(<QtCore/qsystemdetection.h>)
 #include <QtCore/qsystemdetection.h>

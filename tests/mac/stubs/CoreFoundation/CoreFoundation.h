@@ -1,8 +1,8 @@
 #pragma once
 
-// The declarations of CoreFoundation that the sources use, written from its documentation. With
-// them, the sources for macOS can be compiled on other systems. There are no definitions, so
-// nothing can be linked.
+// The declarations that the sources use, written from CoreFoundation's documentation. With them,
+// the sources for macOS can be compiled on other systems. They have no definitions, so nothing can
+// be linked.
 
 #include <cstdint>
 
