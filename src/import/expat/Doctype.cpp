@@ -1,6 +1,7 @@
 #include "import/expat/Doctype.h"
 
 #include "import/expat/CodeUnits.h"
+#include "import/xml/Characters.h"
 #include "import/xml/InputFile.h"
 
 #include <algorithm>
@@ -78,10 +79,6 @@ class Units {
         }
     }
 
-    static bool isWhiteSpace(int unit) {
-        return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n';
-    }
-
   private:
     int byteAt(std::uint64_t offset) {
         if (offset < _blockBegin || offset >= _blockBegin + _blockSize) {
@@ -128,7 +125,7 @@ std::u16string rootName(Units& units) {
     constexpr std::u16string_view notInNames = u"[]<>'\"";
     std::u16string name;
     for (int unit = units.peek();
-         unit != Units::none && !Units::isWhiteSpace(unit) && name.size() < longest &&
+         unit != Units::none && !isWhiteSpace(unit) && name.size() < longest &&
          notInNames.find(static_cast<char16_t>(unit)) == std::u16string_view::npos;
          unit = units.peek()) {
         name.push_back(static_cast<char16_t>(units.next()));
@@ -136,22 +133,17 @@ std::u16string rootName(Units& units) {
     return name;
 }
 
-bool isNameStart(int unit) {
-    return ('a' <= unit && unit <= 'z') || ('A' <= unit && unit <= 'Z') || unit == '_' ||
-           unit == ':' || unit >= 0x80;
-}
-
 /// Whether a start tag of the element `name` follows a "<"; of any element if `name` is empty.
 /// Skips `name` if it is next.
 bool skipRootTag(Units& units, std::u16string_view name) {
     if (name.empty()) {
-        return isNameStart(units.peek());
+        return isNameStart(units.peek()) || units.peek() >= 0x80;
     }
     if (!units.skip(name)) {
         return false;
     }
     const int next = units.peek();
-    return Units::isWhiteSpace(next) || next == '>' || next == '/';
+    return isWhiteSpace(next) || next == '>' || next == '/';
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "import/fast/FileScan.h"
 
+#include "import/xml/Characters.h"
 #include "import/xml/InputBuffer.h"
 #include "import/xml/InputFile.h"
 
@@ -10,28 +11,28 @@
 #include <limits>
 #include <map>
 #include <mutex>
-#include <system_error>
+#include <optional>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
 
 // With several threads, each takes the next chunk of the file and scans it from the first place
-// that looks like the beginning of a start tag. That is speculative: the place may be in a
-// comment. So a chunk has sums of its own, the names of the elements that it closed, and of those
-// that it left open. Chunks are merged in order. A chunk fits if it starts exactly where the chunk
-// before ended, and if the elements that it closed were open there. One that does not fit is
-// scanned again, in order.
+// that looks like a start tag. That is speculative: the place may be in a comment. So a chunk has
+// its own sums, and lists of the elements that it closed and that it left open. Chunks are merged
+// in order. A chunk fits if it starts where the chunk before ended, and if the elements that it
+// closed were open there. A chunk that does not fit is scanned again, in order.
 //
-// The thread that delivers the next chunk in order merges it, and those after it that are ready.
-// The others continue to scan. They wait only if they are far ahead, so that memory is bounded.
+// The thread that delivers the next chunk in order merges it, and those after it that are ready,
+// while the others scan. They wait only if they are far ahead, so that memory is bounded.
 
 namespace ambulet {
 
 namespace {
 
-/// The most bytes of an incomplete token that are kept at a block's end, to be scanned again with
-/// the next block. If there are more, the scan ends. Exports have tokens of up to half a kilobyte.
-/// In other documents at most a quarter of the bytes is scanned twice.
+/// The most bytes of an incomplete token that are kept at a block's end and scanned again with the
+/// next block; if there are more, the scan ends. So at most a quarter of the bytes is scanned
+/// twice. The tokens of exports have up to half a kilobyte.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
 /// The number of bytes after a chunk in which the first tag of the next chunk is looked for: some
@@ -89,9 +90,7 @@ class SequentialScan {
 
 /// The result of scanning a chunk by itself.
 struct Chunk {
-    bool isBehindEnd = false;  // whether it begins at or after the end of the file
-    bool hasStart = false;
-    std::uint64_t start = 0;
+    std::optional<std::uint64_t> start;  // none if no start tag was found
     std::uint64_t reached = 0;
     std::uint64_t stop = 0;  // the start of the next chunk; the end of this one if that has none
     TagScanner::ElementNames closed;
@@ -120,10 +119,8 @@ class ChunkScan {
         const char* const stop =
             size > nominalSize ? findTag(bytes + nominalSize, bytes + size) : nullptr;
         Chunk chunk;
-        chunk.isBehindEnd = size == 0;
-        chunk.hasStart = start != nullptr;
         chunk.stop = stop != nullptr ? offset(stop) : end;
-        if (chunk.hasStart) {
+        if (start != nullptr) {
             _scanner.startAnywhere(_mostLongTagBytes);
             chunk.start = offset(start);
             chunk.reached = offset(_scanner.scan(start, stop != nullptr ? stop : bytes + size));
@@ -139,20 +136,13 @@ class ChunkScan {
     /// The "<" of the first thing after a line break that looks like a start tag; null if there is
     /// none.
     static const char* findTag(const char* begin, const char* end) {
-        const auto isLetter = [](char byte) {
-            return ('a' <= byte && byte <= 'z') || ('A' <= byte && byte <= 'Z');
-        };
-        while (begin != end) {
-            const auto size = static_cast<std::size_t>(end - begin);
-            const auto* at = static_cast<const char*>(std::memchr(begin, '\n', size));
-            if (at == nullptr) {
-                return nullptr;
+        const std::string_view bytes(begin, static_cast<std::size_t>(end - begin));
+        std::size_t at = 0;
+        while ((at = bytes.find('\n', at)) != std::string_view::npos) {
+            at = std::min(bytes.find_first_not_of(" \n", at), bytes.size());
+            if (bytes.size() - at >= 2 && bytes[at] == '<' && isNameStart(bytes[at + 1])) {
+                return begin + at;
             }
-            at = std::find_if(at, end, [](char byte) { return byte != '\n' && byte != ' '; });
-            if (end - at >= 2 && at[0] == '<' && isLetter(at[1])) {
-                return at;
-            }
-            begin = at;
         }
         return nullptr;
     }
@@ -251,9 +241,6 @@ class WholeScan {
 
     /// False if the scan ends, or if the rest must be scanned in order.
     bool merge(Chunk chunk) {
-        if (chunk.isBehindEnd) {
-            return false;
-        }
         if (!fits(chunk)) {
             ++_misfits;
             return scanInOrder(chunk.stop) && _misfits < mostMisfits;
@@ -266,14 +253,10 @@ class WholeScan {
         return scanInOrder(chunk.stop);
     }
 
-    /// Whether
-    /// - the chunk starts where the one before ended,
-    /// - the elements that it closes are open there, and the root is not among them,
-    /// - it does not leave too many elements open,
-    /// - its long tags do not exceed the rest of the limit.
+    /// Whether the chunk continues the merged part and stays within the limits. It must not close
+    /// the root element.
     bool fits(const Chunk& chunk) const {
-        return chunk.hasStart && chunk.start == _place.offset &&
-               chunk.closed.size() < _place.open.size() &&
+        return chunk.start == _place.offset && chunk.closed.size() < _place.open.size() &&
                _place.open.size() - chunk.closed.size() + chunk.open.size() <=
                    TagScanner::deepest &&
                std::equal(chunk.closed.begin(), chunk.closed.end(), _place.open.rbegin()) &&

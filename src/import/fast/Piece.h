@@ -45,6 +45,11 @@ class Markup {
     /// Whether the piece consists of tags and white space.
     bool isTagsOnly = true;
 
+    /// Whether the same elements are open before and after the piece.
+    bool keepsDepth() const {
+        return endsTag == isEmptyElement && _closedCount == 0 && _openedCount == 0;
+    }
+
     /// The elements opened before the piece that it closes, the innermost first; and the elements
     /// that it opens and does not close.
     std::span<const NameTable::Id> closed() const { return {_closed.data(), _closedCount}; }
@@ -60,11 +65,6 @@ class Markup {
             return true;
         }
         return _opened[--_openedCount] == id;
-    }
-
-    /// Whether the same elements are open before and after the piece.
-    bool keepsDepth() const {
-        return endsTag == isEmptyElement && _closedCount == 0 && _openedCount == 0;
     }
 
   private:
@@ -92,12 +92,14 @@ class Prediction {
 
     /// Predicts nothing.
     void clear() { _rangeCount = 0; }
-    bool isEmpty() const { return _rangeCount == 0; }
 
     /// Whether the bytes at `at` are the learnt ones, or differ from them only in plain characters
-    /// of the value. Then they are well-formed, too. It must not be empty.
+    /// of the value. Then they are well-formed, too.
     template <class Vectors>
     bool holds(const char* at) const {
+        if (_rangeCount == 0) {
+            return false;
+        }
         const Ranges* ranges = _ranges.get();
         for (unsigned left = _rangeCount; left != 0; --left, ++ranges, at += ByteScan::width) {
             if (Vectors::outside(at, ranges->lowest.data(), ranges->spans.data(),
@@ -148,22 +150,13 @@ struct Piece {
     std::uint64_t lastMiss = 0;  // the number of the tag
 
     Markup markup;
-    bool keepsDepth = true;
     NameTable::Id inElement = 0;  // the element in whose tag it begins
     std::array<char, mostBytes> bytes{};
-
-    void set(const Markup& effect) {
-        markup = effect;
-        keepsDepth = effect.keepsDepth();
-    }
 
     /// The prediction that holds at `at`, after the piece; null if none does.
     template <class Vectors>
     const Prediction* predictionAt(const char* at) const {
         for (const Prediction& prediction : predictions) {
-            if (prediction.isEmpty()) {
-                break;
-            }
             if (prediction.template holds<Vectors>(at)) {
                 return &prediction;
             }
@@ -172,19 +165,7 @@ struct Piece {
     }
 
     /// Whether the bytes of the piece are at `at`.
-    template <class Vectors>
-    bool isAt(const char* at) const {
-        std::size_t left = markup.size;
-        for (const char* from = bytes.data();; at += ByteScan::width, from += ByteScan::width) {
-            if ((Vectors::differing(at, from) & ByteScan::firstBytes(left)) != 0) {
-                return false;
-            }
-            if (left <= ByteScan::width) {
-                return true;
-            }
-            left -= ByteScan::width;
-        }
-    }
+    bool isAt(const char* at) const { return std::memcmp(at, bytes.data(), markup.size) == 0; }
 };
 
 /// The pieces that are likely to occur again. Its memory is bounded.
@@ -193,11 +174,10 @@ class PieceCache {
     PieceCache() : _groups(capacity) {}
 
     /// The piece at `at`, after a value; null if it is not in the cache.
-    template <class Vectors>
     Piece* find(NameTable::Id element, const char* at) const {
-        const std::size_t size = sizeAt<Vectors>(at);
+        const std::size_t size = sizeAt(at);
         for (Piece* const piece : _groups[groupOf(element, at, size)]) {
-            if (piece != nullptr && piece->inElement == element && piece->isAt<Vectors>(at)) {
+            if (piece != nullptr && piece->inElement == element && piece->isAt(at)) {
                 return piece;
             }
         }
@@ -209,7 +189,7 @@ class PieceCache {
     Piece* add(NameTable::Id element, const Markup& markup, const char* at) {
         // `find` takes the first quote for the end, so there may be no quote in a text or comment.
         if (!markup.isTagsOnly || markup.end != Markup::End::value || isFull() ||
-            markup.size != sizeAt<ByteScan::Baseline>(at)) {
+            markup.size != sizeAt(at)) {
             return nullptr;
         }
         Group& group = _groups[groupOf(element, at, markup.size)];
@@ -218,7 +198,7 @@ class PieceCache {
             return nullptr;
         }
         Piece& piece = _pieces.emplace_back();
-        piece.set(markup);
+        piece.markup = markup;
         piece.inElement = element;
         std::copy_n(at, markup.size, piece.bytes.data());
         return *slot = &piece;
@@ -247,10 +227,9 @@ class PieceCache {
 
     /// The size of the piece at `at`: up to and including the next quote after the first byte. 0 if
     /// it would be too long.
-    template <class Vectors>
     static std::size_t sizeAt(const char* at) {
         for (std::size_t size = 1; size < Piece::mostBytes; size += ByteScan::width) {
-            if (const ByteScan::Mask quotes = Vectors::quotes(at + size); quotes != 0) {
+            if (const ByteScan::Mask quotes = ByteScan::Baseline::quotes(at + size); quotes != 0) {
                 size += static_cast<std::size_t>(std::countr_zero(quotes)) + 1;
                 return size <= Piece::mostBytes ? size : 0;
             }

@@ -1,81 +1,13 @@
 #include "import/fast/StrictParser.h"
 
 #include "import/fast/ByteScan.h"
+#include "import/xml/Characters.h"
 
-#include <unicode/unistr.h>
-#include <unicode/utf8.h>
-
-#include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstdint>
 #include <cstring>
 
 namespace ambulet {
 
 namespace {
-
-bool isBlank(char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
-}
-
-bool isNameStart(char byte) {
-    return ('a' <= byte && byte <= 'z') || ('A' <= byte && byte <= 'Z') || byte == '_' ||
-           byte == ':';
-}
-
-bool isNameByte(char byte) {
-    return isNameStart(byte) || ('0' <= byte && byte <= '9') || byte == '-' || byte == '.';
-}
-
-bool isCharacter(std::uint32_t code) {
-    return code == '\t' || code == '\n' || code == '\r' || (0x20 <= code && code < 0xD800) ||
-           (0xE000 <= code && code < 0xFFFE) || (0x10000 <= code && code < 0x110000);
-}
-
-/// The number of bytes of the character at `at`; 0 if it is malformed or not allowed in a document.
-std::size_t characterSize(const char* at) {
-    std::int32_t size = 0;
-    UChar32 code = 0;
-    // NOLINTNEXTLINE(bugprone-inc-dec-in-conditions): ICU's macro does it
-    U8_NEXT(reinterpret_cast<const std::uint8_t*>(at), size, -1, code);
-    return code >= 0 && isCharacter(static_cast<std::uint32_t>(code))
-               ? static_cast<std::size_t>(size)
-               : 0;
-}
-
-struct Reference {
-    std::size_t size = 0;
-    std::uint32_t code = 0;
-};
-
-/// The reference to a character or a predefined entity that begins with the "&" at `at`. Its size
-/// is 0 if there is none.
-Reference reference(const char* at) {
-    static constexpr struct {
-        std::string_view text;
-        std::uint32_t code;
-    } predefined[] = {
-        {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''}};
-    for (const auto& each : predefined) {
-        if (std::equal(each.text.begin(), each.text.end(), at)) {
-            return {each.text.size(), each.code};
-        }
-    }
-    constexpr std::size_t mostBytes = 10;  // &#1114111;
-    const char* const limit = at + ::strnlen(at, mostBytes);
-    const char* const end = std::find(at, limit, ';');
-    if (end == limit || at[1] != '#') {
-        return {};
-    }
-    const bool isHexadecimal = at[2] == 'x';
-    std::uint32_t code = 0;
-    const auto read =
-        std::from_chars(at + (isHexadecimal ? 3 : 2), end, code, isHexadecimal ? 16 : 10);
-    const bool isWhole = read.ec == std::errc() && read.ptr == end;
-    return isWhole && isCharacter(code) ? Reference{static_cast<std::size_t>(end - at) + 1, code}
-                                        : Reference{};
-}
 
 /// Reads on from a place. Each step returns whether what it found is accepted.
 class Walk {
@@ -137,7 +69,7 @@ class Walk {
 
     bool skipBlanks() {
         const char* const begin = _at;
-        while (isBlank(*_at)) {
+        while (isWhiteSpace(*_at)) {
             ++_at;
         }
         return _at != begin;
@@ -148,7 +80,7 @@ class Walk {
             return std::nullopt;
         }
         const char* const begin = _at;
-        while (isNameByte(*_at)) {
+        while (isInName(*_at)) {
             ++_at;
         }
         // If the name continues with a non-ASCII letter, the next step refuses that.
@@ -286,24 +218,6 @@ const char* StrictParser::valueEnd(const char* at, char quote) {
         }
     }
     return at;
-}
-
-std::string StrictParser::decoded(std::string_view value) {
-    const std::string text(value);  // a null character ends it
-    std::string result;
-    for (const char* at = text.c_str(); *at != '\0';) {
-        if (*at == '&') {
-            const Reference character = reference(at);
-            icu::UnicodeString(static_cast<UChar32>(character.code)).toUTF8String(result);
-            at += character.size;
-        } else if (isBlank(*at)) {
-            at += at[0] == '\r' && at[1] == '\n' ? 2 : 1;
-            result.push_back(' ');
-        } else {
-            result.push_back(*at++);
-        }
-    }
-    return result;
 }
 
 }  // namespace ambulet

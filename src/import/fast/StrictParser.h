@@ -4,8 +4,6 @@
 #include "import/fast/Piece.h"
 
 #include <optional>
-#include <string>
-#include <string_view>
 
 namespace ambulet {
 
@@ -26,9 +24,6 @@ std::optional<Markup> inContent(Names& names, const char* at, const char* stop);
 
 /// The end of the value at `at`: its closing quote, or the first byte that is refused.
 const char* valueEnd(const char* at, char quote);
-
-/// The text of an accepted value, with references resolved and white space normalised.
-std::string decoded(std::string_view value);
 
 }  // namespace StrictParser
 

@@ -2,6 +2,7 @@
 
 #include "import/fast/StrictParser.h"
 #include "import/steps/StepRecord.h"
+#include "import/xml/Characters.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,8 +72,7 @@ TagScanner::TagScanner()
       _startDateAttribute(_names.attributes.id(StepRecord::startDateAttribute).value()),
       _valueAttribute(_names.attributes.id(StepRecord::valueAttribute).value()),
       _readTags(&TagScanner::readTagsWithBaseline) {
-    _uncached.misses =
-        mostMisses;  // turns predictions off: it stands for a different piece each time
+    _uncached.misses = mostMisses;  // no predictions: it stands for a different piece each time
 #if defined(__SSE2__)
     if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi")) {
         _readTags = &TagScanner::readTagsWithAvx2;
@@ -129,7 +129,7 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
             continue;
         }
         _boundary += markup->tagOffset;
-        _uncached.set(*markup);
+        _uncached.markup = *markup;
         _element = markup->element;
         ++_tagCount;
         if (!(this->*_readTags)(&_uncached, end, stop)) {
@@ -161,7 +161,7 @@ template <class Vectors>
             const char quote = piece->markup.quote;
             end = valueEnd<Vectors>(at, quote);
             value.text = {at, end};
-            next = *end == quote ? pieceAfterValue<Vectors>(*piece, value.text, stop) : nullptr;
+            next = *end == quote ? pieceAfterValue(*piece, value.text, stop) : nullptr;
             if (next == nullptr) {
                 return false;
             }
@@ -175,7 +175,7 @@ template <class Vectors>
                 }
                 at = end + next->markup.size;
             }
-            if (!endTag<Vectors>(*next, end)) {
+            if (!endTag(next->markup, end)) {
                 return false;
             }
             if (next->markup.end == Markup::End::content) {
@@ -212,13 +212,12 @@ template <class Vectors>
 
 /// The piece at the end of a value that no prediction of `piece`, which is before it, matched. Null
 /// if it is refused.
-template <class Vectors>
 [[gnu::always_inline]] inline Piece*
 TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* stop) {
     const char* const end = endOf(value);
     Piece* next = piece.successor;
-    if (next == nullptr || !next->isAt<Vectors>(end)) {
-        next = _cache.find<Vectors>(_element, end);
+    if (next == nullptr || !next->isAt(end)) {
+        next = _cache.find(_element, end);
         if (next == nullptr) {
             next = parse(end, stop);
             if (next == nullptr || next == &_uncached) {
@@ -249,23 +248,21 @@ TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* st
     Piece* piece = at + markup->size <= stop ? _cache.add(_element, *markup, at) : nullptr;
     if (piece == nullptr) {
         piece = &_uncached;
-        piece->set(*markup);
+        piece->markup = *markup;
     }
     return piece;
 }
 
-/// Applies `piece`, at `at`, which ends the tag at the boundary and may begin the next one. False,
-/// with no effect, if that is not well-formed here.
-template <class Vectors>
-[[gnu::always_inline]] inline bool TagScanner::endTag(const Piece& piece, const char* at) {
-    const Markup& markup = piece.markup;
+/// Applies the markup at `at`, which ends the tag at the boundary and may begin the next one.
+/// False, with no effect, if that is not well-formed here.
+[[gnu::always_inline]] inline bool TagScanner::endTag(const Markup& markup, const char* at) {
     const auto tagSize = static_cast<std::uint64_t>(at - _boundary);
     const std::uint64_t longTagBytes = _longTagBytes + (tagSize > longTag ? tagSize : 0);
-    if (longTagBytes > _mostLongTagBytes || (!piece.keepsDepth && !changeDepth(markup))) {
+    if (longTagBytes > _mostLongTagBytes || (!markup.keepsDepth() && !changeDepth(markup))) {
         return false;
     }
     _longTagBytes = longTagBytes;
-    if (_element == _recordElement && mayBeStepRecord<Vectors>()) {
+    if (_element == _recordElement && mayBeStepRecord()) {
         addIfStepRecord();
     }
     ++_tagCount;
@@ -310,7 +307,6 @@ template <class Vectors>
 
 /// Whether the record's type is that of step records, as far as the first 32 bytes tell, or has a
 /// reference.
-template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::mayBeStepRecord() const {
     constexpr std::string_view type = StepRecord::type;
     static_assert(type.size() > ByteScan::width);
@@ -318,7 +314,7 @@ template <class Vectors>
     if (value.tag != _tagCount) {
         return false;
     }
-    const ByteScan::Mask differing = Vectors::differing(value.text.data(), type.data());
+    const ByteScan::Mask differing = ByteScan::Baseline::differing(value.text.data(), type.data());
     return differing == 0 || value.text.data()[std::countr_zero(differing)] == '&';
 }
 
@@ -327,7 +323,7 @@ template <class Vectors>
         return _values[attribute].tag == _tagCount;
     };
     const std::string_view type = _values[_typeAttribute].text;
-    if ((type != StepRecord::type && StrictParser::decoded(type) != StepRecord::type) ||
+    if ((type != StepRecord::type && decodedValue(type) != StepRecord::type) ||
         !has(_startDateAttribute) || !has(_valueAttribute)) {
         return;
     }
@@ -340,7 +336,7 @@ template <class Vectors>
     if (isPlain(startDate) && isPlain(value)) {
         _sums.add(startDate, value);
     } else {
-        _sums.add(StrictParser::decoded(startDate), StrictParser::decoded(value));
+        _sums.add(decodedValue(startDate), decodedValue(value));
     }
 }
 

@@ -29,9 +29,8 @@ class TagScanner {
     /// close that were opened before it. Exports have five levels.
     static constexpr std::size_t deepest = 100;
 
-    /// A tag of more bytes is a long tag. The tags of exports have less than a tenth of this. For
-    /// shorter tags expat keeps less than half a megabyte, however many it reads (see
-    /// ExportReader.cpp).
+    /// A tag of more bytes is a long tag. For shorter tags, expat keeps little memory, however many
+    /// it reads (see ExportReader.cpp). The tags of exports have less than a tenth of this.
     static constexpr std::size_t longTag = 8191;
 
     TagScanner();
@@ -69,13 +68,10 @@ class TagScanner {
 
     template <class Vectors>
     static const char* valueEnd(const char* at, char quote);
-    template <class Vectors>
     Piece* pieceAfterValue(Piece& piece, std::string_view value, const char* stop);
     Piece* parse(const char* at, const char* stop);
-    template <class Vectors>
-    bool endTag(const Piece& piece, const char* at);
+    bool endTag(const Markup& markup, const char* at);
     bool changeDepth(const Markup& markup);
-    template <class Vectors>
     bool mayBeStepRecord() const;
     void addIfStepRecord();
     ElementNames namesOf(const std::vector<NameTable::Id>& ids) const;

@@ -100,20 +100,10 @@ TEST(ByteScan, masksMarkDifferingBytes) {
 TEST(ByteScan, avx2ComputesTheSameMasks) {
     if (__builtin_cpu_supports("avx2")) {
         expectSpecialBytes<Avx2>();
-        expectQuotes<Avx2>();
         expectBytesOutside<Avx2>();
-        expectDifferingBytes<Avx2>();
     }
 }
 #endif
-
-TEST(ByteScan, theMaskOfTheFirstNBytesHasNBits) {
-    EXPECT_EQ(firstBytes(0), 0U);
-    EXPECT_EQ(firstBytes(5), 0b11111U);
-    EXPECT_EQ(firstBytes(31), 0x7FFFFFFFU);
-    EXPECT_EQ(firstBytes(32), 0xFFFFFFFFU);
-    EXPECT_EQ(firstBytes(200), 0xFFFFFFFFU);
-}
 
 TEST(ByteScan, theFirstSpecialByteIsFoundAtEveryPosition) {
     for (std::size_t place = 0; place < 70; ++place) {

@@ -32,7 +32,7 @@ class PieceTest : public testing::Test {
     }
 
     Piece* find(std::string_view text, NameTable::Id in = element) const {
-        return cache.find<Vectors>(in, padded(text).data());
+        return cache.find(in, padded(text).data());
     }
 
     Names names;

@@ -143,11 +143,6 @@ TEST(StrictParser, charactersAreThoseOfXMLInTheShortestUTF8) {
     }
 }
 
-TEST(StrictParser, decodedResolvesReferencesAndNormalisesWhiteSpace) {
-    EXPECT_EQ(StrictParser::decoded("a&lt;&#228;&#x1F45F;&#10;b"), "a<\xC3\xA4\xF0\x9F\x91\x9F\nb");
-    EXPECT_EQ(StrictParser::decoded("a\tb\nc\r\nd\re"), "a b c d e");
-}
-
 TEST(StrictParser, markupReportsTheElementsThatItClosesAndOpens) {
     Names names;
     const std::string bytes = padded("\">\n</a>\n</b><c><d/></c>\n<e>\n<f g=\"");
