@@ -23,8 +23,8 @@ class WindowMenuTest : public testing::Test {
 
     QAction& item(const QString& text) { return itemShowing(text, menu); }
 
-    // The items below the four fixed ones: "* " and the text if checked, else the text; "-" for a
-    // separator.
+    // The texts of the items below the four fixed ones. "* " precedes the text of a checked item.
+    // A separator is "-".
     QStringList list() {
         Q_EMIT menu.aboutToShow();
         QStringList found;

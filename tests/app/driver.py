@@ -34,7 +34,7 @@ def wait_for(what, condition):
     while True:
         try:
             value = condition()
-        except (gi.repository.GLib.Error, StopIteration):  # the object is gone, or not there yet
+        except (gi.repository.GLib.Error, StopIteration):  # an object is gone, missing, or does not answer
             value = None
         if value:
             return value
@@ -87,7 +87,7 @@ class ClientMessage(ctypes.Structure):
                 ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 12)]
 
 
-# Without this, an error of Xlib would end the process.
+# Without this handler, an X error would end the process.
 IGNORE_ERROR = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(
     lambda display, error: 0)
 

@@ -1,4 +1,4 @@
-"""Films the display: reads the file in which the X server keeps the picture again and again."""
+"""Films the display. The X server keeps the picture in a file, which is read again and again."""
 
 import mmap
 import os

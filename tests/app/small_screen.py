@@ -1,4 +1,4 @@
-"""The windows on a display of 1024 x 600, which is lower than the main window is by default."""
+"""The windows on a display of 1024 x 600. The main window is higher than that by default."""
 
 import unittest
 

@@ -17,7 +17,7 @@ HOST_PATH = "/home/walker/Downloads/export.xml"
 
 
 class Child:
-    """The process that bubblewrap has started: `pid` is its own; everything else is that of bubblewrap."""
+    """The process that bubblewrap has started. All attributes except `pid` are those of bubblewrap's process."""
 
     def __init__(self, sandbox):
         self._sandbox = sandbox

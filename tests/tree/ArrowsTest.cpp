@@ -55,8 +55,8 @@ ArrowTable declaredArrows() {
     return readArrows(file);
 }
 
-// The folders that `folder` reaches by one or more arrows, and the libraries that it or they may
-// include.
+// The folders that `folder` reaches by one or more arrows, and the libraries that `folder` or one
+// of them may include.
 Arrows reachedFrom(const std::string& folder, const ArrowTable& table) {
     Arrows reached{{}, table.at(folder).libraries};
     std::vector<std::string> next(table.at(folder).folders.begin(), table.at(folder).folders.end());
