@@ -137,8 +137,7 @@ class Export {
     }
 
   private:
-    /// Successive records of one device. They have the same source, and the same address of the
-    /// device.
+    /// Successive records from one source, with the same address of the device.
     struct Burst {
         int left = 0;
         bool storedAtOnce = false;

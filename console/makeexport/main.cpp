@@ -56,7 +56,8 @@ std::optional<std::uint64_t> number(std::string_view text) {
     return isWhole ? std::optional(value) : std::nullopt;
 }
 
-/// A number of bytes, or with the suffix K, M or G of 1024, 1024² or 1024³ bytes.
+/// The size in bytes. The suffixes K, M and G stand for 1024, 1024² and 1024³ bytes. Nothing if the
+/// text is no size from `smallest` to `largest`.
 std::optional<std::uint64_t> sizeInBytes(std::string_view text) {
     constexpr std::string_view suffixes = "KMG";
     const std::size_t suffix = text.empty() ? std::string_view::npos : suffixes.find(text.back());

@@ -54,7 +54,7 @@ TEST_F(WindowMenuTest, theOpenWindowsAreListedBelowASeparatorAndTheFrontOneIsChe
     EXPECT_EQ(list(), QStringList({u"-"_s, u"* Beta"_s}));
 }
 
-TEST_F(WindowMenuTest, eachListedWindowHasAnAccessKeyOfItsOwn) {
+TEST_F(WindowMenuTest, aListedWindowHasAnAccessKeyIfALetterOfItsTitleIsFree) {
     QWidget first;
     first.setWindowTitle(u"Zebra"_s);
     QWidget second;
