@@ -46,7 +46,7 @@ IN_DAMAGE = [ONE, FOUR, OLD_ONE, BY_EXPAT]
 
 LIFELIKE = {"first": "makeexport's export", "second": "the second generator's export"}
 BASELINES = "the baseline's export"
-# The variants that must be read at least as fast as by the baseline.
+# The variants that must take no longer than with the baseline.
 AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]
 
 tables = {}   # by name, then by program: the median times and the most memory

@@ -267,7 +267,7 @@ class Program:
         self.click(next(node for node in self.open_menu(menu) if node.get_name() == item))
 
     def choose_file(self, file):
-        """Chooses a file in the file dialog."""
+        """Opens the file dialog and chooses a file."""
         self.wait_until_in_front()
         self.click(self.find(Atspi.Role.PUSH_BUTTON, "Choose…"))
         self.wait_until_in_front(DIALOG)
