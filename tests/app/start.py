@@ -58,8 +58,8 @@ class Start(ProgramTest):
         return len(distinct)
 
     def slow_export(self):
-        """An export that takes so long to read that the window is first seen without rows. It is large and not in
-        UTF-8."""
+        """An export that takes so long to read that the window is first seen without rows. It is large, and
+        not in UTF-8."""
         record = b'<Record type="HKQuantityTypeIdentifierStepCount" value="9876" startDate="2025-%02d-%02d 12:00:00 +0000"/>'
         days = b"".join(record % (month, day) for month in range(1, 13) for day in range(1, 29))
         file = self.folder / "slow.xml"

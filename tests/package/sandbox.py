@@ -17,7 +17,7 @@ HOST_PATH = "/home/walker/Downloads/export.xml"
 
 
 class Child:
-    """The process that bubblewrap has started. All attributes except `pid` are those of bubblewrap's process."""
+    """The process that bubblewrap has started. All attributes but `pid` are those of bubblewrap's process."""
 
     def __init__(self, sandbox):
         self._sandbox = sandbox
