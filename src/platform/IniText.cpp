@@ -99,8 +99,8 @@ QByteArray quoted(const QString& text) {
         const bool pair =
             character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
         const char16_t code = character.unicode();
-        if (code < 0x20 || code == 0x7f || code == QChar::ByteOrderMark ||
-            (character.isSurrogate() && !pair) || (afterCode && isHexDigit(code))) {
+        if (code < 0x20 || code == QChar::ByteOrderMark || (character.isSurrogate() && !pair) ||
+            (afterCode && isHexDigit(code))) {
             result += "\\x" + QByteArray::number(code, 16);
             afterCode = true;
             plain = false;

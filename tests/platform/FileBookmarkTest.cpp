@@ -307,6 +307,12 @@ TEST_F(FileBookmarkTest, truncatedOrTooLongDataResolvesToNothing) {
     EXPECT_FALSE(FileBookmark::resolve(_bookmark + '\0'));
 }
 
+TEST_F(FileBookmarkTest, dataWithAnotherSignatureResolvesToNothing) {
+    _bookmark[0] = 'B';
+    EXPECT_FALSE(FileBookmark::resolve(_bookmark));
+    EXPECT_FALSE(FileBookmark::isBookmark(_bookmark));
+}
+
 TEST_F(FileBookmarkTest, dataOfAnUnknownVersionResolvesToNothing) {
     constexpr qsizetype version = 4;  // offset in the record, after the signature
     ASSERT_EQ(_bookmark[version], '\2');

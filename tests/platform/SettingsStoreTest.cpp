@@ -200,6 +200,15 @@ TEST(SettingsStore, aFIFOAtTheFilesPathDoesNotBlock) {
     expectKeptForTheRun(folder.makeFIFO(u"settings.ini"_s));
 }
 
+TEST(SettingsStore, theValueReadLastIsReturnedIfTheFileCanNoLongerBeRead) {
+    const TestFolder folder;
+    const QString file = folder.write(u"settings.ini"_s, "[General]\na=1\n");
+    SettingsStore store(file);
+    EXPECT_EQ(store.value(u"a"_s), u"1"_s);
+    folder.write(u"settings.ini"_s, "[General]\na=2\n" + QByteArray(1'000'000, '\n'));
+    EXPECT_EQ(store.value(u"a"_s), u"1"_s);
+}
+
 TEST(SettingsStore, aFIFOThatReplacesTheFileDuringTheRunDoesNotBlock) {
     const TestFolder folder;
     const QString file = folder.path(u"settings.ini"_s);
