@@ -45,7 +45,7 @@ void appendPart(std::string& text, std::integral auto number) {
     text += std::to_string(number);
 }
 
-/// Appends the parts. At most one of them may call Random, because the order of evaluation is
+/// Appends the parts. At most one argument may call Random, because the order of evaluation is
 /// unspecified.
 void append(std::string& text, const auto&... parts) {
     (appendPart(text, parts), ...);
