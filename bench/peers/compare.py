@@ -1,10 +1,13 @@
 """compare.py BIN FOLDER RUNS SIZE: runs the programs of BIN alternately on files that it writes to FOLDER.
 For each file it prints a table. A row has, for one program:
-- the median CPU time and the median wall time,
+- the CPU time and the wall time: for an export, the medians of the runs,
 - the shortest and the longest wall time,
 - the peak memory in MB, minus that for an empty document,
-- the median times, divided by those of the table's reference program.
+- the times, divided by those of the table's reference program.
 After the tables it prints the goals.
+
+Variants and artificial documents are read within a few hundredths of a second, so other processes change their medians by a
+tenth or more. Each program reads them at least nine times, and its least times count.
 
 AMBULET_BASELINE may be a folder with the programs of another build, the baseline. Then each table also has
 the baseline's stepdays, there is a table for an export that the baseline's makeexport writes, and goals
@@ -49,23 +52,26 @@ BASELINES = "the baseline's export"
 # The variants that must take no longer than with the baseline.
 AS_FAST = ["timed", "mixed", "shuffled", "comments", "references", "single"]
 
-tables = {}   # by name, then by program: the median times and the most memory
+tables = {}   # by name, then by program: the times and the most memory
 differ = []   # the tables in which not all programs of this build printed the same days
 limited = []  # the tables of documents whose reading ends at a limit of memory
 
 
 def compare(name, title, path, names, base):
     names = [program for program in names if program in programs]
+    is_export = name in exports
+    turns = runs if is_export else max(runs, 9)
     verdict = subprocess.run(programs[BY_EXPAT] + [path], capture_output=True, text=True, check=False).stderr.strip()
-    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {runs} runs of each; {verdict}; "
-          f"/: divided by {base}")
+    print(f"\n{title}, {os.path.getsize(path) / 2**20:.0f} MiB, {'medians' if is_export else 'least'} of {turns} runs; "
+          f"{verdict}; /: divided by {base}")
     print(f"{'':24}{'CPU s':>8}{'wall s':>8}{'least':>8}{'most':>8}{'MB':>8}{'CPU /':>8}{'wall /':>8}", flush=True)
     results = {program: [] for program in names}
-    for turn in range(runs):
+    for turn in range(turns):
         first = turn % len(names)  # so that no program always runs first
         for program in names[first:] + names[:first]:
             results[program].append(measured(binaries, programs[program] + [path]))
-    table = tables[name] = {program: summary(program, rows) for program, rows in results.items()}
+    table = tables[name] = {
+        program: summary(program, rows, statistics.median if is_export else min) for program, rows in results.items()}
     for program, row in table.items():
         walls = [run.wall for run in results[program]]
         print(f"{program:24}{row['cpu']:8.3f}{row['wall']:8.3f}{min(walls):8.3f}{max(walls):8.3f}{row['memory']:8.1f}"
@@ -77,10 +83,10 @@ def compare(name, title, path, names, base):
         limited.append(name)
 
 
-def summary(program, rows):
+def summary(program, rows, of):
     return {
-        "cpu": statistics.median(run.cpu for run in rows),
-        "wall": statistics.median(run.wall for run in rows),
+        "cpu": of(run.cpu for run in rows),
+        "wall": of(run.wall for run in rows),
         "memory": (max(run.memory for run in rows) - empty_memory[program]) / 1024,
     }
 
