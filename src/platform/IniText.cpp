@@ -54,25 +54,18 @@ char16_t takeCode(QStringView& text, unsigned base) {
     return static_cast<char16_t>(code);
 }
 
-// White space outside ASCII is part of a value.
-bool isBlank(QChar character) {
-    return character.unicode() < 0x80 && character.isSpace();
-}
-
+// White space outside ASCII is part of a value: QByteArray::trimmed keeps it.
 QString unescaped(const QByteArray& written) {
     const QString line = QString::fromUtf8(written.trimmed());
     QString result;
-    qsizetype kept = 0;  // the length without trailing unquoted blanks
-    bool quoted = false;
     for (QStringView rest = line; !rest.isEmpty();) {
         const QChar character = rest.front();
         rest = rest.sliced(1);
         if (character == u'"') {
-            quoted = !quoted;
-            kept = result.size();
-        } else if (character != u'\\' || rest.isEmpty()) {
+            continue;  // quotes only keep the blanks at both ends
+        }
+        if (character != u'\\' || rest.isEmpty()) {
             result += character;
-            kept = quoted || !isBlank(character) ? result.size() : kept;
         } else {
             const char16_t letter = rest.front().unicode();
             if (letter >= u'0' && letter <= u'7') {
@@ -81,10 +74,9 @@ QString unescaped(const QByteArray& written) {
                 rest = rest.sliced(1);
                 result += QChar(letter == u'x' ? takeCode(rest, 16) : escaped(letter));
             }
-            kept = result.size();
         }
     }
-    return result.first(kept);
+    return result;
 }
 
 // The text with escapes, in quotes if necessary. A hexadecimal digit after a code would be read as

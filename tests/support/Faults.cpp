@@ -166,7 +166,8 @@ int unlessHanging(const char* name, const char* path, Argument argument) {
 int openIn(int folder, const char* path, int flags, va_list arguments) {
     static auto* const next = real<int(int, const char*, int, ...)>("openat");
     // The mode is passed only if the flags may create a file.
-    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    const bool mayCreate = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    const mode_t mode = mayCreate ? va_arg(arguments, mode_t) : 0;
     logOpen(path);
     actBeforeOpening(path);
     return hangs(path) ? -1 : next(folder, path, flags, mode);
