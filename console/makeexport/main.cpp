@@ -77,7 +77,7 @@ void set(Arguments& arguments, const std::string& option, const std::string& val
         const auto size = sizeInBytes(value);
         arguments.size = size.value_or(0);
         arguments.wrong =
-            size ? "" : "--size is from 1K to 8G, in bytes without a suffix, not " + value;
+            size ? "" : "--size is from 1K to 8G (without K, M or G, it is in bytes), not " + value;
     } else if (option == "--sums") {
         const std::size_t equals = std::min(value.find('='), value.size() - 1);
         const std::string zone = value.substr(0, equals);

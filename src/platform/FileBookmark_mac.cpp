@@ -21,7 +21,8 @@ std::shared_ptr<const void> owned(CFTypeRef object) {
 }  // namespace
 
 std::optional<QByteArray> FileBookmark::make(const FileURL& file) {
-    // Only the URL from the bookmark has the right to open the file, not a new URL of its path.
+    // A file that was found by a bookmark can be opened only by the URL that the system made from
+    // that bookmark, not by a new URL of its path.
     const auto url =
         file.system ? file.system
                     : owned(QUrl::fromLocalFile(QFile::decodeName(file.path.c_str())).toCFURL());

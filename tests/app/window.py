@@ -128,7 +128,7 @@ class Selection(WindowTest):
     def test_clicks_outside_the_controls_clear_the_selection(self):
         window = self.program.find(Atspi.Role.FRAME).get_extents(Atspi.CoordType.SCREEN)
         table = self.table.get_extents(Atspi.CoordType.SCREEN)
-        for x, y in ((table.x + 100, table.y - 2),  # the separator
+        for x, y in ((table.x + 100, table.y - 1),  # the separator, which is one pixel high
                      (table.x + 4, table.y - 10),   # the empty panel
                      (window.x + window.width - 3, window.y + window.height - 3)):
             self.press(MARCH_2)

@@ -24,10 +24,10 @@ namespace ambulet {
 
 namespace {
 
-/// A miss costs about as much time as a dozen hits save. If attributes come in any order, a piece
-/// may occur only once in about nine tags. So two misses of a piece with fewer than 64 tags between
-/// them are in close succession; 32 and 128 take the same time. After a dozen, which is four for
-/// each of its predictions, the sizes of its values are assumed to vary.
+/// After a dozen misses of a piece in close succession, which is four for each of its predictions,
+/// the sizes of its values are assumed to vary: a miss takes as much time as a dozen hits save. Two
+/// misses are close if fewer than 64 tags are between them. A piece may occur only once in about
+/// nine tags, if attributes come in any order. 32 and 128 take the same time.
 constexpr std::uint64_t closeSuccession = 64;
 constexpr unsigned mostMisses = 12;
 
@@ -210,8 +210,8 @@ template <class Vectors>
     return *at == quote ? at : StrictParser::valueEnd(at, quote);
 }
 
-/// The piece at the end of a value that no prediction of `piece`, which is before it, matched. Null
-/// if it is refused.
+/// The piece after `value`; null if it is refused. `piece` is the one before the value. None of its
+/// predictions holds.
 [[gnu::always_inline]] inline Piece*
 TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* stop) {
     const char* const end = endOf(value);

@@ -25,8 +25,8 @@ class TagScanner {
     /// The number of null characters that must follow the last byte: comparisons read beyond it.
     static constexpr std::size_t padding = Prediction::mostBytes + 2 * ByteScan::width;
 
-    /// The limit of the number of open elements. Also the limit of how many elements a scan may
-    /// close that were opened before it. Exports have five levels.
+    /// The limit of the number of open elements. Elements that were opened before a scan: once it
+    /// has closed more than this number of them, no more are accepted. Exports have five levels.
     static constexpr std::size_t deepest = 100;
 
     /// A tag of more bytes is a long tag. For shorter tags, expat keeps little memory, however many
@@ -43,9 +43,9 @@ class TagScanner {
     /// Resets the state to the content of an unknown element.
     void startAnywhere(std::uint64_t mostLongTagBytes);
 
-    /// Scans from the boundary `begin` to the first boundary at or after `stop`. If a token before
-    /// that is refused or incomplete, the scan ends at the boundary before it. Returns the boundary
-    /// where it ended. The step records before that are in `sums`.
+    /// Scans from the boundary `begin` to the first "<" at or after `stop` that is a boundary. If a
+    /// token before that is refused or incomplete, the scan ends at an earlier boundary. Returns
+    /// the boundary where it ended. The step records before that are in `sums`.
     const char* scan(const char* begin, const char* stop);
 
     /// The elements that were closed since the reset and opened before it, the innermost first.

@@ -82,7 +82,7 @@ TEST_F(Program, aFileThatCannotBeWrittenIsReported) {
 }
 
 TEST_F(Program, badArgumentsAreReported) {
-    const std::string sizes = "--size is from 1K to 8G, in bytes without a suffix, not ";
+    const std::string sizes = "--size is from 1K to 8G (without K, M or G, it is in bytes), not ";
     const std::string seeds = "--seed is a number from 0 to 2^64-1, not ";
     const std::vector<std::pair<std::string, std::string>> all = {
         {"", "no FILE"},

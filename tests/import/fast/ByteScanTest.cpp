@@ -80,7 +80,7 @@ void expectBytesOutside() {
     }
 }
 
-TEST(ByteScan, specialBytesAreTheQuoteAmpersandLessThanNonASCIIAndBytesBelow32) {
+TEST(ByteScan, theQuoteTheLessThanSignTheAmpersandNonASCIIAndBytesBelow32AreSpecial) {
     expectSpecialBytes<Baseline>();
 }
 
