@@ -8,10 +8,7 @@
 using namespace ambulet;
 
 int main(int argc, char** argv) {
-    std::FILE* const file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;
-    if (file == nullptr) {
-        return 2;
-    }
+    std::FILE* const file = openedFile(argc, argv);
     StepSums sums;
     const XML_Parser parser = XML_ParserCreate(nullptr);
     XML_SetUserData(parser, &sums);

@@ -50,10 +50,7 @@ void startElement(void* toAdd, const xmlChar* name, const xmlChar* /*prefix*/,
 using namespace ambulet;
 
 int main(int argc, char** argv) {
-    std::FILE* const file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;
-    if (file == nullptr) {
-        return 2;
-    }
+    std::FILE* const file = openedFile(argc, argv);
     StepSums sums;
     xmlSAXHandler handler{};
     handler.initialized = XML_SAX2_MAGIC;

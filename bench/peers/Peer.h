@@ -5,11 +5,21 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 
 namespace ambulet {
 
 /// The size of the blocks in which the peers read a file, except for peer_qt.
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
+
+/// Opens the file that is the only argument. If that fails, ends the program with status 2.
+inline std::FILE* openedFile(int argc, char** argv) {
+    std::FILE* const file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;
+    if (file == nullptr) {
+        std::exit(2);
+    }
+    return file;
+}
 
 /// Prints the days as stepdays does.
 inline void printDays(const StepSums& sums) {
