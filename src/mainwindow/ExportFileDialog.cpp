@@ -7,6 +7,7 @@
 #include <QFileSystemModel>
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QSettings>
@@ -81,6 +82,21 @@ void destroyInBackground(QFileSystemModel* model) {
     }
 }
 
+// QFileDialog selects what the user types in its list. While the field does not have the focus,
+// QFileDialog also keeps the folders that were typed on the way selected, and replaces the typed
+// path by the name of the selected file. Keys may arrive then: on X11, the dialog may be inactive
+// for a moment after the list of suggestions has closed.
+void keepTypedPath(QLineEdit* name, QItemSelectionModel* selection) {
+    // Sent before textChanged, which selects the file.
+    QObject::connect(name, &QLineEdit::textEdited, selection, &QItemSelectionModel::clearSelection);
+    // Called after QFileDialog's own slot, which may have replaced the text.
+    QObject::connect(name, &QLineEdit::textChanged, name, [name](const QString& text) {
+        if (name->text() != text) {
+            name->setText(text);
+        }
+    });
+}
+
 QList<QUrl> usualFolders() {
     QList<QUrl> urls;
     for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::DocumentsLocation,
@@ -140,6 +156,9 @@ void ExportFileDialog::arrangeWidgets() {
     auto* const list = findChild<QTreeView*>(QStringLiteral("treeView"));
     if (list == nullptr) {
         return;
+    }
+    if (auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+        keepTypedPath(name, list->selectionModel());
     }
     setSidebarUrls(usualFolders());
     const int letter = QFontMetrics(list->font()).averageCharWidth();

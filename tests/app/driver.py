@@ -274,16 +274,8 @@ class Program:
         wait_for("the focus of the name field", lambda: any(
             has_state(node, Atspi.StateType.FOCUSED) for node in self.all(Atspi.Role.TEXT)))
         type_text(str(file))
-
-        def is_typed():
-            texts = [Atspi.Text.get_text(node, 0, -1) for node in self.all(Atspi.Role.TEXT)]
-            if os.path.basename(file) in texts:
-                # Qt has replaced the path by the name: the list of suggestions had the focus for a moment.
-                key("ctrl+a")
-                type_text(str(file))
-            return str(file) in texts
-
-        wait_for("the path in the dialog", is_typed)
+        wait_for("the path in the dialog", lambda: any(
+            Atspi.Text.get_text(node, 0, -1) == str(file) for node in self.all(Atspi.Role.TEXT)))
         key("Return")
 
     def set_stride(self, text):

@@ -193,6 +193,25 @@ TEST_F(ExportFileDialogTest, canChooseAFileWhoseNameIsNotUtf8) {
     ::unlink(name.constData());  // QTemporaryDir would not remove the file
 }
 
+TEST_F(ExportFileDialogTest, aTypedPathStaysEvenIfTheFieldDoesNotHaveTheFocus) {
+    const QString file = writeExport("export.xml", {{"2025-03-02", "1"}});
+    makeController(file).showWindow();
+    waitForLoad();
+    choose({}, [&](QFileDialog& dialog) {
+        QTreeView& list = listed(dialog, 1);
+        auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->clearFocus();
+        QTest::keyClicks(name, file);
+        EXPECT_EQ(name->text(), file);
+        EXPECT_EQ(dialog.selectedFiles().join(u' '), file);
+        const QModelIndex row = list.model()->index(0, 0, list.rootIndex());
+        EXPECT_EQ(row.data().toString(), QStringLiteral("export.xml"));
+        list.selectionModel()->clearSelection();
+        list.selectionModel()->select(row, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        EXPECT_EQ(name->text(), QStringLiteral("export.xml"));
+    });
+}
+
 TEST_F(ExportFileDialogTest, isDestroyedAfterItHasBeenShown) {
     makeController().showWindow();
     choose({});
