@@ -1,42 +1,15 @@
 // What a load changes and what it keeps, also if a file is chosen or the stride is edited during
 // the load.
 
-#include "mainwindow/ControllerTest.h"
+#include "mainwindow/DialogTest.h"
 #include "platform/FileBookmark.h"
-
-#include <QApplication>
-#include <QFileDialog>
-#include <QTimer>
 
 namespace ambulet {
 
 namespace {
 
-class LoadingRulesTest : public ControllerTest {
+class LoadingRulesTest : public DialogTest {
   protected:
-    // Opens the file dialog and chooses `file`. Cancels the dialog if `file` is null.
-    void choose(const QString& file) {
-        QTimer answer;
-        bool typed = false;
-        QObject::connect(&answer, &QTimer::timeout, [&] {
-            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || typed) {
-                return;
-            }
-            typed = true;
-            if (file.isNull()) {
-                dialog->reject();
-            } else {
-                auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                name->setText(file);
-                QTest::keyClick(name, Qt::Key_Return);
-            }
-        });
-        answer.start(0);
-        controller->chooseFileAction();
-        ASSERT_TRUE(typed);
-    }
-
     QStringList statistics() const {
         QStringList texts;
         for (const QLabel* label : statisticsLabels()) {
