@@ -4,6 +4,8 @@
 #include "mainwindow/DialogTest.h"
 #include "platform/FileBookmark.h"
 
+#include <QThread>
+
 namespace ambulet {
 
 namespace {
@@ -103,6 +105,54 @@ TEST_F(LoadingRulesTest, aLoadIsCompletedEvenIfTheWindowIsClosed) {
     waitForLoad();
     EXPECT_EQ(controller->allSteps().size(), 2U);
     EXPECT_FALSE(controller->window()->isVisible());
+}
+
+// Notes whether a label is painted while it is narrower than its text.
+class CutPaintings : public QObject {
+  public:
+    explicit CutPaintings(QLabel* label) : _label(label) { label->installEventFilter(this); }
+
+    int paintings() const { return _paintings; }
+    int cut() const { return _cut; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            ++_paintings;
+            _cut += _label->width() < _label->sizeHint().width() ? 1 : 0;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    QLabel* _label;
+    int _paintings = 0;
+    int _cut = 0;
+};
+
+// The load ends while the window waits to be painted. Qt would lay it out after that painting.
+TEST_F(LoadingRulesTest, theFirstPaintingAfterALoadCutsNoText) {
+    load({{"2025-03-02", "400000000000"}});
+    controller->updateStatsForSteps({});
+    QCoreApplication::processEvents();
+    controller->window()->resize(controller->window()->minimumSizeHint());
+    QCoreApplication::processEvents();
+    const int narrow = controller->averageLabel()->width();
+    const auto threads = [] {
+        return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs).size();
+    };
+    const auto before = threads();
+    controller->loadData();
+    while (threads() > before) {
+        QThread::yieldCurrentThread();
+    }
+    controller->window()->update();
+    const CutPaintings average(controller->averageLabel());
+    waitForLoad();
+    QCoreApplication::processEvents();
+    EXPECT_GT(controller->averageLabel()->sizeHint().width(), narrow);
+    EXPECT_GT(average.paintings(), 0);
+    EXPECT_EQ(average.cut(), 0);
 }
 
 TEST_F(LoadingRulesTest, theNumberOfDaysIsShownWithoutThousandsSeparators) {
