@@ -52,7 +52,6 @@ void MainWindowController::makeStrideEditor() {
     if (_milesLabel) {
         _milesLabel->setToolTip(QStringLiteral("Click to edit stride length"));
         connect(_milesLabel, &ClickableLabel::clicked, this, &MainWindowController::strideDidClick);
-        _milesLabel->installEventFilter(this);
         if (_strideEditor) {
             QWidget::setTabOrder(_milesLabel, _strideEditor);
         }
