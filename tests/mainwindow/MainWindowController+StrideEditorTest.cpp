@@ -214,6 +214,35 @@ TEST_F(StrideEditorTest, aStrideHasNoUpperBound) {
     EXPECT_EQ(stored(), 1e300);
 }
 
+TEST_F(StrideEditorTest, theEditorShowsALargeStrideWithoutThousandsSeparators) {
+    defaults.setDouble(SettingsKeys::strideFootLength, 12345.0);
+    clickLabel();
+    EXPECT_EQ(editor().text(), QStringLiteral("12345.00"));
+}
+
+TEST_F(StrideEditorTest, otherKeysEditTheText) {
+    openAndType("35");
+    QTest::keyClick(&editor(), Qt::Key_Left);
+    QTest::keyClicks(&editor(), QStringLiteral("."));
+    QTest::keyClick(&editor(), Qt::Key_Home);
+    QTest::keyClicks(&editor(), QStringLiteral("1"));
+    EXPECT_EQ(editor().text(), QStringLiteral("13.5"));
+    EXPECT_TRUE(open());
+}
+
+TEST_F(ControllerTest, theStrideEditorOpensAndStoresBeforeAnyFileIsChosen) {
+    makeController().showWindow();
+    QTest::mouseClick(controller->milesLabel(), Qt::LeftButton, {}, QPoint(3, 8));
+    InPlaceField& editor = *controller->strideEditor();
+    ASSERT_TRUE(editor.isVisible());
+    EXPECT_EQ(editor.x(), controller->milesLabel()->x());
+    EXPECT_EQ(editor.text(), QStringLiteral("2.50"));
+    QTest::keyClicks(&editor, QStringLiteral("3"));
+    QTest::keyClick(&editor, Qt::Key_Return);
+    EXPECT_EQ(defaults.doubleForKey(SettingsKeys::strideFootLength), 3.0);
+    EXPECT_EQ(controller->milesLabel()->text(), QStringLiteral("Miles: —"));
+}
+
 // The windowing system sends repeated presses of a held key.
 class HeldKeyTest : public StrideEditorTest {
   protected:
@@ -308,7 +337,18 @@ TEST_F(StrideEditorTest, aValueThatIsNotAboveZeroIsRefusedAndTheEditorCloses) {
         EXPECT_FALSE(open()) << text;
         EXPECT_FALSE(anyStored()) << text;
         EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step")) << text;
+        clickLabel();
+        EXPECT_EQ(editor().text(), QStringLiteral("2.50")) << text;
     }
+}
+
+TEST_F(StrideEditorTest, everyValueAboveZeroIsStored) {
+    openAndType("2.5");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_TRUE(anyStored());  // although it is the default
+    openAndType("0.0001");
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    EXPECT_EQ(stored(), 0.0001);
 }
 
 TEST_F(StrideEditorTest, aRefusedValueStillRefreshesRowsAndStatistics) {
@@ -372,11 +412,16 @@ TEST_F(StrideEditorTest, escapeDoesNotStoreTheStride) {
     EXPECT_EQ(miles(), QStringLiteral("Miles: 7.50 @ 2.50 ft/step"));
 }
 
-TEST_F(StrideEditorTest, escapeDoesNotRefreshTheStatistics) {
+TEST_F(StrideEditorTest, escapeRefreshesNeitherRowsNorStatistics) {
     clickLabel();
     controller->daysLabel()->setText(QStringLiteral("as it was"));
+    int reloads = 0;
+    const QObject whileHere;
+    QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
+                     [&reloads] { ++reloads; });
     QTest::keyClick(&editor(), Qt::Key_Escape);
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("as it was"));
+    EXPECT_EQ(reloads, 0);
 }
 
 TEST_F(StrideEditorTest, tabStoresTheStride) {
@@ -385,6 +430,24 @@ TEST_F(StrideEditorTest, tabStoresTheStride) {
     EXPECT_FALSE(open());
     EXPECT_EQ(stored(), 3.0);
     EXPECT_EQ(QApplication::focusWidget(), controller->tableView());
+}
+
+TEST_F(StrideEditorTest, backtabStoresTheStride) {
+    openAndType("3");
+    QTest::keyClick(&editor(), Qt::Key_Backtab);
+    EXPECT_FALSE(open());
+    EXPECT_EQ(stored(), 3.0);
+    EXPECT_EQ(QApplication::focusWidget(), controller->milesLabel());
+}
+
+// As assistive programs and access keys do.
+TEST_F(StrideEditorTest, movingTheFocusWithoutMouseOrTabStoresTheStride) {
+    for (const auto reason : {Qt::OtherFocusReason, Qt::ShortcutFocusReason}) {
+        openAndType(reason == Qt::OtherFocusReason ? "3" : "4");
+        controller->tableView()->setFocus(reason);
+        EXPECT_FALSE(open());
+        EXPECT_EQ(stored(), reason == Qt::OtherFocusReason ? 3.0 : 4.0);
+    }
 }
 
 TEST_F(StrideEditorTest, aClickOnTheTableStoresTheStride) {
@@ -414,11 +477,14 @@ TEST_F(StrideEditorTest, aCommitWhileTheEditorIsClosedDoesNothing) {
     EXPECT_EQ(stored(), 3.0);
 }
 
-TEST_F(StrideEditorTest, aCommitReloadsTheRowsOnce) {
+TEST_F(StrideEditorTest, aCommitReloadsTheRowsOnceAfterTheEditorHasClosed) {
     int reloads = 0;
     const QObject whileHere;
     QObject::connect(controller->tableView()->model(), &QAbstractItemModel::modelReset, &whileHere,
-                     [&reloads] { ++reloads; });
+                     [&] {
+                         ++reloads;
+                         EXPECT_FALSE(open());
+                     });
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Return);
     QCoreApplication::processEvents();
