@@ -43,6 +43,46 @@ TEST_F(ClearingClickTest, aClickOnTheEmptyPanelClearsTheSelection) {
     EXPECT_FALSE(controller->fromLabel()->font().bold());
 }
 
+TEST_F(ClearingClickTest, thePressClearsTheSelectionBeforeTheRelease) {
+    QWindow* const window = controller->window()->windowHandle();
+    const QPoint point = controller->controlsPanel()->mapTo(controller->window(), QPoint(3, 3));
+    QTest::mousePress(window, Qt::LeftButton, {}, point);
+    EXPECT_TRUE(cleared());
+    table().selectRowIndexes({1});
+    QTest::mouseRelease(window, Qt::LeftButton, {}, point);
+    EXPECT_FALSE(cleared());
+}
+
+TEST_F(ClearingClickTest, aClickClearsTheSelectionAlsoWhileTheStrideEditorIsOpen) {
+    controller->strideDidClick();
+    press(controller->controlsPanel(), QPoint(3, 3));
+    EXPECT_TRUE(cleared());
+    EXPECT_TRUE(controller->strideEditor()->isVisible());
+}
+
+TEST_F(ClearingClickTest, aClickClearsTheSelectionAlsoIfTheScrollViewIsUnknown) {
+    controller->setScrollView(nullptr);
+    press(controller->controlsPanel(), QPoint(3, 3));
+    EXPECT_TRUE(cleared());
+}
+
+TEST_F(ClearingClickTest, theViewUnderAClearingClickGetsTheClick) {
+    class Presses : public QObject {
+      public:
+        int count = 0;
+
+      protected:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            count += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+            return QObject::eventFilter(watched, event);
+        }
+    } presses;
+    controller->controlsPanel()->installEventFilter(&presses);
+    press(controller->controlsPanel(), QPoint(3, 3));
+    EXPECT_TRUE(cleared());
+    EXPECT_EQ(presses.count, 1);
+}
+
 TEST_F(ClearingClickTest, theSecondPressOfADoubleClickClearsTheSelectionToo) {
     const QPointF point = controller->controlsPanel()->mapTo(controller->window(), QPointF(3, 3));
     QMouseEvent press(QEvent::MouseButtonDblClick, point, controller->window()->mapToGlobal(point),

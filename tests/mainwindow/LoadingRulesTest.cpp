@@ -3,8 +3,12 @@
 
 #include "mainwindow/DialogTest.h"
 #include "platform/FileBookmark.h"
+#include "support/Faults.h"
 
+#include <QPushButton>
 #include <QThread>
+
+#include <algorithm>
 
 namespace ambulet {
 
@@ -48,6 +52,43 @@ TEST_F(LoadingRulesTest, choosingAFileClearsTheSelectionAndTheBoldFontAtOnce) {
     EXPECT_TRUE(controller->tableView()->selectedRowIndexes().empty());
     waitForLoad();
     EXPECT_EQ(controller->daysLabel()->text(), QStringLiteral("Days: 1"));
+}
+
+TEST_F(LoadingRulesTest, theWindowLoadsTheFileOnceHoweverOftenItIsShown) {
+    const auto timesOpened = [this](const OpenLog& log) {
+        const std::vector<std::string> paths = log.paths();
+        return std::count(paths.begin(), paths.end(), twoDays.toStdString());
+    };
+    makeController(twoDays);
+    std::ptrdiff_t first = 0;
+    {
+        const OpenLog log;
+        controller->showWindow();
+        waitForLoad();
+        first = timesOpened(log);
+    }
+    const OpenLog log;
+    controller->loadData();
+    waitForLoad();
+    EXPECT_GT(first, 0);
+    EXPECT_EQ(timesOpened(log), first);
+    controller->showWindow();
+    EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
+}
+
+TEST_F(LoadingRulesTest, theButtonOpensTheFileDialog) {
+    makeController().showWindow();
+    bool seen = false;
+    QTimer close;
+    QObject::connect(&close, &QTimer::timeout, [&seen] {
+        if (auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            seen = true;
+            dialog->reject();
+        }
+    });
+    close.start(0);
+    controller->window()->findChild<QPushButton*>()->click();
+    EXPECT_TRUE(seen);
 }
 
 TEST_F(LoadingRulesTest, choosingTheSameFileAgainLoadsItAgain) {
