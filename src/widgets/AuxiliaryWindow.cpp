@@ -12,8 +12,6 @@
 #include <QShowEvent>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace ambulet {
 
 namespace {
@@ -70,12 +68,8 @@ void AuxiliaryWindow::center() {
         return;
     }
     shrinkToScreen(*this);
-    const QRect available = screen()->availableGeometry();
     const QMargins margins = frameMargins(*this);
-    const QSize free = available.size() - size().grownBy(margins);
-    // Even if the window does not fit, its title bar is on the screen.
-    moveFrame(*this, available.topLeft() +
-                         QPoint(std::max(0, free.width()) / 2, std::max(0, free.height()) / 4));
+    moveFrame(*this, centeredPlace(size().grownBy(margins), screen()->availableGeometry()));
     _centeredWith = margins;
 }
 

@@ -20,15 +20,33 @@ bool canBeReached(const QWidget& window) {
     const QRect frame = window.geometry().marginsAdded(margins);
     const QRect titleBar(frame.topLeft(),
                          QSize(frame.width(), std::max(margins.top(), leastHeight)));
-    const QList<QScreen*> screens = QGuiApplication::screens();
-    return std::any_of(screens.begin(), screens.end(), [&titleBar](const QScreen* screen) {
-        const QRect seen = screen->availableGeometry() & titleBar;
+    QList<QRect> areas;
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        areas.append(screen->availableGeometry());
+    }
+    return isReachable(titleBar, areas);
+}
+
+}  // namespace
+
+bool isReachable(const QRect& titleBar, const QList<QRect>& areas) {
+    return std::any_of(areas.begin(), areas.end(), [&titleBar](const QRect& area) {
+        const QRect seen = area & titleBar;
         return seen.height() == titleBar.height() &&
                seen.width() >= std::min(reachableWidth, titleBar.width());
     });
 }
 
-}  // namespace
+QPoint placeInArea(const QRect& frame, const QRect& area) {
+    const QSize free = (area.size() - frame.size()).expandedTo(QSize(0, 0));
+    return {std::clamp(frame.x(), area.x(), area.x() + free.width()),
+            std::clamp(frame.y(), area.y(), area.y() + free.height())};
+}
+
+QPoint centeredPlace(QSize frame, const QRect& area) {
+    const QSize free = (area.size() - frame).expandedTo(QSize(0, 0));
+    return area.topLeft() + QPoint(free.width() / 2, free.height() / 4);
+}
 
 QMargins frameMargins(const QWidget& window) {
     return window.windowHandle() != nullptr ? window.windowHandle()->frameMargins() : QMargins();
@@ -59,15 +77,8 @@ void fitOnScreen(QWidget& window) {
     if (!shrinkToScreen(window) && canBeReached(window)) {
         return;
     }
-    const QRect available = window.screen()->availableGeometry();
-    const QMargins margins = frameMargins(window);
-    const QSize free = available.size() - window.size().grownBy(margins);
-    const QRect frame = window.geometry().marginsAdded(margins);
-    const auto inside = [](int place, int from, int length) {
-        return std::clamp(place, from, from + std::max(0, length));
-    };
-    moveFrame(window, {inside(frame.x(), available.left(), free.width()),
-                       inside(frame.y(), available.top(), free.height())});
+    const QRect frame = window.geometry().marginsAdded(frameMargins(window));
+    moveFrame(window, placeInArea(frame, window.screen()->availableGeometry()));
 }
 
 }  // namespace ambulet
