@@ -1,4 +1,5 @@
 #include "mainwindow/ControllerTest.h"
+#include "support/Environment.h"
 
 namespace ambulet {
 
@@ -57,6 +58,21 @@ TEST_F(MainWindowControllerTest, milesAlwaysHaveTwoDecimals) {
 TEST_F(MainWindowControllerTest, datesAreInTheMediumStyleWithoutATime) {
     load({{"2025-03-02", "1"}});
     EXPECT_EQ(cell(1, "date"), QStringLiteral("Mar 2, 2025"));
+}
+
+TEST_F(MainWindowControllerTest, datesAreInTheMediumStyleOfTheUsersLocale) {
+    const ScopedLocale german("de_DE.UTF-8");
+    load({{"2025-03-02", "1"}});
+    EXPECT_EQ(cell(1, "date"), QStringLiteral("02.03.2025"));
+    EXPECT_EQ(controller->fromLabel()->text(), QStringLiteral("From: 02.03.2025"));
+}
+
+TEST_F(MainWindowControllerTest, aPathStoredByAnotherCopyOfTheProgramIsNotLoaded) {
+    load({{"2025-03-02", "1"}, {"2025-03-01", "1"}});
+    defaults.setString(SettingsKeys::xmlFilePath, writeExport("other.xml", {{"2025-03-02", "1"}}));
+    controller->loadData();
+    waitForLoad();
+    EXPECT_EQ(controller->allSteps().size(), 2U);
 }
 
 TEST_F(MainWindowControllerTest, theControllerWorksWithoutAViewThatWasDestroyed) {
