@@ -29,8 +29,6 @@ constexpr std::size_t blockSize = std::size_t{256} << 10;
 // Smaller exports have no declarations of elements, so that more of their bytes are records.
 constexpr std::uint64_t declarationsFrom = std::uint64_t{64} << 10;
 
-constexpr std::size_t usualLength = 440;  // average length of a record, in bytes
-
 void appendPart(std::string& text, string_view part) {
     text += part;
 }
@@ -92,8 +90,8 @@ std::string sourceText(const Source& source, local_days day, Random& random) {
     std::snprintf(address, sizeof address, "0x%x%06x0", isLater ? 0x30U : 0x28U,
                   random.below(1U << 22));
     append(text, " device=\"&lt;&lt;HKDevice: ", string_view(address), "&gt;, ", source.device);
-    const auto model = since * source.models.size() / ((lastDay - firstDay).count() + 1);
-    if (!source.models[model].empty()) {
+    if (!source.models.empty()) {
+        const auto model = since * source.models.size() / ((lastDay - firstDay).count() + 1);
         append(text, ", hardware:", source.models[model]);
     }
     append(text, ", software:", version);
@@ -162,7 +160,7 @@ class Export {
         const std::uint64_t begin = place();
         const std::uint64_t end = _begin + room * _shares / allShares;
         const auto days = static_cast<std::uint64_t>((lastDay - since).count() + 1);
-        std::uint64_t length = usualLength;
+        std::uint64_t length = 440;  // of the last element; at first, of an average record
         for (std::uint64_t at = begin; at + length / 2 < end && !_failed; at = place()) {
             const std::uint64_t bytes = end - begin;
             const std::uint64_t passed = (at - begin) * days;
@@ -260,8 +258,7 @@ class Export {
         const seconds length(1 + steps * _random.between(50, 100) / 100);
         const Times times = timesOf(type, moment, length, burst);
         addRecord(type, burst.source, times, steps);
-        const minutes offset = offsetOn(moment.day);
-        _sums.add(sys_seconds(times.start.time_since_epoch()) - offset, steps);
+        _sums.add(sys_seconds(times.start.time_since_epoch()) - offsetOn(moment.day), steps);
     }
 
     /// The steps to be written for a day.

@@ -16,14 +16,13 @@ using std::string_view;
 struct Source {
     string_view name;
     string_view device;                   // empty if records from the source have no device
-    std::span<const string_view> models;  // successive models over the ten years
+    std::span<const string_view> models;  // successive models over the ten years; may be empty
     int major;  // the system version in the first year; one more each autumn
 };
 
 constexpr std::array<string_view, 5> phones = {"iPhone7,2", "iPhone10,4", "iPhone12,1",
                                                "iPhone13,1", "iPhone15,4"};
 constexpr std::array<string_view, 4> watches = {"Watch1,2", "Watch3,4", "Watch6,1", "Watch7,4"};
-constexpr std::array<string_view, 1> noModel = {""};
 
 // The names of the phone and the watch have a typographic apostrophe. That of the watch has a
 // no-break space, too.
@@ -31,13 +30,12 @@ constexpr Source phone = {"Zoë’s iPhone", "name:iPhone, manufacturer:Apple In
                           phones, 9};
 constexpr Source watch = {"Zoë’s Apple\u00a0Watch",
                           "name:Apple Watch, manufacturer:Apple Inc., model:Watch", watches, 2};
-constexpr Source pedometer = {"歩数計 &amp; Pas à Pas", "", noModel, 2};
-constexpr Source scale = {"Körperwaage Größe L", "name:Body scale, manufacturer:Vågen, model:VG 2",
-                          noModel, 1};
-constexpr Source cuff = {"Cœur &amp; Pouls", "name:BPM, manufacturer:Cœur &amp; Pouls, model:BP-4",
-                         noModel, 5};
+constexpr Source pedometer = {"歩数計 &amp; Pas à Pas", "", {}, 2};
+constexpr Source scale = {
+    "Körperwaage Größe L", "name:Body scale, manufacturer:Vågen, model:VG 2", {}, 1};
+constexpr Source cuff = {
+    "Cœur &amp; Pouls", "name:BPM, manufacturer:Cœur &amp; Pouls, model:BP-4", {}, 5};
 
-using Sources = std::span<const Source* const>;
 constexpr std::array<const Source*, 1> byPhone = {&phone};
 constexpr std::array<const Source*, 1> byWatch = {&watch};
 constexpr std::array<const Source*, 3> byBoth = {&phone, &watch, &watch};
@@ -80,11 +78,10 @@ struct RecordType {
     string_view name;
     unsigned share;  // share of the bytes, see allShares
     int since;       // the first year
-    Sources sources;
+    std::span<const Source* const> sources;
     Hours hours;
-    std::array<int, 2>
-        seconds;       // the shortest and the longest time from start to end; unused for StepCount
-    string_view unit;  // empty for a category
+    std::array<int, 2> seconds;  // the shortest and longest duration; unused for StepCount
+    string_view unit;            // empty for a category
     Range range;
     const Metadata* metadata = nullptr;
     std::span<const string_view> categories = {};

@@ -71,14 +71,13 @@ TEST_F(Program, aFileThatCannotBeWrittenIsReported) {
     EXPECT_EQ(ended.err, "makeexport: cannot write " + nowhere + ": No such file or directory\n");
 
     // The short export fails when the file is closed, the long one while it is written.
-    for (const char* size : {"1K", "8G"}) {
-        ended = run(std::string("--size ") + size + " /dev/full");
-        EXPECT_EQ(ended.status, 1);
+    const std::vector<std::string> all = {"--size 1K /dev/full", "--size 8G /dev/full",
+                                          "--sums UTC=/dev/full " + path("a.xml")};
+    for (const std::string& arguments : all) {
+        ended = run(arguments);
+        EXPECT_EQ(ended.status, 1) << arguments;
         EXPECT_EQ(ended.err, "makeexport: cannot write /dev/full: No space left on device\n");
     }
-    ended = run("--sums UTC=/dev/full " + path("a.xml"));
-    EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.err, "makeexport: cannot write /dev/full: No space left on device\n");
 }
 
 TEST_F(Program, badArgumentsAreReported) {
