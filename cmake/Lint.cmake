@@ -7,6 +7,10 @@
 # clang-format and clang-tidy may have any version from 14 on. If one of them is missing, its targets say so
 # and succeed.
 function(ambulet_lint)
+  foreach(version RANGE 14 30)
+    list(APPEND format_names clang-format-${version})
+    list(APPEND tidy_names clang-tidy-${version})
+  endforeach()
   foreach(folder src console bench fuzz tests)
     list(APPEND header_globs ${PROJECT_SOURCE_DIR}/${folder}/*.h)
     list(APPEND source_globs ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
@@ -14,7 +18,7 @@ function(ambulet_lint)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${header_globs})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_globs})
 
-  find_program(CLANG_FORMAT NAMES clang-format clang-format-14)
+  find_program(CLANG_FORMAT NAMES clang-format ${format_names})
   if(CLANG_FORMAT)
     set(format COMMAND ${CLANG_FORMAT} -i ${headers} ${sources})
     set(check_format COMMAND ${CLANG_FORMAT} --dry-run -Werror ${headers} ${sources})
@@ -25,7 +29,7 @@ function(ambulet_lint)
   add_custom_target(format ${format} VERBATIM)
   add_custom_target(check-format ${check_format} VERBATIM)
 
-  find_program(CLANG_TIDY NAMES clang-tidy clang-tidy-14)
+  find_program(CLANG_TIDY NAMES clang-tidy ${tidy_names})
   if(NOT CLANG_TIDY)
     add_custom_target(tidy
       COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy is not installed: not run." VERBATIM)
