@@ -12,11 +12,16 @@ namespace ambulet {
 FoundFile findFile(const RememberedFile& remembered) {
     if (remembered.bookmark) {
         if (const auto resolved = FileBookmark::resolve(*remembered.bookmark)) {
+            const FileAccess access(resolved->file);  // needed to make a bookmark, too
             return {resolved->file,
-                    resolved->stale ? FileBookmark::make(resolved->file) : std::nullopt};
+                    resolved->stale ? FileBookmark::make(resolved->file) : std::nullopt, access};
         }
     }
-    return {remembered.path ? std::optional(FileURL(*remembered.path)) : std::nullopt, {}};
+    if (!remembered.path) {
+        return {};
+    }
+    const FileURL file(*remembered.path);
+    return {file, {}, FileAccess(file)};
 }
 
 QString shownPath(const QString& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileAccess.h"
 #include "platform/FileURL.h"
 
 #include <QByteArray>
@@ -23,6 +24,7 @@ struct RememberedFile {
 struct FoundFile {
     std::optional<FileURL> file;
     std::optional<QByteArray> freshBookmark;  ///< to be stored instead of a stale bookmark
+    std::optional<FileAccess> access;         ///< the right to read the file
 };
 
 /// The path to show for the file at `path`: its path outside the sandbox if a document portal gave

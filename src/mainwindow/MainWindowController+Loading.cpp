@@ -4,7 +4,6 @@
 #include "mainwindow/ExportFileDialog.h"
 #include "mainwindow/MainWindowController.h"
 #include "platform/BackgroundTask.h"
-#include "platform/FileAccess.h"
 #include "text/LocalTime.h"
 
 #include <QCoreApplication>
@@ -48,8 +47,8 @@ void MainWindowController::loadData() {
             Load load{resolvedFileURL(remembered), {}, {}, {}};
             load.shownPath = shownPath(remembered.path.value_or(QString()));
             if (load.found.file) {
-                const FileAccess access(*load.found.file);
                 load.days = HealthXMLParser().parseURL(load.found.file->path);
+                load.found.access.reset();
                 load.offsets = offsetsOf(load.days);
             }
             return std::optional(std::move(load));

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -18,6 +19,7 @@
 namespace ambulet {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -29,7 +31,8 @@ std::string encoded(const QString& path) {
 
 bool makeFolder(const QString& path) {
     return QFileInfo(path).isDir() ||
-           (makeFolder(QFileInfo(path).path()) && ::mkdir(encoded(path).c_str(), 0700) == 0);
+           (makeFolder(QFileInfo(path).path()) &&
+            (::mkdir(encoded(path).c_str(), 0700) == 0 || errno == EEXIST));
 }
 
 // The value of an environment variable if it is an absolute path, else an empty text.
@@ -103,7 +106,9 @@ bool SettingsStore::flush() {
 
 WholeFile::Outcome SettingsStore::tryToStore() {
     WholeFile file(encoded(_place));
-    const WholeFile::Lock lock(file);
+    // A program that held the lock for too long once is not waited for again.
+    const WholeFile::Lock lock(file, _lockWasRefused ? 0ms : 500ms);
+    _lockWasRefused = !lock.isHeld();
     if (lock.isHeld()) {
         file.removeLeftovers();
     }

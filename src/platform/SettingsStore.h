@@ -48,6 +48,7 @@ class SettingsStore {
     QString _place;
     QByteArray _content;  // as last read or stored
     QVariantMap _unstored;
+    bool _lockWasRefused = false;  // at the last write
 };
 
 }  // namespace ambulet

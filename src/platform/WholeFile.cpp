@@ -166,21 +166,23 @@ void WholeFile::removeLeftovers() const {
     }
 }
 
-WholeFile::Lock::Lock(const WholeFile& file)
+WholeFile::Lock::Lock(const WholeFile& file, std::chrono::milliseconds patience)
     : _folder(::open(file._folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     using Clock = std::chrono::steady_clock;
     Version seen = file.version();
-    auto since = Clock::now();
+    const auto begin = Clock::now();
+    auto since = begin;
     while (_folder >= 0) {
         _held = ::flock(_folder, LOCK_EX | LOCK_NB) == 0;
         if (_held || (errno != EWOULDBLOCK && errno != EINTR)) {
             return;  // other errors mean that the file system has no locks
         }
-        if (const Version now = file.version(); !isSame(now, seen)) {
-            seen = now;
-            since = Clock::now();
+        const auto now = Clock::now();
+        if (const Version version = file.version(); !isSame(version, seen)) {
+            seen = version;
+            since = now;
         }
-        if (Clock::now() - since > 500ms) {
+        if (now - since >= patience || now - begin >= 2s) {
             return;
         }
         std::this_thread::sleep_for(1ms);

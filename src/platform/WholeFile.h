@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
@@ -34,10 +35,11 @@ class WholeFile {
 
     /// A lock on the file's folder, which only one `Lock` in all processes can hold at a time. The
     /// constructor waits while another `Lock` holds it. The constructor gives up, and `isHeld` is
-    /// false, if the file has not changed for half a second, or if the folder cannot be locked.
+    /// false, if the file has not changed for the time `patience`, after two seconds in all, or if
+    /// the folder cannot be locked.
     class Lock {
       public:
-        explicit Lock(const WholeFile& file);
+        Lock(const WholeFile& file, std::chrono::milliseconds patience);
         ~Lock();
         Lock(const Lock&) = delete;
         Lock& operator=(const Lock&) = delete;

@@ -207,6 +207,24 @@ TEST(SettingsFaults, eightProcessesThatWriteAtTheSameTimeLoseNoValue) {
     EXPECT_EQ(filesIn(folder.path()), QStringList(u"settings.ini"_s));
 }
 
+TEST(SettingsFaults, processesThatCreateTheFolderAtTheSameTimeLoseNoValue) {
+    for (int round = 0; round < 40; ++round) {
+        const TestFolder folder;
+        const QString file = folder.path(u"a/b/c/settings.ini"_s);
+        std::vector<pid_t> children;
+        for (int writer = 0; writer < 8; ++writer) {
+            children.push_back(inAnotherProcess(
+                [&] { SettingsStore(file).setValue(u"w%1"_s.arg(writer), u"1"_s); }));
+        }
+        for (const pid_t child : children) {
+            ASSERT_EQ(waitpid(child, nullptr, 0), child);
+        }
+        for (int writer = 0; writer < 8; ++writer) {
+            EXPECT_EQ(SettingsStore(file).value(u"w%1"_s.arg(writer)), u"1"_s);
+        }
+    }
+}
+
 TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotPreventAWrite) {
     const TestFolder folder;
     const int held = ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY);
@@ -218,6 +236,20 @@ TEST(SettingsFaults, aLockThatIsNeverReleasedDoesNotPreventAWrite) {
     store.setValue(u"key"_s, u"value"_s);
     EXPECT_EQ(contentOf(file), "[General]\nkey=value\n");
     EXPECT_TRUE(QFileInfo::exists(temporary)) << "the holder of the lock may be writing it";
+
+    int tries = 0;
+    const BeforeLocking count([&tries] { ++tries; });
+    store.setValue(u"key"_s, u"other"_s);
+    EXPECT_EQ(contentOf(file), "[General]\nkey=other\n");
+    EXPECT_EQ(tries, 1) << "the second write does not wait";
+    ::flock(held, LOCK_UN);
+    store.setValue(u"key"_s, u"third"_s);
+    EXPECT_FALSE(QFileInfo::exists(temporary)) << "the lock is taken when it is free";
+
+    ASSERT_EQ(::flock(held, LOCK_EX | LOCK_NB), 0);
+    tries = 0;
+    store.setValue(u"key"_s, u"last"_s);
+    EXPECT_GT(tries, 1) << "a write after that waits again";
     ::close(held);
 }
 

@@ -63,7 +63,6 @@ TEST_F(WholeFileTest, aFileThatWasCreatedSinceTheReadIsNotReplaced) {
 TEST_F(WholeFileTest, aWriterWaitsForTheLockAsLongAsItsHolderChangesTheFile) {
     const int held = ::open(QFile::encodeName(_folder.path()).constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
-    // If the file does not change, a writer waits for half a second.
     const auto end = std::chrono::steady_clock::now() + 1s;
     QByteArray content;
     const BeforeLocking change([&] {
@@ -73,7 +72,18 @@ TEST_F(WholeFileTest, aWriterWaitsForTheLockAsLongAsItsHolderChangesTheFile) {
             ::close(held);
         }
     });
-    EXPECT_TRUE(WholeFile::Lock(file()).isHeld());
+    EXPECT_TRUE(WholeFile::Lock(file(), 500ms).isHeld());
+}
+
+TEST_F(WholeFileTest, aWriterDoesNotWaitForeverForALockWhoseHolderChangesTheFile) {
+    const int held = ::open(QFile::encodeName(_folder.path()).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    QByteArray content;
+    const BeforeLocking change([&] { write(content += '.'); });
+    ::alarm(60);  // ends the process if the waiting does not end
+    EXPECT_FALSE(WholeFile::Lock(file(), 500ms).isHeld());
+    ::alarm(0);
+    ::close(held);
 }
 
 TEST_F(WholeFileTest, aDeviceIsNotOpened) {

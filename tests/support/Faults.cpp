@@ -389,6 +389,12 @@ int access(const char* path, int mode) noexcept {
     return ambulet::unlessHanging("access", path, mode);
 }
 
+ssize_t getxattr(const char* path, const char* name, void* value, size_t size) noexcept {
+    static auto* const next =
+        ambulet::real<ssize_t(const char*, const char*, void*, size_t)>("getxattr");
+    return ambulet::hangs(path) ? -1 : next(path, name, value, size);
+}
+
 ssize_t readlink(const char* path, char* target, size_t size) noexcept {
     static auto* const next = ambulet::real<ssize_t(const char*, char*, size_t)>("readlink");
     return ambulet::hangs(path) ? -1 : next(path, target, size);
