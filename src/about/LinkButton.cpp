@@ -40,7 +40,9 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/) {
 
 void LinkButton::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        click();
+        if (!event->isAutoRepeat()) {
+            click();
+        }
     } else {
         QAbstractButton::keyPressEvent(event);
     }

@@ -5,7 +5,7 @@
 namespace ambulet {
 
 /// A link: centred underlined text in the link colour. A click anywhere in the view presses the
-/// link; so do Space, Return and Enter.
+/// link; so do Space, Return and Enter, a held key only once.
 class LinkButton final : public QAbstractButton {
     Q_OBJECT
 

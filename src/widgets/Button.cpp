@@ -2,6 +2,7 @@
 
 #include "widgets/FocusOutline.h"
 
+#include <QKeyEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
@@ -26,6 +27,13 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
         const QColor color = palette().color(QPalette::Button);
         drawFocusOutline(painter, rect().adjusted(frame, frame, -frame, -frame), palette(),
                          {color, color.darker(115), color.lighter(150)});
+    }
+}
+
+void Button::keyPressEvent(QKeyEvent* event) {
+    const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!presses || !event->isAutoRepeat()) {
+        QPushButton::keyPressEvent(event);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QTest>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -200,6 +201,17 @@ TEST_F(AboutWindowControllerTest, theLinkIsReachedByTabAndOpenedBySpaceReturnAnd
     EXPECT_EQ(browser.opened.size(), 3);
     QTest::keyClick(&link, Qt::Key_A);
     EXPECT_EQ(browser.opened.size(), 3);
+}
+
+TEST_F(AboutWindowControllerTest, aHeldReturnOrEnterOpensTheWebsiteOnce) {
+    show();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        for (const bool repeated : {false, true, true}) {
+            QKeyEvent press(QEvent::KeyPress, key, {}, {}, repeated);
+            QApplication::sendEvent(&view<LinkButton>("link"), &press);
+        }
+    }
+    EXPECT_EQ(browser.opened.size(), 2);
 }
 
 TEST_F(AboutWindowControllerTest, theLinkHasAHandCursor) {

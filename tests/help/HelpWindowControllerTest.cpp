@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
@@ -357,6 +358,15 @@ TEST_F(HelpWindowControllerTest, theGuideCanBePagedByKeyboard) {
     QTest::keyClick(&previous(), Qt::Key_Space);
     expectFirstPage();
     EXPECT_TRUE(next().hasFocus());
+}
+
+TEST_F(HelpWindowControllerTest, aHeldReturnTurnsOnePage) {
+    show();
+    for (const bool repeated : {false, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, {}, {}, repeated);
+        QApplication::sendEvent(&next(), &press);
+    }
+    EXPECT_EQ(indicator(), u"2 of 5"_s);
 }
 
 TEST(HelpWindowController, concurrentFirstCallsReturnTheSameSharedController) {

@@ -3,6 +3,8 @@
 #include "widgets/Contrast.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QSignalSpy>
 #include <QStyle>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -68,6 +70,18 @@ TEST_F(ButtonTest, aFocusThatCameByTheMouseIsNotMarked) {
     button.setFocus(Qt::MouseFocusReason);
     ASSERT_TRUE(button.hasFocus());
     EXPECT_EQ(picture(), without);
+}
+
+TEST_F(ButtonTest, aHeldReturnOrEnterPressesTheButtonOnce) {
+    const QSignalSpy clicks(&button, &Button::clicked);
+    button.setAutoDefault(true);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        for (const bool repeated : {false, true, true}) {
+            QKeyEvent press(QEvent::KeyPress, key, {}, {}, repeated);
+            QApplication::sendEvent(&button, &press);
+        }
+    }
+    EXPECT_EQ(clicks.count(), 2);
 }
 
 }  // namespace
