@@ -37,7 +37,7 @@ void TableView::paintTextOfEmptyTable(QPainter& painter) const {
 }
 
 // For users of the keyboard, draws an outline around the current row, or around the whole table if
-// there is no current row.
+// there is no current row. The outline of a row does not cover the pinned row.
 void TableView::paintFocus(QPainter& painter) const {
     if (!_focusVisible || !hasFocus()) {
         return;
@@ -50,6 +50,7 @@ void TableView::paintFocus(QPainter& painter) const {
     }
     const QRect row(0, rowViewportPosition(current.row()), viewport()->width(),
                     rowHeight(current.row()));
+    painter.setClipRect(viewport()->rect().adjusted(0, pinnedRect().bottom() + 1, 0, 0));
     const auto ground = isRowSelected(current.row()) ? QPalette::Highlight : QPalette::Base;
     drawFocusOutline(painter, row, palette(), {palette().color(ground)});
 }

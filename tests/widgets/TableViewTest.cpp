@@ -789,6 +789,39 @@ TEST_F(PinnedRowTest,
     }
 }
 
+TEST_F(PinnedRowTest, theOutlineOfTheCurrentRowIsNotDrawnOverThePinnedRow) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    table.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&table, Qt::Key_Down);
+    ASSERT_EQ(table.selectedRowIndexes(), Rows({1}));
+    scrollTo(5 * height());
+    const QImage own = top();
+    // Row 1 is wholly or partly behind the pinned row.
+    for (const int value : {1, height() / 2, height() - 1, height(), 3 * height() / 2}) {
+        scrollTo(value);
+        EXPECT_EQ(top(), own) << value;
+    }
+}
+
+TEST_F(PinnedRowTest, theOutlineOfACurrentRowPartlyBehindThePinnedRowIsDrawnBelowIt) {
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    table.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&table, Qt::Key_Down);
+    scrollTo(height() / 2);
+    const QImage with = table.viewport()->grab().toImage();
+    table.clearFocus();
+    table.setFocus(Qt::MouseFocusReason);
+    const QImage without = table.viewport()->grab().toImage();
+    const int bottom = table.rowViewportPosition(1) + height() - 1;
+    for (int y = 0; y <= bottom; ++y) {
+        const bool below = y > table.pinnedRect().bottom();
+        EXPECT_EQ(with.pixel(0, y) != without.pixel(0, y), below) << y;
+    }
+    EXPECT_NE(with.pixel(50, bottom), without.pixel(50, bottom));
+}
+
 TEST_F(PinnedRowTest, aSelectedPinnedRowIsDrawnAsSelected) {
     table.selectRowIndexes({0});
     const QImage own = top();
