@@ -90,6 +90,7 @@ class Units {
     }
 
     const InputFile& _file;
+    // The declarations in exports have a few kilobytes.
     std::vector<char> _block = std::vector<char>(std::size_t{64} * 1024);
     std::uint64_t _blockBegin = 0;
     std::size_t _blockSize = 0;

@@ -4,7 +4,8 @@
 
 namespace ambulet {
 
-/// The limits of the memory that expat uses for a document, in bytes.
+/// The limits of the memory that expat uses for a document, in bytes. With both, a load uses less
+/// than 16 MB. Exports have tags of less than a kilobyte, and some 200 names.
 struct ExpatLimits {
     /// The length of one tag, comment, processing instruction or literal in a declaration.
     std::size_t token = 10'000'000;

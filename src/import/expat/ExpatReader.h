@@ -20,6 +20,7 @@ class ExpatReader {
   public:
     using Limits = ExpatLimits;
 
+    /// A block of this size fits into the cache of a core.
     static constexpr std::size_t defaultBlockSize = std::size_t{256} * 1024;
 
     /// `blockSize`: the number of bytes that are read at once, except within long tokens; at least
