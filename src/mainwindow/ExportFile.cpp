@@ -30,7 +30,8 @@ QString shownPath(const QString& path) {
 }
 
 ExportFile::ExportFile(UserDefaults& defaults)
-    : _defaults(defaults), _path(defaults.persistent(SettingsKeys::xmlFilePath)) {}
+    : _defaults(defaults), _path(defaults.persistent(SettingsKeys::xmlFilePath)),
+      _foundPath(_path) {}
 
 RememberedFile ExportFile::remembered() const {
     auto bookmark = _defaults.data(SettingsKeys::xmlFileBookmark);
@@ -44,6 +45,7 @@ RememberedFile ExportFile::remembered() const {
 // the next start would load the previous file.
 void ExportFile::choose(const QString& path) {
     _path = path;
+    _foundPath = path;
     _defaults.setString(SettingsKeys::xmlFilePath, path);
     if (const auto bookmark = FileBookmark::make(path)) {
         _defaults.setData(SettingsKeys::xmlFileBookmark, *bookmark);
@@ -51,6 +53,9 @@ void ExportFile::choose(const QString& path) {
 }
 
 void ExportFile::refresh(const RememberedFile& remembered, const FoundFile& found) {
+    if (found.file && remembered.path == _path) {
+        _foundPath = QFile::decodeName(QByteArray::fromStdString(found.file->path));
+    }
     if (found.freshBookmark &&
         _defaults.data(SettingsKeys::xmlFileBookmark) == remembered.bookmark) {
         _defaults.setData(SettingsKeys::xmlFileBookmark, *found.freshBookmark);

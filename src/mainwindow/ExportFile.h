@@ -48,6 +48,9 @@ class ExportFile {
     /// chosen.
     const std::optional<QString>& path() const { return _path; }
 
+    /// Where the file was found when it was loaded last; before that, `path()`.
+    const std::optional<QString>& foundPath() const { return _foundPath; }
+
     /// The stored path and bookmark. Stored data that is not a bookmark is left out.
     RememberedFile remembered() const;
 
@@ -55,13 +58,15 @@ class ExportFile {
     /// bookmark stays stored.
     void choose(const QString& path);
 
-    /// Stores the fresh bookmark, if there is one. Does nothing if the stored bookmark is no longer
+    /// Takes over the result of a load. Changes `foundPath()` if `path()` is still that of
+    /// `remembered`. Stores the fresh bookmark, if there is one and the stored bookmark is still
     /// that of `remembered`.
     void refresh(const RememberedFile& remembered, const FoundFile& found);
 
   private:
     UserDefaults& _defaults;
     std::optional<QString> _path;
+    std::optional<QString> _foundPath;
 };
 
 }  // namespace ambulet

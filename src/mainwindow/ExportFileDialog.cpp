@@ -35,6 +35,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// Both cases, because platforms' dialogs may be case-sensitive.
+QString nameFilter() {
+    return QStringLiteral("XML files (*.xml *.XML)");
+}
+
 // Moves Qt's history file to a folder that cannot exist. QFileDialog's constructor reads the file,
 // and its destructor writes it.
 void keepFromQtsHistory() {
@@ -140,8 +145,7 @@ ExportFileDialog::ExportFileDialog(const QString& folder, QWindow* parent)
     // Never destroyed, because the model's thread uses it.
     static auto* const icons = new PlainIcons;
     setIconProvider(icons);
-    // Both cases, because platforms' dialogs may be case-sensitive.
-    setNameFilter(QStringLiteral("XML files (*.xml *.XML)"));
+    setNameFilter(nameFilter());
     arrangeWidgets();
     setDirectory(folder);
     winId();
@@ -186,6 +190,8 @@ std::optional<QString> ExportFileDialog::ask() {
         }
         // The file's name does not end in ".xml". The platform's dialog has closed, and is opened
         // again. Qt's own dialog stays open in this case; see accept().
+        setNameFilter(nameFilter());
+        setDirectory(QFileInfo(*path).path());
     }
     return std::nullopt;
 }

@@ -83,7 +83,8 @@ void MainWindowController::didLoad(const RememberedFile& remembered, std::option
 }
 
 void MainWindowController::chooseFileAction() {
-    const std::optional<QString> path = askForExportFile(filePath(), window()->windowHandle());
+    const std::optional<QString> path =
+        askForExportFile(_exportFile.foundPath(), window()->windowHandle());
     if (!path) {
         return;
     }

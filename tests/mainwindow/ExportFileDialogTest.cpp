@@ -1,6 +1,7 @@
 #include "mainwindow/ExportFileDialog.h"
 
 #include "mainwindow/DialogTest.h"
+#include "platform/FileBookmark.h"
 #include "support/Environment.h"
 #include "support/Faults.h"
 
@@ -86,6 +87,48 @@ TEST_F(ExportFileDialogTest, opensInTheFolderOfTheRememberedFileEachTime) {
     choose(writeExport("others/export.xml", {{"2025-03-02", "1"}}));
     choose({},
            [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("others")); });
+}
+
+TEST_F(ExportFileDialogTest, opensInTheFolderWhereAMovedFileWasFoundUntilAnotherIsChosen) {
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("exports")));
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("others")));
+    const QString old = writeExport("exports/export.xml", {{"2025-03-02", "1"}});
+    const QString second = writeExport("exports/second.xml", {{"2025-03-02", "1"}});
+    defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(old));
+    ASSERT_TRUE(QFile::rename(old, path("others/export.xml")));
+    load(old);
+    choose(second,
+           [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("others")); });
+    choose({},
+           [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), path("exports")); });
+}
+
+// The test does what a platform's dialog does: it closes with a file of any name, and forgets
+// folder and filter.
+TEST_F(ExportFileDialogTest, opensAgainWhereTheUserWasAfterAFileWithAnotherSuffix) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("others")));
+    const QString text = writeFile("others/notes.txt", "");
+    ExportFileDialog dialog(folder.path(), nullptr);
+    int showings = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (!dialog.isVisible()) {
+            return;
+        }
+        ++showings;
+        if (showings > 1) {
+            EXPECT_EQ(dialog.directory().path(), path("others"));
+            EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("XML files (*.xml *.XML)"));
+            dialog.reject();
+            return;
+        }
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(text);
+        dialog.setNameFilter(QStringLiteral("All files (*)"));
+        static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+    });
+    answer.start(0);
+    EXPECT_EQ(dialog.ask(), std::nullopt);
+    EXPECT_EQ(showings, 2);
 }
 
 TEST_F(ExportFileDialogTest, opensInDownloadsOrHomeIfTheRememberedFolderIsMissingOrHangs) {

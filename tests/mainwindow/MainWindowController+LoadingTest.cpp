@@ -388,7 +388,7 @@ TEST_F(LoadingTest, theDaysStayAndTheStatusReportsAnErrorIfNoThreadCanBeStarted)
     EXPECT_EQ(status(), QStringLiteral("Loaded 1 days of data."));
 }
 
-TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
+TEST_F(LoadingTest, aLoadThatEndsLateReplacesNeitherBookmarkNorFolderOfALaterChoice) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("mount")));
     const QString earlier = writeExport("mount/export.xml", {{"2025-03-02", "1"}});
     defaults.setData(SettingsKeys::xmlFileBookmark, *FileBookmark::make(earlier));
@@ -408,6 +408,8 @@ TEST_F(LoadingTest, aLoadThatEndsLateDoesNotReplaceTheBookmarkOfALaterChoice) {
     ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded.contains(1U); }));
     EXPECT_EQ(FileBookmark::resolve(storedBookmark())->file.path, FileURL(later).path);
     EXPECT_EQ(controller->filePathField()->text(), later);
+    choose({},
+           [this](QFileDialog& dialog) { EXPECT_EQ(dialog.directory().path(), folder.path()); });
 }
 
 TEST_F(LoadingTest, aLoadThatEndsKeepsTheSelectionInThePathField) {
