@@ -424,19 +424,17 @@ TEST_F(StrideEditorTest, escapeRefreshesNeitherRowsNorStatistics) {
     EXPECT_EQ(reloads, 0);
 }
 
-TEST_F(StrideEditorTest, tabStoresTheStride) {
+TEST_F(StrideEditorTest, tabAndBacktabStoreTheStrideAndMoveTheFocus) {
     openAndType("3");
     QTest::keyClick(&editor(), Qt::Key_Tab);
     EXPECT_FALSE(open());
     EXPECT_EQ(stored(), 3.0);
     EXPECT_EQ(QApplication::focusWidget(), controller->tableView());
-}
 
-TEST_F(StrideEditorTest, backtabStoresTheStride) {
-    openAndType("3");
+    openAndType("4");
     QTest::keyClick(&editor(), Qt::Key_Backtab);
     EXPECT_FALSE(open());
-    EXPECT_EQ(stored(), 3.0);
+    EXPECT_EQ(stored(), 4.0);
     EXPECT_EQ(QApplication::focusWidget(), controller->milesLabel());
 }
 

@@ -4,8 +4,9 @@
 
 namespace ambulet {
 
-/// The limits of the memory that expat uses for a document, in bytes. With both, a load uses less
-/// than 16 MB. Exports have tags of less than a kilobyte, and some 200 names.
+/// The limits of the memory that expat uses for a document, in bytes. They keep the memory of
+/// a load, without the days, below 16 MB. Exports have tags of less than a kilobyte and some 160
+/// names.
 struct ExpatLimits {
     /// The length of one tag, comment, processing instruction or literal in a declaration.
     std::size_t token = 10'000'000;
