@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyle>
 
 namespace ambulet {
 
@@ -53,7 +52,7 @@ QAccessibleInterface* accessibleFor(const QString& className, QObject* object) {
 
 }  // namespace
 
-ClickableLabel::ClickableLabel(QWidget* parent) : QLabel(parent) {
+ClickableLabel::ClickableLabel(QWidget* parent) : LineLabel(parent) {
     QAccessible::installFactory(accessibleFor);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
@@ -81,17 +80,17 @@ void ClickableLabel::keyPressEvent(QKeyEvent* event) {
         Q_EMIT clicked();
         break;
     default:
-        QLabel::keyPressEvent(event);
+        LineLabel::keyPressEvent(event);
     }
 }
 
 void ClickableLabel::focusInEvent(QFocusEvent* event) {
-    QLabel::focusInEvent(event);
+    LineLabel::focusInEvent(event);
     update();
 }
 
 void ClickableLabel::focusOutEvent(QFocusEvent* event) {
-    QLabel::focusOutEvent(event);
+    LineLabel::focusOutEvent(event);
     update();
 }
 
@@ -100,13 +99,9 @@ void ClickableLabel::setDrawnLength(std::optional<qsizetype> length) {
     update();
 }
 
-// Does not call QLabel::paintEvent, which centres the text of a label with a focus policy one pixel
-// higher or lower than that of other labels.
 void ClickableLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
-                          isEnabled(), text().left(_drawnLength.value_or(text().size())),
-                          foregroundRole());
+    drawLine(painter, text().left(_drawnLength.value_or(text().size())));
     if (hasFocus()) {
         QRect marked = rect();
         marked.setWidth(qMin(marked.width(), sizeHint().width()));  // only around the text

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QLabel>
+#include "widgets/LineLabel.h"
 
 #include <optional>
 
@@ -12,7 +12,7 @@ namespace ambulet {
 ///
 /// Construct it without a text and set the text later. Otherwise QLabel's constructor creates the
 /// accessible interface of a plain label.
-class ClickableLabel : public QLabel {
+class ClickableLabel : public LineLabel {
     Q_OBJECT
 
   public:

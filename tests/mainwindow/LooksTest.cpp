@@ -9,9 +9,11 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <map>
 
@@ -155,6 +157,21 @@ TEST_F(LooksTest, theWindowFollowsAFontThatChangesWhileTheProgramRuns) {
     QApplication::setFont(font);
     settle();
     expectNoTextIsCut("larger font");
+}
+
+TEST_F(LooksTest, theTooltipOfALabelsTextThatDoesNotFitHasTheWholeText) {
+    load({{"2025-03-02", "4000"}});
+    QList<QLabel*> labels{controller->statusLabel()};
+    for (QLabel* label : statisticsLabels()) {
+        labels.append(label);
+    }
+    for (QLabel* label : labels) {
+        label->setText(label->text() + QString(1000, u'8'));
+        QHelpEvent event(QEvent::ToolTip, {5, 5}, label->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(label, &event);
+        EXPECT_EQ(QToolTip::text().section(u'\n', 0, 0), label->text());
+    }
+    QToolTip::hideText();
 }
 
 TEST_F(LooksTest, theMinimumSizeIsBetween560By300And700By420) {
