@@ -204,8 +204,14 @@ double bestContrast(const QImage& picture) {
 }
 
 TEST_F(LooksTest, everyTextHasAContrastOfFourAndAHalfInActiveAndInactiveWindows) {
-    for (const auto& [palette, inFront] :
-         {std::pair(light, true), {light, false}, {dark, true}, {dark, false}}) {
+    for (const auto& [palette, inFront] : {std::pair(light, true),
+                                           {light, false},
+                                           {dark, true},
+                                           {dark, false},
+                                           {gtk, true},
+                                           {gtk, false},
+                                           {kde, true},
+                                           {kde, false}}) {
         QApplication::setPalette(palette);
         load({{"2025-03-02", "4000"}, {"2025-03-01", "5000"}});
         controller->window()->activateWindow();
@@ -252,7 +258,7 @@ QImage pictureOf(const QWidget& view, QRect part) {
 }
 
 TEST_F(LooksTest, theTextsOfAnEmptyWindowHaveEnoughContrast) {
-    for (const QPalette& palette : {light, dark}) {
+    for (const QPalette& palette : {light, dark, gtk, kde}) {
         QApplication::setPalette(palette);
         makeController().showWindow();
         QCoreApplication::processEvents();
@@ -264,7 +270,7 @@ TEST_F(LooksTest, theTextsOfAnEmptyWindowHaveEnoughContrast) {
 }
 
 TEST_F(LooksTest, theTextsOfSelectedAndPinnedMonthRowsHaveEnoughContrast) {
-    for (const QPalette& palette : {light, dark}) {
+    for (const QPalette& palette : {light, dark, gtk, kde}) {
         QApplication::setPalette(palette);
         loadLongTexts();
         settle();
@@ -282,6 +288,20 @@ TEST_F(LooksTest, theTextsOfSelectedAndPinnedMonthRowsHaveEnoughContrast) {
             EXPECT_GE(contrastOfRow(pinned), textContrast);
         }
     }
+}
+
+// The number of pixels that mark a view: those that have enough contrast both with the same pixels
+// of the view without the mark, and with the background `ground`.
+int pixelsOfMark(const QImage& with, const QImage& without, const QColor& ground) {
+    int marked = 0;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            const QColor color = with.pixelColor(x, y);
+            marked += contrastRatio(color, without.pixelColor(x, y)) >= markContrast &&
+                      contrastRatio(color, ground) >= markContrast;
+        }
+    }
+    return marked;
 }
 
 TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
@@ -307,21 +327,37 @@ TEST_F(LooksTest, everyFocusOutlineHasEnoughContrastWithItsBackground) {
             ASSERT_TRUE(control->hasFocus());
             controller->filePathField()->deselect();  // selected text is not an outline
             const QImage with = pictureOf(*control, control->rect());
-            int marked = 0;
-            for (int y = 0; y < with.height(); ++y) {
-                for (int x = 0; x < with.width(); ++x) {
-                    const QColor color = with.pixelColor(x, y);
-                    marked += contrastRatio(color, without.pixelColor(x, y)) >= markContrast &&
-                              contrastRatio(color, beside) >= markContrast;
-                }
-            }
             // An outline is a little smaller than its view. The outline of the miles label
             // surrounds only the text.
             const int width =
                 control == controller->milesLabel() ? control->sizeHint().width() : with.width();
-            EXPECT_GE(marked, 2 * (width + with.height()) - 60)
+            EXPECT_GE(pixelsOfMark(with, without, beside), 2 * (width + with.height()) - 60)
                 << control->metaObject()->className();
         }
+    }
+}
+
+TEST_F(LooksTest, theFocusOutlineOfTheStrideEditorHasEnoughContrastWithItsBackground) {
+    for (const QPalette& palette : {light, dark, gtk, kde}) {
+        QApplication::setPalette(palette);
+        load({{"2025-03-02", "4000"}});
+        controller->window()->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+        controller->strideDidClick();
+        QLineEdit& editor = *controller->strideEditor();
+        ASSERT_TRUE(editor.hasFocus());
+        editor.deselect();  // selected text is not an outline
+        const QImage with = pictureOf(editor, editor.rect());
+        // The editor stays open if another window is activated.
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        ASSERT_FALSE(editor.hasFocus());
+        const QImage without = pictureOf(editor, editor.rect());
+        // The outline is inside the frame of the field.
+        EXPECT_GE(pixelsOfMark(with, without, palette.color(QPalette::Base)),
+                  2 * (with.width() + with.height()) - 24);
     }
 }
 
@@ -331,6 +367,9 @@ TEST_F(LooksTest, everySeparatorHasEnoughContrastOnBothSides) {
         loadLongTexts();
         settle();
         TableView& table = *controller->tableView();
+        table.verticalScrollBar()->setValue(3);
+        const QRect pinned = table.pinnedRect();
+        ASSERT_FALSE(pinned.isNull());
         const QImage picture = controller->window()->grab().toImage();
         const auto expectLine = [&](const QWidget& view, QPoint at, QPoint step, const char* what) {
             const QPoint place = view.mapTo(controller->window(), at);
@@ -347,6 +386,8 @@ TEST_F(LooksTest, everySeparatorHasEnoughContrastOnBothSides) {
         const int edge = header.sectionSize(0) - 1;
         expectLine(header, {edge, header.height() / 2}, {1, 0}, "between headers");
         expectLine(header, {5, header.height() - 1}, {0, 1}, "below the headers");
+        expectLine(*table.viewport(), pinned.bottomLeft() + QPoint(5, 0), {0, 1},
+                   "below the pinned row");
     }
 }
 

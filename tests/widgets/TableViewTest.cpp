@@ -635,6 +635,18 @@ TEST_F(TableViewTest, aColumnIsWideEnoughForTheWidestNumberInAnyRow) {
     EXPECT_GE(table.columnWidth(1), table.fontMetrics().horizontalAdvance(widest));
 }
 
+TEST_F(TableViewTest, aTitleThatDoesNotFitEndsWithAnEllipsis) {
+    const QString shortened = QStringLiteral("A rather l…");
+    const auto picture = [&](const QString& title) {
+        table.setColumns({{QStringLiteral("a"), title, 170, 20, {}}, columns[1]});
+        // The title has the same margins as the texts below.
+        const int margin = table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1 + 11;
+        table.setColumnWidth(0, table.fontMetrics().horizontalAdvance(shortened) + 2 * margin);
+        return table.horizontalHeader()->grab().toImage();
+    };
+    EXPECT_EQ(picture(QStringLiteral("A rather long title")), picture(shortened));
+}
+
 TEST_F(TableViewTest, theTooltipOfATextThatDoesNotFitHasTheWholeText) {
     const auto tooltipOf = [](QWidget* view, QPoint place) {
         QToolTip::hideText();
