@@ -66,7 +66,6 @@ void MainWindowController::strideDidClick() {
         _strideEditorOpenedByKeyboard = _milesLabel && _milesLabel->hasFocus();
     }
     _strideEditor->setText(QString::fromStdString(twoDecimals(strideFeet())));
-    _strideEditor->raise();
     _strideEditor->show();
     placeStrideEditor();
     _strideEditor->setFocus();

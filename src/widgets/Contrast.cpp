@@ -46,6 +46,10 @@ QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& o
     return towards;
 }
 
+QColor faintText(const QColor& text, const QColor& ground) {
+    return withContrast(mixed(text, ground, 0.35), text, ground, textContrast);
+}
+
 QColor groupRowColor(const QPalette& palette) {
     return mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.08);
 }

@@ -24,6 +24,9 @@ QColor blackOrWhite(const QColor& ground);
 /// `other`. `towards` if no mixture has that contrast.
 QColor withContrast(const QColor& wanted, const QColor& towards, const QColor& other, double ratio);
 
+/// The colour of text that is fainter than `text`, as far as `textContrast` with `ground` allows.
+QColor faintText(const QColor& text, const QColor& ground);
+
 /// The background of a group row in a table.
 QColor groupRowColor(const QPalette& palette);
 

@@ -21,7 +21,7 @@ QColor labelColor(LabelColor color, const QPalette& palette) {
     const QColor ground = palette.color(QPalette::Window);
     switch (color) {
     case LabelColor::SecondaryLabel:
-        return withContrast(mixed(text, ground, 0.35), text, ground, textContrast);
+        return faintText(text, ground);
     case LabelColor::TertiaryLabel:
         return withContrast(mixed(text, ground, 0.5), text, ground, textContrast);
     case LabelColor::Link:

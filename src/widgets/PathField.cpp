@@ -35,10 +35,8 @@ void PathField::paintEvent(QPaintEvent* event) {
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, space.width());
     if (text().isEmpty()) {
         // Qt would draw the placeholder with half the opacity of the text.
-        const QColor ink = palette().color(QPalette::Text);
-        const QColor ground = palette().color(QPalette::Base);
         paintLine(option, space, placeholderText(),
-                  withContrast(mixed(ink, ground, 0.35), ink, ground, textContrast));
+                  faintText(palette().color(QPalette::Text), palette().color(QPalette::Base)));
     } else if (!hasFocus() && shown != text()) {
         paintLine(option, space, shown, palette().color(QPalette::Text));
     } else {

@@ -8,6 +8,10 @@
 
 namespace ambulet {
 
+int RowDelegate::textMargin(const QWidget& table) {
+    return padding + table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &table) + 1;
+}
+
 RowDelegate::RowDelegate(TableView& table) : QStyledItemDelegate(&table), _table(table) {}
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

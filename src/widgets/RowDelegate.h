@@ -18,6 +18,9 @@ class RowDelegate final : public QStyledItemDelegate {
     /// Space at each side of a cell's text, in points, in addition to the style's.
     static constexpr int padding = 11;
 
+    /// The distance of a cell's text from the cell's left and right edge, in `table`'s style.
+    static int textMargin(const QWidget& table);
+
     explicit RowDelegate(TableView& table);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

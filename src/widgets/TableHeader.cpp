@@ -1,6 +1,7 @@
 #include "widgets/TableHeader.h"
 
 #include "widgets/Contrast.h"
+#include "widgets/RowDelegate.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -9,8 +10,7 @@
 
 namespace ambulet {
 
-TableHeader::TableHeader(int padding, QWidget* parent)
-    : QHeaderView(Qt::Horizontal, parent), _padding(padding) {
+TableHeader::TableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
     setTextElideMode(Qt::ElideRight);
 }
 
@@ -28,18 +28,14 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logical
         painter->drawLine(rect.topRight(), rect.bottomRight());
     }
 
-    const int inset =
-        _padding + cellMargin() - style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    // The style adds its own margin.
+    const int inset = RowDelegate::textMargin(*this) -
+                      style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
     option.rect = rect.adjusted(inset, 0, -inset, 0);
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
     option.palette.setColor(QPalette::ButtonText, palette().color(QPalette::WindowText));
     painter->setPen(palette().color(QPalette::WindowText));
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
-}
-
-// The style's margin at each side of a cell's text. That of a header's text is different.
-int TableHeader::cellMargin() const {
-    return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
 }
 
 bool TableHeader::viewportEvent(QEvent* event) {
@@ -51,7 +47,7 @@ bool TableHeader::viewportEvent(QEvent* event) {
     QString title;
     if (section >= 0) {
         const QString whole = model()->headerData(section, Qt::Horizontal).toString();
-        const int room = sectionSize(section) - 2 * (_padding + cellMargin());
+        const int room = sectionSize(section) - 2 * RowDelegate::textMargin(*this);
         if (fontMetrics().horizontalAdvance(whole) > room) {
             title = whole;
         }

@@ -117,8 +117,7 @@ int TableView::widthOfTexts(int column) const {
 }
 
 int TableView::spaceBesideTexts() const {
-    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
-    return 2 * (RowDelegate::padding + margin) + 1;
+    return 2 * RowDelegate::textMargin(*this) + 1;
 }
 
 }  // namespace ambulet

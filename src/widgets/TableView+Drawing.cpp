@@ -29,9 +29,7 @@ void TableView::paintTextOfEmptyTable(QPainter& painter) const {
     if (_model->rowCount() > 0 || _model->dataSource() == nullptr) {
         return;
     }
-    const QColor ink = palette().color(QPalette::Text);
-    const QColor ground = palette().color(QPalette::Base);
-    painter.setPen(withContrast(mixed(ink, ground, 0.35), ink, ground, textContrast));
+    painter.setPen(faintText(palette().color(QPalette::Text), palette().color(QPalette::Base)));
     painter.drawText(viewport()->rect().adjusted(RowDelegate::padding, 0, -RowDelegate::padding, 0),
                      Qt::AlignCenter | Qt::TextWordWrap, _model->dataSource()->textOfEmptyTable());
 }

@@ -63,7 +63,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent), _model(new TableMode
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    auto* const header = new TableHeader(RowDelegate::padding, this);
+    auto* const header = new TableHeader(this);
     header->setHighlightSections(false);
     header->setMinimumSectionSize(0);  // columnDidResize keeps the minimum widths
     header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
