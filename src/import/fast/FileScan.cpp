@@ -31,20 +31,20 @@ namespace ambulet {
 namespace {
 
 /// The most bytes of an incomplete token that are kept at a block's end and scanned again with the
-/// next block; if there are more, the scan ends. So at most a quarter of the bytes is scanned
+/// next block; if there are more, the scan ends. So at most a sixteenth of the bytes is scanned
 /// twice. The tokens of exports have up to half a kilobyte.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
 
 /// The number of bytes after a chunk in which the first tag of the next chunk is looked for: some
-/// dozens of records. They are read twice, and are a thirty-second of a chunk.
+/// dozens of records. They are read twice, and are a sixty-fourth of a chunk.
 constexpr std::size_t overlap = std::size_t{16} * 1024;
 
 /// The most chunks that are taken and not merged. The merging thread may be interrupted for some
-/// milliseconds, while others scan a chunk in a tenth of a millisecond.
+/// milliseconds, while others scan a chunk in a fifth of a millisecond.
 constexpr std::uint64_t mostAhead = 24;
 
 /// After this number of chunks that did not fit, the rest is scanned in order. Each of them is
-/// scanned twice, so together they cost about two milliseconds.
+/// scanned twice, so together they cost about three milliseconds.
 constexpr int mostMisfits = 16;
 
 constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
