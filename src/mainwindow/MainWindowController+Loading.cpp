@@ -107,7 +107,7 @@ void MainWindowController::showPath(const QString& path) {
 
 void MainWindowController::showStatus(const QString& text) {
     if (_statusLabel) {
-        _statusLabel->setText(text);
+        _statusLabel->announce(text);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "text/NumberFormatter.h"
 #include "widgets/ClickableLabel.h"
 #include "widgets/InPlaceField.h"
+#include "widgets/StatusLabel.h"
 #include "widgets/TableView.h"
 #include "widgets/TableViewDataSource.h"
 #include "widgets/WindowController.h"
@@ -161,8 +162,8 @@ class MainWindowController final : public WindowController, public TableViewData
     void setMilesLabel(ClickableLabel* view) { _milesLabel = view; }
     QProgressBar* progressIndicator() const { return _progressIndicator; }
     void setProgressIndicator(QProgressBar* view) { _progressIndicator = view; }
-    QLabel* statusLabel() const { return _statusLabel; }
-    void setStatusLabel(QLabel* view) { _statusLabel = view; }
+    StatusLabel* statusLabel() const { return _statusLabel; }
+    void setStatusLabel(StatusLabel* view) { _statusLabel = view; }
     QLineEdit* filePathField() const { return _filePathField; }
     void setFilePathField(QLineEdit* view) { _filePathField = view; }
     QFrame* separatorBox() const { return _separatorBox; }
@@ -219,7 +220,7 @@ class MainWindowController final : public WindowController, public TableViewData
     QPointer<QLabel> _averageLabel;
     QPointer<ClickableLabel> _milesLabel;
     QPointer<QProgressBar> _progressIndicator;
-    QPointer<QLabel> _statusLabel;
+    QPointer<StatusLabel> _statusLabel;
     QPointer<QLineEdit> _filePathField;
     QPointer<QFrame> _separatorBox;
     QPointer<QWidget> _controlsPanel;

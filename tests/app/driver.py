@@ -187,7 +187,8 @@ class Program:
                         lambda: next(iter(self.all(role, name)), None))
 
     def label(self, pattern):
-        return self.find(Atspi.Role.LABEL, pattern)
+        """A label, or the status, which is a notification."""
+        return self.find(name=pattern)
 
     def extents(self, node):
         """The object's screen rectangle in pixels: left, top, width, height."""

@@ -109,9 +109,9 @@ TEST_F(ClearingClickTest, aClickOnTheProgressIndicatorClearsTheSelection) {
 }
 
 TEST_F(ClearingClickTest, aClickOnALabelKeepsTheSelection) {
-    for (const QLabel* label :
-         {controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
-          controller->totalLabel(), controller->averageLabel(), controller->statusLabel()}) {
+    for (const QLabel* label : std::initializer_list<QLabel*>{
+             controller->fromLabel(), controller->toLabel(), controller->daysLabel(),
+             controller->totalLabel(), controller->averageLabel(), controller->statusLabel()}) {
         press(label);
         EXPECT_FALSE(cleared()) << qPrintable(label->text());
     }
