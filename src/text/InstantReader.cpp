@@ -52,6 +52,51 @@ class Digits {
     unsigned _overflow = 0;
 };
 
+// The exact form is yyyy-MM-dd HH:mm:ss +hhmm.
+
+/// The time of day. Empty if the text does not have the size of the exact form, or has no time
+/// where that form has one.
+std::optional<seconds> exactTime(std::string_view text) {
+    if (text.size() != 25 || text[13] != ':' || text[16] != ':') {
+        return std::nullopt;
+    }
+    Digits digits(text);
+    const hours hour(digits.two(11));
+    const minutes minute(digits.two(14));
+    const seconds second(digits.two(17));
+    if (!digits.areDigits() || hour >= 24h || minute >= 60min || second >= 60s) {
+        return std::nullopt;
+    }
+    return hour + minute + second;
+}
+
+/// The instant of 00:00:00 with the date and the offset. `text` has the size of the exact form.
+/// Empty if date and offset do not have that form.
+std::optional<sys_seconds> exactMidnight(std::string_view text) {
+    if (text[4] != '-' || text[7] != '-' || text[10] != ' ' || text[19] != ' ' ||
+        (text[20] != '+' && text[20] != '-')) {
+        return std::nullopt;
+    }
+    Digits digits(text);
+    const year year(digits.two(0) * 100 + digits.two(2));
+    const month month(static_cast<unsigned>(digits.two(5)));
+    const day day(static_cast<unsigned>(digits.two(8)));
+    const hours offsetHours(digits.two(21));
+    const minutes offsetMinutes(digits.two(23));
+    const year_month_day date(year, month, day);
+    if (!digits.areDigits() || year < 1583y || !date.ok() || offsetHours >= 24h ||
+        offsetMinutes >= 60min) {
+        return std::nullopt;
+    }
+    const seconds offset = offsetHours + offsetMinutes;
+    return sys_days(date) - (text[20] == '-' ? -offset : offset);
+}
+
+/// Whether two texts of that size have the same bytes before and after the time.
+bool differInTimeOnly(std::string_view one, std::string_view other) {
+    return one.substr(0, 11) == other.substr(0, 11) && one.substr(19) == other.substr(19);
+}
+
 // Without setParseNoExponent, "1e3" would be read as 1000 in any field.
 icu::NumberFormat* newNumberFormat(UErrorCode& status) {
     auto format = std::make_unique<icu::DecimalFormat>(
@@ -79,33 +124,25 @@ InstantReader::InstantReader() = default;
 InstantReader::~InstantReader() = default;
 
 std::optional<sys_seconds> InstantReader::instant(std::string_view text) {
-    const std::optional<sys_seconds> exact = exactInstant(text);
-    return exact ? exact : instantInOtherForm(text);
+    const std::optional<seconds> time = exactTime(text);
+    if (!time) {
+        return instantInOtherForm(text);
+    }
+    if (!differInTimeOnly(text, _lastExact)) {
+        const std::optional<sys_seconds> midnight = exactMidnight(text);
+        if (!midnight) {
+            return instantInOtherForm(text);
+        }
+        _lastMidnight = *midnight;
+        _lastExact = text;
+    }
+    return _lastMidnight + *time;
 }
 
 std::optional<sys_seconds> InstantReader::exactInstant(std::string_view text) {
-    // yyyy-MM-dd HH:mm:ss +hhmm
-    if (text.size() != 25 || text[4] != '-' || text[7] != '-' || text[10] != ' ' ||
-        text[13] != ':' || text[16] != ':' || text[19] != ' ' ||
-        (text[20] != '+' && text[20] != '-')) {
-        return std::nullopt;
-    }
-    Digits digits(text);
-    const year year(digits.two(0) * 100 + digits.two(2));
-    const month month(static_cast<unsigned>(digits.two(5)));
-    const day day(static_cast<unsigned>(digits.two(8)));
-    const hours hour(digits.two(11));
-    const minutes minute(digits.two(14));
-    const seconds second(digits.two(17));
-    const hours offsetHours(digits.two(21));
-    const minutes offsetMinutes(digits.two(23));
-    const year_month_day date(year, month, day);
-    if (!digits.areDigits() || year < 1583y || !date.ok() || hour >= 24h || minute >= 60min ||
-        second >= 60s || offsetHours >= 24h || offsetMinutes >= 60min) {
-        return std::nullopt;
-    }
-    const seconds offset = offsetHours + offsetMinutes;
-    return sys_days(date) + hour + minute + second - (text[20] == '-' ? -offset : offset);
+    const std::optional<seconds> time = exactTime(text);
+    const std::optional<sys_seconds> midnight = time ? exactMidnight(text) : std::nullopt;
+    return midnight ? std::optional(*midnight + *time) : std::nullopt;
 }
 
 std::optional<sys_seconds> InstantReader::instantInOtherForm(std::string_view text) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 U_NAMESPACE_BEGIN
@@ -40,6 +41,11 @@ class InstantReader {
     std::optional<std::chrono::sys_seconds> instantInOtherForm(std::string_view text);
 
     std::unique_ptr<icu::SimpleDateFormat> _format;
+
+    // The last text of the exact form, and the instant of 00:00:00 with its date and offset. Both
+    // are usually the same in the next text.
+    std::string _lastExact = "1970-01-01 00:00:00 +0000";
+    std::chrono::sys_seconds _lastMidnight;
 };
 
 }  // namespace ambulet

@@ -160,6 +160,34 @@ TEST(InstantReader, oneReaderCanAlternateBetweenExactAndOtherForms) {
     }
 }
 
+TEST(InstantReader, theTextReadBeforeMakesNoDifference) {
+    const std::string texts[] = {"2024-03-09 07:15:02 -0800",
+                                 "2024-03-09 23:59:59 -0800",
+                                 "2024-03-09 24:00:00 -0800",
+                                 "2024-03-09 07:15:02 -0700",
+                                 "2024-03-09 07:15:02 +0800",
+                                 "2024-03-10 07:15:02 -0800",
+                                 "2023-03-09 07:15:02 -0800",
+                                 "2024-02-30 07:15:02 -0800",
+                                 "2024-03-09 07:15:02 -0860",
+                                 "2024-03-09 07:15:0x -0800",
+                                 "2024-03-09T07:15:02 -0800",
+                                 "2024-03-09 07:15:02  0800",
+                                 "1970-01-01 00:00:01 +0000",
+                                 "1500-03-09 07:15:02 -0800",
+                                 std::string(25, '\0'),
+                                 "2024-03-09 07:15:02 -08",
+                                 std::string(11, '\0') + "07:15:02" + std::string(6, '\0')};
+    for (const std::string& before : texts) {
+        for (const std::string& text : texts) {
+            InstantReader reader;
+            reader.instant(before);
+            EXPECT_EQ(reader.instant(text), InstantReader().instant(text))
+                << before << ", " << text;
+        }
+    }
+}
+
 TEST(InstantReader, readsTheExactFormWithoutIcu) {
     EXPECT_EQ(InstantReader::exactInstant("2024-03-09 07:15:02 -0800"), at(1709997302));
     for (const char* text : {"2024-03-09 07:15:02 -08:0", "2024-03-09 07:15:02 Z", "",
