@@ -90,24 +90,17 @@ class Prediction {
     /// `mostBytes`.
     void learn(std::string_view value, Piece& piece);
 
-    /// Predicts nothing.
-    void clear() { _rangeCount = 0; }
-
     /// Whether the bytes at `at` are the learnt ones, or differ from them only in plain characters
     /// of the value. Then they are well-formed, too.
     template <class Vectors>
     bool holds(const char* at) const {
-        if (_rangeCount == 0) {
-            return false;
-        }
-        const Ranges* ranges = _ranges.get();
-        for (unsigned left = _rangeCount; left != 0; --left, ++ranges, at += ByteScan::width) {
-            if (Vectors::outside(at, ranges->lowest.data(), ranges->spans.data(),
-                                 '<' - lowestPlain) != 0) {
+        for (unsigned index = 0; index < _rangeCount; ++index, at += ByteScan::width) {
+            if (Vectors::outside(at, _ranges[index].lowest.data(), _ranges[index].spans.data(),
+                                 '<' - lowestPlain) != 0) [[unlikely]] {
                 return false;
             }
         }
-        return true;
+        return _rangeCount != 0;
     }
 
     /// In bytes: of the value, and of value and piece.
@@ -156,9 +149,12 @@ struct Piece {
     /// The prediction that holds at `at`, after the piece; null if none does.
     template <class Vectors>
     const Prediction* predictionAt(const char* at) const {
-        for (const Prediction& prediction : predictions) {
-            if (prediction.template holds<Vectors>(at)) {
-                return &prediction;
+        if (predictions[0].template holds<Vectors>(at)) [[likely]] {
+            return &predictions[0];
+        }
+        for (const Prediction* const other : {&predictions[1], &predictions[2]}) {
+            if (other->template holds<Vectors>(at)) {
+                return other;
             }
         }
         return nullptr;

@@ -144,15 +144,16 @@ const char* TagScanner::scan(const char* begin, const char* stop) {
 template <class Vectors>
 [[gnu::always_inline]] inline bool TagScanner::readTags(Piece* piece, const char* at,
                                                         const char* stop) {
+    std::uint64_t tag = _tagCount;  // in a register
     for (;;) {
         Value& value = _values[piece->markup.attribute];
-        if (value.tag == _tagCount) {
+        if (value.tag == tag) {
             return false;  // two attributes have the same name
         }
-        value.tag = _tagCount;
+        value.tag = tag;
         const char* end = nullptr;  // of the value
         Piece* next = nullptr;
-        if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) {
+        if (const Prediction* const prediction = piece->predictionAt<Vectors>(at)) [[likely]] {
             next = &prediction->next();
             end = at + prediction->valueSize();
             value.text = {at, end};
@@ -167,7 +168,7 @@ template <class Vectors>
             }
             at = end + next->markup.size;
         }
-        if (next->markup.endsTag) {
+        if (next->markup.endsTag) [[unlikely]] {
             if (at > stop) {
                 next = parse(end, stop);  // only what is before `stop`
                 if (next == nullptr) {
@@ -181,6 +182,7 @@ template <class Vectors>
             if (next->markup.end == Markup::End::content) {
                 return true;
             }
+            tag = _tagCount;
         }
         piece = next;
     }
@@ -233,7 +235,7 @@ TagScanner::pieceAfterValue(Piece& piece, std::string_view value, const char* st
                     piece.predictions.end());
         piece.predictions[0].learn(value, *next);
         if (piece.misses == mostMisses) {
-            std::ranges::for_each(piece.predictions, &Prediction::clear);
+            piece.predictions = {};
         }
     }
     return next;
