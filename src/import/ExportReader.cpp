@@ -75,7 +75,8 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
 /// False if expat must read the whole file again; then `sums` must be reset.
 bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate, StepSums& sums,
                               std::optional<XMLError>& error) const {
-    ExpatDocument document(file, delegate, _options.blockSize);
+    ExpatDocument document(file, delegate,
+                           std::min(_options.blockSize, ExpatReader::defaultBlockSize));
     const std::optional<PlainProlog> prolog = document.readPlainProlog();
     if (!prolog) {
         error = document.read();

@@ -24,11 +24,12 @@ class ExportReader {
         /// file is read in order.
         unsigned threads = 1;
 
-        /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that
-        /// several threads read. From 1 byte to 8 MiB. They make no difference to the result,
-        /// except that expat may run out of memory a few tags earlier or later. The system copies a
-        /// cached file more slowly into a smaller buffer (256 KiB: in 1.5 times the time, 512 KiB:
-        /// 1.2 times), and hardly faster into a larger one.
+        /// The sizes, in bytes, of the blocks that are read in order (by expat at most
+        /// ExpatReader::defaultBlockSize), and of the chunks that several threads read. From 1 byte
+        /// to 8 MiB. They make no difference to the result, except that expat may run out of memory
+        /// a few tags earlier or later. The system copies a cached file more slowly into a smaller
+        /// buffer (256 KiB: 1.5 times the time, 512 KiB: 1.2 times), and hardly faster into a
+        /// larger one.
         std::size_t blockSize = std::size_t{1024} * 1024;
         std::size_t chunkSize = std::size_t{1024} * 1024;
     };

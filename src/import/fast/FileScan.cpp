@@ -47,8 +47,6 @@ constexpr std::uint64_t mostAhead = 24;
 /// scanned twice, so together they cost about three milliseconds.
 constexpr int mostMisfits = 16;
 
-constexpr std::uint64_t noStop = std::numeric_limits<std::uint64_t>::max();
-
 /// Scans a file from block to block, in order.
 class SequentialScan {
   public:
@@ -60,12 +58,15 @@ class SequentialScan {
     /// refuses a token, or the file cannot be read further, the scan ends earlier. Returns the
     /// boundary where it ended.
     std::uint64_t scan(TagScanner& scanner, std::uint64_t offset, std::uint64_t stop) {
+        const std::uint64_t start = offset;
         std::size_t carriedOver = 0;  // the bytes from `offset` on, before those that are read next
         while (offset < stop && carriedOver <= longestCarriedOver) {
             const std::uint64_t next = offset + carriedOver;
-            // Blocks end at multiples of their size in the file, which is also quicker.
-            const std::size_t count =
-                _buffer.read(_file, next, _blockSize - static_cast<std::size_t>(next % _blockSize));
+            // Blocks end at multiples of their size in the file, which is also quicker. The first
+            // ones are smaller, because a damaged document may end there.
+            const std::uint64_t block =
+                std::min(_blockSize, std::max<std::uint64_t>(next - start, longestCarriedOver));
+            const std::size_t count = _buffer.read(_file, next, block - next % block);
             if (count == 0) {
                 break;
             }
@@ -84,7 +85,7 @@ class SequentialScan {
 
   private:
     const InputFile& _file;
-    std::size_t _blockSize;
+    std::uint64_t _blockSize;
     InputBuffer _buffer;
 };
 
@@ -162,7 +163,7 @@ class WholeScan {
 
     ScanPlace run() {
         if (_options.threads == 1 || !runInChunks()) {
-            scanInOrder(noStop);
+            scanInOrder(std::numeric_limits<std::uint64_t>::max());
         }
         return std::move(_place);
     }

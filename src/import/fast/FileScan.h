@@ -23,10 +23,9 @@ struct FileScan {
     unsigned threads = 1;
 
     /// The sizes, in bytes, of the blocks that are read in order, and of the chunks that a thread
-    /// reads. From 1 byte to 8 MiB. They make no difference to the result. Blocks and chunks of
-    /// the default sizes fit into the cache of a core; smaller ones need more system calls.
-    std::size_t blockSize = std::size_t{256} * 1024;
-    std::size_t chunkSize = std::size_t{512} * 1024;
+    /// reads. From 1 byte to 8 MiB. They make no difference to the result.
+    std::size_t blockSize;
+    std::size_t chunkSize;
 
     /// The limit of the bytes of all long tags (TagScanner::longTag) together.
     std::uint64_t mostLongTagBytes = ~std::uint64_t{0};

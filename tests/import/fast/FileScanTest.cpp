@@ -180,8 +180,10 @@ TEST(FileScan, theBytesOfLongTagsAreSummedOverAllChunks) {
     for (const unsigned threads : {1U, 3U}) {
         for (const std::size_t chunkSize : {20'000U, 500'000U}) {
             StepSums sums;
-            const FileScan scan{
-                .threads = threads, .chunkSize = chunkSize, .mostLongTagBytes = 4 * longTag.size()};
+            const FileScan scan{.threads = threads,
+                                .blockSize = 50'000,
+                                .chunkSize = chunkSize,
+                                .mostLongTagBytes = 4 * longTag.size()};
             const ScanPlace place = scan.scan(file.value(), {root.size(), {"HealthData"}}, sums);
             EXPECT_EQ(place.offset - root.size(), content.find(longTag, 4 * content.size() / 6))
                 << threads;
