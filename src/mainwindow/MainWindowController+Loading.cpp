@@ -41,6 +41,13 @@ void MainWindowController::loadData() {
     }
     startProgress();
     showStatus(QStringLiteral("Parsing XML…"));
+    // Queued, so that a new window is shown first. Otherwise the reader's threads would compete
+    // with it for the cores.
+    QMetaObject::invokeMethod(
+        this, [this, remembered] { startReading(remembered); }, Qt::QueuedConnection);
+}
+
+void MainWindowController::startReading(const RememberedFile& remembered) {
     runInBackground(
         [remembered] {
             readTimeZone();

@@ -56,10 +56,10 @@ class MainWindowController final : public WindowController, public TableViewData
     /// load calls it on its own thread.
     static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts a load and returns at once. The load finds and reads the remembered file on a thread
-    /// of its own, and then shows the result. If no file is remembered, the status says so.
-    /// Loads may overlap; no load is cancelled, and the window keeps the result of the load that
-    /// ends last.
+    /// Starts a load and returns at once. From the event loop, the load starts a thread, which
+    /// finds and reads the remembered file. Then it shows the result. If no file is remembered, the
+    /// status says so. Loads may overlap; no load is cancelled, and the window keeps the result of
+    /// the load that ends last.
     void loadData();
 
     /// Asks the user for an export file. If one is chosen, remembers it, shows its path, removes
@@ -195,6 +195,7 @@ class MainWindowController final : public WindowController, public TableViewData
     double strideFeet() const;
     void startProgress();
     void stopProgress();
+    void startReading(const RememberedFile& remembered);
     void didLoad(const RememberedFile& remembered, std::optional<Load> load);
     void showStatus(const QString& text);
 

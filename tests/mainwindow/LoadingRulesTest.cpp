@@ -76,6 +76,15 @@ TEST_F(LoadingRulesTest, theWindowLoadsTheFileOnceHoweverOftenItIsShown) {
     EXPECT_EQ(status(), QStringLiteral("Loaded 2 days of data."));
 }
 
+TEST_F(LoadingRulesTest, theWindowIsShownBeforeTheThreadOfTheLoadIsStarted) {
+    {
+        const NoThreads refused;
+        makeController(twoDays).showWindow();
+    }
+    EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
+    waitForLoad();
+}
+
 TEST_F(LoadingRulesTest, theButtonOpensTheFileDialog) {
     makeController().showWindow();
     bool seen = false;

@@ -378,9 +378,9 @@ TEST_F(LoadingTest, theDaysStayAndTheStatusReportsAnErrorIfNoThreadCanBeStarted)
         const NoThreads refused;
         controller->loadData();
         EXPECT_EQ(status(), QStringLiteral("Parsing XML…"));
-        QCoreApplication::processEvents();
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return status() == QStringLiteral("The file could not be read."); }));
     }
-    EXPECT_EQ(status(), QStringLiteral("The file could not be read."));
     EXPECT_FALSE(controller->progressIndicator()->isVisible());
     EXPECT_EQ(controller->allSteps().size(), 1U);
     controller->loadData();
