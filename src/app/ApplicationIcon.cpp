@@ -1,10 +1,9 @@
 #include "app/ApplicationIcon.h"
 
 #include "platform/Bundle.h"
+#include "widgets/AfterFirstPaint.h"
 
 #include <QApplication>
-#include <QEvent>
-#include <QWindow>
 
 #include <initializer_list>
 
@@ -24,33 +23,6 @@ QIcon iconOfSizes(std::initializer_list<int> sizes, const Bundle& bundle) {
     return icon;
 }
 
-// Sets the icon in all sizes after the first paint, because decoding the large sizes takes as long
-// as creating the window.
-class AfterFirstPaint final : public QObject {
-  public:
-    explicit AfterFirstPaint(const Bundle& bundle) : QObject(qApp), _bundle(bundle) {
-        qApp->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Expose && qobject_cast<QWindow*>(watched)->isExposed()) {
-            qApp->removeEventFilter(this);
-            // The window is painted after this filter, when it handles the event itself.
-            QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    QApplication::setWindowIcon(applicationIcon(_bundle));
-                    deleteLater();
-                },
-                Qt::QueuedConnection);
-        }
-        return false;
-    }
-
-  private:
-    const Bundle& _bundle;
-};
-
 }  // namespace
 
 QIcon applicationIcon(const Bundle& bundle) {
@@ -59,7 +31,8 @@ QIcon applicationIcon(const Bundle& bundle) {
 
 void setApplicationIcon(const Bundle& bundle) {
     QApplication::setWindowIcon(iconOfSizes({16, 22, 24, 32}, bundle));
-    new AfterFirstPaint(bundle);
+    // Decoding the large sizes takes as long as creating the window.
+    afterFirstPaint(*qApp, [&bundle] { QApplication::setWindowIcon(applicationIcon(bundle)); });
 }
 
 }  // namespace ambulet

@@ -5,6 +5,7 @@
 #include "mainwindow/MainWindowController.h"
 #include "platform/BackgroundTask.h"
 #include "text/LocalTime.h"
+#include "widgets/AfterFirstPaint.h"
 
 #include <QCoreApplication>
 
@@ -41,10 +42,8 @@ void MainWindowController::loadData() {
     }
     startProgress();
     showStatus(QStringLiteral("Parsing XML…"));
-    // Queued, so that a new window is shown first. Otherwise the reader's threads would compete
-    // with it for the cores.
-    QMetaObject::invokeMethod(
-        this, [this, remembered] { startReading(remembered); }, Qt::QueuedConnection);
+    // Otherwise the reader's threads would compete with the first painting for the cores.
+    afterFirstPaint(*this, [this, remembered] { startReading(remembered); });
 }
 
 void MainWindowController::startReading(const RememberedFile& remembered) {

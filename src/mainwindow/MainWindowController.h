@@ -56,10 +56,10 @@ class MainWindowController final : public WindowController, public TableViewData
     /// load calls it on its own thread.
     static FoundFile resolvedFileURL(const RememberedFile& remembered);
 
-    /// Starts a load and returns at once. From the event loop, the load starts a thread, which
-    /// finds and reads the remembered file. Then it shows the result. If no file is remembered, the
-    /// status says so. Loads may overlap; no load is cancelled, and the window keeps the result of
-    /// the load that ends last.
+    /// Starts a load and returns at once. After the first painting of the window, the load starts a
+    /// thread, which finds and reads the remembered file. Then the result is shown. If no file is
+    /// remembered, the status says so. Loads may overlap; no load is cancelled, and the window
+    /// keeps the result of the load that ends last.
     void loadData();
 
     /// Asks the user for an export file. If one is chosen, remembers it, shows its path, removes
