@@ -55,6 +55,10 @@ std::string startTags(const TagScanner::ElementNames& open) {
     return tags;
 }
 
+std::size_t expatBlockSize(const ExportReader::Options& options) {
+    return std::min(options.blockSize, ExpatReader::defaultBlockSize);
+}
+
 }  // namespace
 
 unsigned ExportReader::usualThreads() {
@@ -67,7 +71,7 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
     std::optional<XMLError> error;
     if (!readByBoth(file, delegate, sums, error)) {
         sums.set(std::move(earlier));
-        error = ExpatReader(_options.blockSize).read(file, delegate);
+        error = ExpatReader(expatBlockSize(_options)).read(file, delegate);
     }
     return error;
 }
@@ -75,8 +79,7 @@ std::optional<XMLError> ExportReader::read(const InputFile& file, XMLReaderDeleg
 /// False if expat must read the whole file again; then `sums` must be reset.
 bool ExportReader::readByBoth(const InputFile& file, XMLReaderDelegate& delegate, StepSums& sums,
                               std::optional<XMLError>& error) const {
-    ExpatDocument document(file, delegate,
-                           std::min(_options.blockSize, ExpatReader::defaultBlockSize));
+    ExpatDocument document(file, delegate, expatBlockSize(_options));
     const std::optional<PlainProlog> prolog = document.readPlainProlog();
     if (!prolog) {
         error = document.read();

@@ -5,6 +5,7 @@
 #include "import/xml/InputFile.h"
 
 #include <algorithm>
+#include <bit>
 #include <condition_variable>
 #include <cstring>
 #include <exception>
@@ -30,10 +31,12 @@ namespace ambulet {
 
 namespace {
 
-/// The most bytes of an incomplete token that are kept at a block's end and scanned again with the
-/// next block; if there are more, the scan ends. So at most a sixteenth of the bytes is scanned
-/// twice. The tokens of exports have up to half a kilobyte.
+/// The most bytes of an incomplete token that are kept at a block's end and scanned again, at most
+/// a quarter of all; if there are more, the scan ends. The tokens of exports have up to 500 bytes.
 constexpr std::size_t longestCarriedOver = std::size_t{64} * 1024;
+
+/// The size of the first block. Later ones are larger: a damaged document may end in the first.
+constexpr std::uint64_t firstBlock = std::uint64_t{256} * 1024;
 
 /// The number of bytes after a chunk in which the first tag of the next chunk is looked for: some
 /// dozens of records. They are read twice, and are a sixty-fourth of a chunk.
@@ -58,14 +61,13 @@ class SequentialScan {
     /// refuses a token, or the file cannot be read further, the scan ends earlier. Returns the
     /// boundary where it ended.
     std::uint64_t scan(TagScanner& scanner, std::uint64_t offset, std::uint64_t stop) {
-        const std::uint64_t start = offset;
+        const std::uint64_t start = offset - offset % firstBlock;
         std::size_t carriedOver = 0;  // the bytes from `offset` on, before those that are read next
         while (offset < stop && carriedOver <= longestCarriedOver) {
             const std::uint64_t next = offset + carriedOver;
-            // Blocks end at multiples of their size in the file, which is also quicker. The first
-            // ones are smaller, because a damaged document may end there.
+            // Blocks end at multiples of their size in the file, which is also quicker.
             const std::uint64_t block =
-                std::min(_blockSize, std::max<std::uint64_t>(next - start, longestCarriedOver));
+                std::min(_blockSize, std::bit_floor(std::max(next - start, firstBlock)));
             const std::size_t count = _buffer.read(_file, next, block - next % block);
             if (count == 0) {
                 break;

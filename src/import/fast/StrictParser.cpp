@@ -30,7 +30,7 @@ class Walk {
     bool content() {
         // After this many bytes without a value, the piece ends at the next token. A piece that
         // continues beyond the block is read again with the next block. This bounds what is read
-        // twice to a 256th of a block. The pieces of exports have some dozens of bytes.
+        // twice to a sixty-fourth of a block. The pieces of exports have some dozens of bytes.
         constexpr std::ptrdiff_t mostBetweenValues = 4096;
         for (;;) {
             if (!text()) {

@@ -31,7 +31,7 @@ namespace {
 constexpr std::uint64_t closeSuccession = 64;
 constexpr unsigned mostMisses = 12;
 
-/// Pieces without predictions get them again after this number of blocks, which is 16 MiB.
+/// Pieces without predictions get them again after this number of blocks, which is about 16 MiB.
 /// Twelve misses of a hundred pieces take a thirtieth of the time for that many bytes.
 constexpr unsigned blocksBetweenRetries = 16;
 
