@@ -13,6 +13,7 @@ namespace ambulet {
 
 namespace {
 
+// The first painting usually takes a tenth of this.
 constexpr std::chrono::milliseconds longestWait(100);
 
 bool isAnyWindow(bool (QWindow::*state)() const) {

@@ -30,8 +30,8 @@ StatusLabel::StatusLabel(QWidget* parent) : LineLabel(parent) {
     QAccessible::installFactory(accessibleFor);
 }
 
-// Screen readers for Linux do not speak a text that changes, but a notification that appears. Qt
-// has an event for announcements only from 6.8 on.
+// Orca 43 does not speak a label's text that changes, but a notification that appears. Qt has an
+// event for announcements only from 6.8 on.
 void StatusLabel::announce(const QString& text) {
     setText(text);
     QAccessibleEvent appeared(this, QAccessible::ObjectShow);

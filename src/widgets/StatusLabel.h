@@ -14,7 +14,7 @@ class StatusLabel final : public LineLabel {
   public:
     explicit StatusLabel(QWidget* parent = nullptr);
 
-    /// Shows `text`, and makes screen readers speak it.
+    /// Shows `text`, and reports it to assistive programs as a notification that has appeared.
     void announce(const QString& text);
 };
 
